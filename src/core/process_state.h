@@ -1,0 +1,60 @@
+// The process-wide words of the driver, in one structure, and the one ambient pointer to them.
+//
+// The library is loaded into foreign processes and called on their threads; these words are shared
+// by all of them without a lock, and the last writer wins. The exported entry points set the
+// pointer once, when the library is attached; a test sets its own for the length of a scope.
+#pragma once
+
+#include "core/settings_record.h"
+#include "platform/platform.h"
+
+namespace ostrel {
+
+struct UIContext;
+
+struct ProcessState {
+  // The platform behind every operation. Not owned.
+  Platform* platform = nullptr;
+
+  // This library itself, remembered when it is attached.
+  ModuleHandle LibraryModule = nullptr;
+
+  // The language library that a context loaded last; entry points without a context use it.
+  ModuleHandle CurrentLanguageModule = nullptr;
+
+  // The language in force writes numbers with a decimal comma, or from right to left. Set and never
+  // cleared: two languages in one process add up.
+  bool DecimalCommaLanguage = false;
+  bool RightToLeftLanguage = false;
+
+  // One block the size of a context, made once and kept to the end of the process: a copy of the
+  // most recently made context with its defaults, before any record was merged into it.
+  UIContext* DefaultContextCopy = nullptr;
+
+  // The record from which the watermark of every new settings record is copied. Its name is
+  // translated in place, the first time that a language library is there.
+  WatermarkData DefaultWatermark = kNoWatermark;
+};
+
+// The state in force. One must have been set.
+ProcessState& Process();
+
+// The platform of the state in force.
+Platform& World();
+
+// Sets the state in force for the rest of the process. For the library's attach only.
+void SetProcessState(ProcessState* state);
+
+// Sets the state in force and restores the one before at the end of the scope.
+class ScopedProcessState {
+ public:
+  explicit ScopedProcessState(ProcessState& state);
+  ~ScopedProcessState();
+  ScopedProcessState(const ScopedProcessState&) = delete;
+  ScopedProcessState& operator=(const ScopedProcessState&) = delete;
+
+ private:
+  ProcessState* previous_;
+};
+
+}  // namespace ostrel

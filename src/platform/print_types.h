@@ -1,0 +1,271 @@
+// Plain types of the print system's binary interface.
+//
+// The structures below have the layout that the 64-bit print system gives them; the Windows
+// platform asserts that, member by member. Names are those of the platform's own headers
+// (wingdi.h, winspool.h, winddiui.h), with strings as UTF-16 units and handles as opaque pointers,
+// so that the logic compiles without those headers.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+namespace ostrel {
+
+// A printer opened through the print system.
+using PrinterHandle = struct PrinterHandleRep*;
+// A loaded library.
+using ModuleHandle = struct ModuleHandleRep*;
+// A file opened through the file list.
+using FileHandle = struct FileHandleRep*;
+// A common property sheet.
+using SheetHandle = struct SheetHandleRep*;
+
+// ---- Device mode (wingdi.h, DEVMODEW) -----------------------------------------------------------
+
+inline constexpr std::size_t kDeviceNameUnits = 32;  // CCHDEVICENAME
+inline constexpr std::size_t kFormNameUnits = 32;    // CCHFORMNAME
+
+// Bits of dmFields, DM_... of wingdi.h.
+enum DevmodeField : std::uint32_t {
+  kDmOrientation = 0x00000001,
+  kDmPaperSize = 0x00000002,
+  kDmPaperLength = 0x00000004,
+  kDmPaperWidth = 0x00000008,
+  kDmScale = 0x00000010,
+  kDmCopies = 0x00000100,
+  kDmDefaultSource = 0x00000200,
+  kDmPrintQuality = 0x00000400,
+  kDmColor = 0x00000800,
+  kDmDuplex = 0x00001000,
+  kDmYResolution = 0x00002000,
+  kDmTTOption = 0x00004000,
+  kDmCollate = 0x00008000,
+  kDmFormName = 0x00010000,
+  kDmMediaType = 0x02000000,
+};
+
+// The public part of every settings record: DEVMODEW as printers use it, 220 bytes.
+struct PublicDevmode {
+  char16_t dmDeviceName[kDeviceNameUnits];  // offset 0; may lack its terminator in a foreign record
+  std::uint16_t dmSpecVersion;              // 64
+  std::uint16_t dmDriverVersion;            // 66
+  std::uint16_t dmSize;                     // 68; bytes of the public part
+  std::uint16_t dmDriverExtra;              // 70; bytes of the private part behind it
+  std::uint32_t dmFields;                   // 72; DevmodeField bits
+  std::int16_t dmOrientation;               // 76; 1 portrait, 2 landscape
+  std::int16_t dmPaperSize;                 // 78; DMPAPER_... or an id of this driver
+  std::int16_t dmPaperLength;               // 80; tenths of a millimetre
+  std::int16_t dmPaperWidth;                // 82; tenths of a millimetre
+  std::int16_t dmScale;                     // 84; percent
+  std::int16_t dmCopies;                    // 86
+  std::int16_t dmDefaultSource;             // 88; bin id
+  std::int16_t dmPrintQuality;              // 90; dots per inch
+  std::int16_t dmColor;                     // 92; 1 monochrome
+  std::int16_t dmDuplex;                    // 94; 1 simplex, 2 long edge, 3 short edge
+  std::int16_t dmYResolution;               // 96; dots per inch
+  std::int16_t dmTTOption;                  // 98
+  std::int16_t dmCollate;                   // 100
+  char16_t dmFormName[kFormNameUnits];      // 102
+  std::uint16_t dmLogPixels;                // 166
+  std::uint32_t dmBitsPerPel;               // 168
+  std::uint32_t dmPelsWidth;                // 172
+  std::uint32_t dmPelsHeight;               // 176
+  std::uint32_t dmDisplayFlags;             // 180
+  std::uint32_t dmDisplayFrequency;         // 184
+  std::uint32_t dmICMMethod;                // 188
+  std::uint32_t dmICMIntent;                // 192
+  std::uint32_t dmMediaType;                // 196
+  std::uint32_t dmDitherType;               // 200
+  std::uint32_t dmReserved1;                // 204
+  std::uint32_t dmReserved2;                // 208
+  std::uint32_t dmPanningWidth;             // 212
+  std::uint32_t dmPanningHeight;            // 216
+};
+static_assert(sizeof(PublicDevmode) == 220);
+static_assert(alignof(PublicDevmode) == 4);
+static_assert(offsetof(PublicDevmode, dmSpecVersion) == 64);
+static_assert(offsetof(PublicDevmode, dmDriverExtra) == 70);
+static_assert(offsetof(PublicDevmode, dmFields) == 72);
+static_assert(offsetof(PublicDevmode, dmCollate) == 100);
+static_assert(offsetof(PublicDevmode, dmFormName) == 102);
+static_assert(offsetof(PublicDevmode, dmBitsPerPel) == 168);
+static_assert(offsetof(PublicDevmode, dmMediaType) == 196);
+static_assert(offsetof(PublicDevmode, dmPanningHeight) == 216);
+
+// Bytes up to the end of the header words: the least that a caller's record must hold before its
+// own size words can be read.
+inline constexpr std::size_t kDevmodeHeaderBytes = 72;
+static_assert(kDevmodeHeaderBytes ==
+              offsetof(PublicDevmode, dmDriverExtra) + sizeof(PublicDevmode::dmDriverExtra));
+
+// Mode bits of DocumentPropertiesW and of the document property header, DM_... of wingdi.h.
+enum DocumentMode : std::uint32_t {
+  kDmUpdate = 1,
+  kDmCopy = 2,
+};
+
+// ---- Printers and drivers (winspool.h) ----------------------------------------------------------
+
+// PRINTER_DEFAULTSW.
+struct PrinterDefaults {
+  char16_t* pDatatype;
+  PublicDevmode* pDevMode;
+  std::uint32_t DesiredAccess;
+};
+
+inline constexpr std::uint32_t kPrinterAllAccess = 0x000F000C;  // PRINTER_ALL_ACCESS
+
+// PRINTER_INFO_2W.
+struct PrinterInfo2 {
+  char16_t* pServerName;
+  char16_t* pPrinterName;
+  char16_t* pShareName;
+  char16_t* pPortName;
+  char16_t* pDriverName;
+  char16_t* pComment;
+  char16_t* pLocation;
+  PublicDevmode* pDevMode;
+  char16_t* pSepFile;
+  char16_t* pPrintProcessor;
+  char16_t* pDatatype;
+  char16_t* pParameters;
+  void* pSecurityDescriptor;
+  std::uint32_t Attributes;
+  std::uint32_t Priority;
+  std::uint32_t DefaultPriority;
+  std::uint32_t StartTime;
+  std::uint32_t UntilTime;
+  std::uint32_t Status;
+  std::uint32_t cJobs;
+  std::uint32_t AveragePPM;
+};
+static_assert(sizeof(PrinterInfo2) == 136);
+
+// DRIVER_INFO_2W.
+struct DriverInfo2 {
+  std::uint32_t cVersion;
+  char16_t* pName;
+  char16_t* pEnvironment;
+  char16_t* pDriverPath;
+  char16_t* pDataFile;
+  char16_t* pConfigFile;
+};
+static_assert(sizeof(DriverInfo2) == 48);
+
+// ---- Driver entry points (winddiui.h, winddi.h) -------------------------------------------------
+
+// DOCUMENTPROPERTYHEADER.
+struct DocumentPropertyHeader {
+  std::uint16_t cbSize;
+  std::uint16_t Reserved;
+  PrinterHandle hPrinter;
+  char16_t* pszPrinterName;
+  PublicDevmode* pdmIn;
+  PublicDevmode* pdmOut;
+  std::uint32_t cbOut;
+  std::uint32_t fMode;
+};
+static_assert(sizeof(DocumentPropertyHeader) == 48);
+
+// DEVQUERYPRINT_INFO.
+struct DevQueryPrintInfo {
+  std::uint16_t cbSize;
+  std::uint16_t Level;
+  PrinterHandle hPrinter;
+  PublicDevmode* pDevMode;
+  char16_t* pszErrorStr;
+  std::uint32_t cchErrorStr;  // units that pszErrorStr holds
+  std::uint32_t cchNeeded;    // units needed, with the terminator
+};
+static_assert(sizeof(DevQueryPrintInfo) == 40);
+
+// ATTRIBUTE_INFO_3.
+struct AttributeInfo3 {
+  std::uint32_t dwJobNumberOfPagesPerSide;
+  std::uint32_t dwDrvNumberOfPagesPerSide;
+  std::uint32_t dwNupBorderFlags;
+  std::uint32_t dwJobPageOrderFlags;
+  std::uint32_t dwDrvPageOrderFlags;
+  std::uint32_t dwJobNumberOfCopies;
+  std::uint32_t dwDrvNumberOfCopies;
+  std::uint32_t dwColorOptimization;
+  std::int16_t dmPrintQuality;
+  std::int16_t dmYResolution;
+};
+static_assert(sizeof(AttributeInfo3) == 36);
+
+// DRIVER_UPGRADE_INFO_1W.
+struct DriverUpgradeInfo1 {
+  char16_t* pPrinterName;
+  char16_t* pOldDriverDirectory;
+};
+
+// Modes of DrvConvertDevMode, CDM_... of winddiui.h.
+enum ConvertMode : std::uint32_t {
+  kCdmConvert = 1,
+  kCdmConvert351 = 2,
+  kCdmDriverDefault = 4,
+};
+
+// Capability codes, DC_... of wingdi.h.
+enum DeviceCapability : std::uint16_t {
+  kDcFields = 1,
+  kDcPapers = 2,
+  kDcPaperSize = 3,
+  kDcMinExtent = 4,
+  kDcMaxExtent = 5,
+  kDcBins = 6,
+  kDcDuplex = 7,
+  kDcSize = 8,
+  kDcExtra = 9,
+  kDcVersion = 10,
+  kDcDriver = 11,
+  kDcBinNames = 12,
+  kDcEnumResolutions = 13,
+  kDcFileDependencies = 14,
+  kDcTrueType = 15,
+  kDcPaperNames = 16,
+  kDcOrientation = 17,
+  kDcCopies = 18,
+  kDcBinAdjust = 19,
+  kDcCollate = 22,
+  kDcMediaReady = 29,
+  kDcStaple = 30,
+  kDcPrintRatePpm = 31,
+  kDcColorDevice = 32,
+};
+
+// Units of one row of the name lists, as DeviceCapabilitiesW documents them.
+inline constexpr std::size_t kBinNameUnits = 24;
+inline constexpr std::size_t kPaperNameUnits = 64;
+
+// POINT.
+struct Point {
+  std::int32_t x;
+  std::int32_t y;
+};
+static_assert(sizeof(Point) == 8);
+
+// ---- Errors and locale --------------------------------------------------------------------------
+
+// Last-error codes, winerror.h.
+enum ErrorCode : std::uint32_t {
+  kErrorSuccess = 0,
+  kErrorFileNotFound = 2,
+  kErrorInvalidHandle = 6,
+  kErrorNotEnoughMemory = 8,
+  kErrorInvalidParameter = 87,
+  kErrorInsufficientBuffer = 122,
+  kErrorInvalidLevel = 124,
+  kErrorModuleNotFound = 126,
+  kErrorMoreData = 234,
+  kErrorInvalidPrinterName = 1801,
+  kErrorResourceNameNotFound = 1814,
+};
+
+inline constexpr std::uint32_t kLocaleUserDefault = 0x400;  // LOCALE_USER_DEFAULT, winnt.h
+inline constexpr std::uint32_t kLocaleICountry = 5;         // LOCALE_ICOUNTRY, winnls.h
+
+inline constexpr std::size_t kMaxPathUnits = 260;  // MAX_PATH
+
+}  // namespace ostrel
