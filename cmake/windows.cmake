@@ -1,0 +1,78 @@
+# The Windows build: the driver library, and the programs that drive it inside a print system.
+#
+# Everything that a driver package consists of lies side by side in ${CMAKE_BINARY_DIR}/bin: the
+# driver library, its resource libraries and the printer description. The programs look for the
+# package beside themselves.
+enable_language(RC)
+set(CMAKE_RC_FLAGS "${CMAKE_RC_FLAGS} -c 65001")  # our resource sources are UTF-8
+
+# One set of definitions for every piece of code that sees the platform's headers.
+add_library(ostrel_windows INTERFACE)
+target_link_libraries(ostrel_windows INTERFACE ostrel_flags)
+target_include_directories(ostrel_windows INTERFACE ${CMAKE_SOURCE_DIR}/src)
+target_compile_definitions(ostrel_windows INTERFACE
+  UNICODE _UNICODE STRICT NOMINMAX WIN32_LEAN_AND_MEAN _WIN32_WINNT=0x0601 NTDDI_VERSION=0x06010000)
+
+# No time stamps in what we build: the same sources give the same bytes.
+set(OSTREL_STATIC_LINK -static -static-libgcc -static-libstdc++ -Wl,--no-insert-timestamp)
+
+# ---- The driver library ---------------------------------------------------------------------------
+
+file(GLOB OSTREL_WIN32_SOURCES CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/src/platform/win32/*.cpp)
+add_library(ostrel_win32 STATIC ${OSTREL_WIN32_SOURCES})
+target_link_libraries(ostrel_win32 PUBLIC ostrel_windows PRIVATE winspool)
+
+add_library(ostrelPCL6ui MODULE
+  src/driver/exports.cpp
+  src/driver/ostrelPCL6ui.def
+  src/driver/ostrelPCL6ui.rc)
+set_target_properties(ostrelPCL6ui PROPERTIES
+  PREFIX ""
+  LIBRARY_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
+set_source_files_properties(src/driver/ostrelPCL6ui.rc PROPERTIES
+  OBJECT_DEPENDS ${CMAKE_SOURCE_DIR}/src/driver/ostrelPCL6ui.manifest)
+target_include_directories(ostrelPCL6ui PRIVATE ${CMAKE_SOURCE_DIR}/resources)
+target_link_libraries(ostrelPCL6ui PRIVATE ostrel_logic ostrel_win32 winspool)
+target_link_options(ostrelPCL6ui PRIVATE ${OSTREL_STATIC_LINK})
+add_dependencies(ostrelPCL6ui ostrel_resources)
+
+# ---- Programs -------------------------------------------------------------------------------------
+
+# A console program that runs beside the package.
+function(ostrel_add_program name)
+  add_executable(${name} ${ARGN})
+  target_link_libraries(${name} PRIVATE ostrel_windows)
+  target_link_options(${name} PRIVATE -municode ${OSTREL_STATIC_LINK})
+  add_dependencies(${name} ostrelPCL6ui ostrel_resources)
+endfunction()
+
+# nlohmann-json is headers alone, but Debian keeps it among the native ones. A link to that one
+# folder lets the cross compiler see it without seeing its neighbours.
+file(MAKE_DIRECTORY ${CMAKE_BINARY_DIR}/json_include)
+find_path(OSTREL_JSON_HEADERS nlohmann/json.hpp PATHS /usr/include NO_CMAKE_FIND_ROOT_PATH REQUIRED)
+file(CREATE_LINK ${OSTREL_JSON_HEADERS}/nlohmann ${CMAKE_BINARY_DIR}/json_include/nlohmann SYMBOLIC)
+
+add_library(ostrel_print_system_setup STATIC hosts/print_system_setup.cpp)
+target_link_libraries(ostrel_print_system_setup PUBLIC ostrel_windows winspool)
+target_include_directories(ostrel_print_system_setup PUBLIC ${CMAKE_SOURCE_DIR}/hosts)
+
+configure_file(hosts/ostrel_hazel_2.ppd ${CMAKE_BINARY_DIR}/bin/ostrel_hazel_2.ppd COPYONLY)
+
+ostrel_add_program(driver_report
+  hosts/driver_report.cpp hosts/report_data.cpp hosts/report_text.cpp hosts/report_json.cpp)
+target_link_libraries(driver_report PRIVATE ostrel_print_system_setup)
+target_include_directories(driver_report SYSTEM PRIVATE ${CMAKE_BINARY_DIR}/json_include)
+
+ostrel_add_program(print_system_bench bench/print_system/print_system_bench.cpp)
+target_link_libraries(print_system_bench PRIVATE ostrel_print_system_setup)
+
+# ---- Tests ----------------------------------------------------------------------------------------
+
+set(INSTALL_GTEST OFF)
+set(BUILD_GMOCK OFF)
+add_subdirectory(/usr/src/googletest ${CMAKE_BINARY_DIR}/googletest EXCLUDE_FROM_ALL)
+
+file(GLOB OSTREL_PRINT_SYSTEM_TESTS CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/print_system/*.cpp)
+ostrel_add_program(print_system_tests ${OSTREL_PRINT_SYSTEM_TESTS})
+target_include_directories(print_system_tests PRIVATE ${CMAKE_SOURCE_DIR}/tests)
+target_link_libraries(print_system_tests PRIVATE ostrel_print_system_setup ostrel_win32 gtest version)

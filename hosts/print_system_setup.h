@@ -1,0 +1,72 @@
+// Puts driver packages into the print system and makes printers with them: what an installer does,
+// for the programs that play the print system's or an application's role.
+//
+// A package's files lie beside the running program. Functions throw std::runtime_error with the
+// call that failed and its error code.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <windows.h>
+#include <winspool.h>
+
+namespace ostrel::print_system {
+
+struct DriverPackage {
+  std::wstring driverName;
+  std::wstring driverFile;
+  std::wstring dataFile;
+  std::wstring configFile;                   // the library that answers DeviceCapabilitiesW
+  std::vector<std::wstring> dependentFiles;  // bare names, as the three above
+};
+
+inline constexpr wchar_t kOstrelDriverName[] = L"Ostrel Hazel 2 Series";
+inline constexpr wchar_t kDriverLibraryFile[] = L"ostrelPCL6ui.dll";
+inline constexpr wchar_t kLanguageLibraryFile[] = L"ostrelPCL6uienus.dll";
+inline constexpr wchar_t kPictureLibraryFile[] = L"ostrelPCL6uiResBmp.dll";
+inline constexpr wchar_t kPrinterDescriptionFile[] = L"ostrel_hazel_2.ppd";
+
+// Our driver, under the name of one of its models.
+DriverPackage OstrelPackage(const std::wstring& driverName = kOstrelDriverName);
+
+// Folders, each without a trailing backslash: that of the running program, and the one into which
+// an installer puts a package's files before it announces the driver.
+std::wstring ProgramFolder();
+std::wstring DriverFolder();
+
+// Copies a package's files from `sourceFolder` and announces the driver. Installing a driver that
+// is there already brings its files up to date.
+void InstallDriver(const DriverPackage& package, const std::wstring& sourceFolder);
+
+// Makes a printer with an installed driver, unless there is one of that name.
+void AddPrinterWithDriver(const std::wstring& printerName, const std::wstring& driverName);
+
+bool HasPrinter(const std::wstring& printerName);
+
+// The full path of the library that answers for a printer.
+std::wstring ConfigLibraryPath(HANDLE printer);
+
+// Owner of an opened printer.
+class Printer {
+ public:
+  explicit Printer(const std::wstring& name);
+  ~Printer();
+  Printer(const Printer&) = delete;
+  Printer& operator=(const Printer&) = delete;
+  HANDLE get() const { return handle_; }
+
+ private:
+  HANDLE handle_ = nullptr;
+};
+
+// The platform takes many texts as pointers to writable data and writes to none of them.
+inline LPWSTR Writable(const std::wstring& text) { return const_cast<LPWSTR>(text.c_str()); }
+
+// For output: programs write UTF-8 whatever the code page is.
+std::string Utf8(std::wstring_view text);
+
+[[noreturn]] void ThrowLastError(const char* call);
+
+}  // namespace ostrel::print_system
