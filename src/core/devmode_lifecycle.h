@@ -10,6 +10,24 @@
 
 namespace ostrel {
 
+// The four words by which a record tells its own shape.
+struct DevmodeHeader {
+  std::uint16_t specVersion;
+  std::uint16_t driverVersion;
+  std::uint16_t size;         // bytes of the public part
+  std::uint16_t driverExtra;  // bytes of the private part
+
+  std::uint32_t TotalBytes() const { return std::uint32_t{size} + driverExtra; }
+};
+static_assert(sizeof(DevmodeHeader) == 8);
+
+DevmodeHeader ReadHeader(const PublicDevmode* record);
+void WriteHeader(PublicDevmode* record, const DevmodeHeader& header);
+
+// The header that `out` has after a conversion from `in`: its own, or that of `in` when its driver
+// version is 0.
+DevmodeHeader SettledHeader(const PublicDevmode* out, const PublicDevmode* in);
+
 // The record version that `dmSize` tells: 192 gives 800, 216 gives 1024, 224 gives 1025, any other
 // size gives the record's own dmSpecVersion; null gives 0.
 std::uint16_t QueryDevmodeVersion(const PublicDevmode* record);
@@ -26,6 +44,10 @@ bool MergeDevmode(DriverDevmode* target, const PublicDevmode* incoming);
 // tell. Result: bytes copied; 0, with nothing copied, when either record has no version or a size
 // below 72.
 std::uint32_t ConvertDevmode(PublicDevmode* out, const PublicDevmode* in);
+
+// Gives `out` a header and converts `in` to it. Result: false when nothing could be copied, in
+// which case `out` is as it was.
+bool ConvertDevmodeTo(const DevmodeHeader& header, PublicDevmode* out, const PublicDevmode* in);
 
 // Hands `current` out to a caller. With a reference, `out` takes the smaller public and the smaller
 // private size of the two, each with its version word. `out` must hold 7896 bytes.

@@ -12,6 +12,7 @@
 #include "core/result.h"
 #include "platform/print_types.h"
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 
@@ -163,7 +164,9 @@ static_assert(offsetof(CustomPaperEntry, Rest) == 54);
 // The colour words from PrintMode to InputImage are carried, defaulted and validated although the
 // device is monochrome: the record is a format, and they keep everything behind them in its place.
 struct PrivateDevmode {
-  char Signature[4];                             // offset 0; "PRIV", no terminator
+  using SignatureBytes = std::array<char, 4>;
+
+  SignatureBytes Signature;                      // offset 0; "PRIV", no terminator
   std::int16_t ColorMode;                        // 4; 1 only: always monochrome
   std::int16_t Duplex;                           // 6; 1..5; takes dmDuplex when that is above 3
   std::int16_t DuplexIndex;                      // 8; 0..2
@@ -359,6 +362,9 @@ OSTREL_AT(WatermarkPageTenths, 5414);
 OSTREL_AT(Reserved5416, 5416);
 #undef OSTREL_AT
 
+// What marks a private part as one of this driver.
+inline constexpr PrivateDevmode::SignatureBytes kPrivateSignature = {'P', 'R', 'I', 'V'};
+
 // ---- The whole record, 7896 bytes ---------------------------------------------------------------
 
 struct DriverDevmode {
@@ -367,9 +373,6 @@ struct DriverDevmode {
 };
 static_assert(sizeof(DriverDevmode) == kDriverDevmodeBytes);
 static_assert(offsetof(DriverDevmode, privateDevmode) == kPublicDevmodeBytes);
-
-// Whether the first four private bytes are "PRIV".
-bool HasPrivateSignature(const PrivateDevmode& record);
 
 // Sets a public record to this driver's defaults. `deviceName` is the printer's driver name; what
 // doesn't fit the field is cut to 31 characters, and null leaves the field empty.

@@ -1,0 +1,106 @@
+#include "core/settings_record.h"
+
+#include "core/language.h"
+#include "core/paper_tables.h"
+#include "core/process_state.h"
+#include "core/record_schema.h"
+#include "core/text.h"
+
+namespace ostrel {
+namespace {
+
+constexpr std::int16_t kSourceAutomatic = 7;
+constexpr std::int16_t kColorMonochrome = 1;  // DMCOLOR_MONOCHROME
+constexpr std::int16_t kTrueTypeBitmap = 1;   // DMTT_BITMAP
+constexpr std::uint32_t kMediaStandard = 1;   // DMMEDIA_STANDARD
+
+constexpr std::size_t kWatermarkNameCharacters = 31;
+
+// Gives the process's default watermark its name in the user's language, the first time that a
+// language library is there. A later language in the same process keeps the first one's word.
+void TranslateDefaultWatermark(ModuleHandle module) {
+  auto& name = Process().DefaultWatermark.PageWMName;
+  if (FieldText(name) != kUntranslatedNoWatermark) {
+    return;
+  }
+  char16_t translated[kWatermarkNameCharacters + 1] = {};
+  LoadUiString(module, kStringNoWatermark, translated);
+  CopyText(name, FieldText(translated));
+}
+
+}  // namespace
+
+Result InitPublicDevmode(PublicDevmode* record, const char16_t* deviceName) {
+  if (record == nullptr) {
+    return kResultFail;
+  }
+  *record = {};
+  CopyText(record->dmDeviceName, CallerText(deviceName));
+  record->dmSpecVersion = kDevmodeSpecVersion;
+  record->dmDriverVersion = kDevmodeDriverVersion;
+  record->dmSize = kPublicDevmodeBytes;
+  record->dmDriverExtra = kPrivateDevmodeBytes;
+  record->dmFields = kDriverDevmodeFields;
+  record->dmOrientation = 1;
+  const LocalePaper& paper = PaperOfLocale();
+  record->dmPaperSize = paper.id;
+  record->dmPaperWidth = paper.width_tenths_mm;
+  record->dmPaperLength = paper.length_tenths_mm;
+  CopyText(record->dmFormName, paper.formName);
+  // Not announced in dmFields, but the graphics engine scales everything to nothing without it.
+  record->dmScale = 100;
+  record->dmCopies = 1;
+  record->dmDefaultSource = kSourceAutomatic;
+  record->dmPrintQuality = 600;
+  record->dmYResolution = 600;
+  record->dmColor = kColorMonochrome;
+  record->dmDuplex = kDuplexSimplex;
+  record->dmTTOption = kTrueTypeBitmap;
+  record->dmCollate = 0;
+  record->dmMediaType = kMediaStandard;
+  return kResultOk;
+}
+
+Result InitPrivateDevmode(PrivateDevmode* record, const char16_t* driverName) {
+  if (record == nullptr) {
+    return kResultNullObject;
+  }
+  *record = {};
+  record->Signature = kPrivateSignature;
+  WriteSchemaDefaults(*record);
+
+  Result result = kResultOk;
+  if (driverName != nullptr) {
+    const ScopedModule module(LoadLanguageModule(driverName));
+    if (module.get() == nullptr) {
+      result = kResultNoLanguage;
+    } else {
+      LoadUiString(module.get(), kStringDefaultFavorite, record->FavoriteName);
+      TranslateDefaultWatermark(module.get());
+    }
+  }
+  record->WatermarkData = Process().DefaultWatermark;
+  return result;
+}
+
+bool InitDriverDevmode(DriverDevmode* record, const char16_t* deviceName,
+                       const char16_t* driverName) {
+  if (record == nullptr || Failed(InitPublicDevmode(&record->publicDevmode, deviceName)) ||
+      Failed(InitPrivateDevmode(&record->privateDevmode, driverName))) {
+    return false;
+  }
+  return record->publicDevmode.dmDriverExtra == kPrivateDevmodeBytes;
+}
+
+Result ValidatePrivateDevmode(PrivateDevmode* record) {
+  if (record == nullptr) {
+    return kResultNullObject;
+  }
+  EnforceSchema(*record);
+  // A wrong signature is repaired like any other field. Whether a private part is this driver's own
+  // is asked before, by the merge.
+  record->Signature = kPrivateSignature;
+  return kResultOk;
+}
+
+}  // namespace ostrel

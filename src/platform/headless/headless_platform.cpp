@@ -1,0 +1,381 @@
+#include "platform/headless/headless_platform.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+#include <span>
+#include <stdexcept>
+
+namespace ostrel::headless {
+namespace {
+
+// Paths are compared as the platform's file systems do, without regard to the case of letters.
+std::u16string LowerCase(std::u16string_view path) {
+  std::u16string lower(path);
+  for (char16_t& unit : lower) {
+    if (unit >= u'A' && unit <= u'Z') {
+      unit = static_cast<char16_t>(unit - u'A' + u'a');
+    }
+  }
+  return lower;
+}
+
+template <typename Handle>
+Handle HandleOf(std::uintptr_t number) {
+  return reinterpret_cast<Handle>(number);
+}
+
+template <typename Handle>
+std::uintptr_t NumberOf(Handle handle) {
+  return reinterpret_cast<std::uintptr_t>(handle);
+}
+
+// Lays out a block as the spooler does: a structure first, and behind it what it points at. Without
+// a buffer it only measures.
+class BlockWriter {
+ public:
+  BlockWriter(std::byte* block, std::size_t structureBytes)
+      : block_(block), place_(structureBytes) {}
+
+  char16_t* Put(std::u16string_view text) {
+    std::u16string terminated(text);
+    return reinterpret_cast<char16_t*>(
+        PutBytes(std::as_bytes(std::span(terminated.c_str(), terminated.size() + 1))));
+  }
+
+  std::byte* PutBytes(std::span<const std::byte> bytes) {
+    constexpr std::size_t kAlignment = 8;
+    place_ = (place_ + kAlignment - 1) / kAlignment * kAlignment;
+    std::byte* start = block_ == nullptr ? nullptr : block_ + place_;
+    if (start != nullptr) {
+      std::copy(bytes.begin(), bytes.end(), start);
+    }
+    place_ += bytes.size();
+    return start;
+  }
+
+  std::uint32_t size() const { return static_cast<std::uint32_t>(place_); }
+
+ private:
+  std::byte* block_;
+  std::size_t place_;
+};
+
+PrinterInfo2 WriteInfo(BlockWriter& writer, const HeadlessPrinter& printer) {
+  PrinterInfo2 info = {};
+  info.pPrinterName = writer.Put(printer.name);
+  info.pPortName = writer.Put(printer.port);
+  info.pDriverName = writer.Put(printer.driverName);
+  info.pDatatype = writer.Put(u"RAW");
+  if (!printer.devmode.empty()) {
+    info.pDevMode = reinterpret_cast<PublicDevmode*>(writer.PutBytes(printer.devmode));
+  }
+  return info;
+}
+
+DriverInfo2 WriteDriverInfo(BlockWriter& writer, const HeadlessPrinter& printer) {
+  DriverInfo2 info = {};
+  info.cVersion = 3;
+  info.pName = writer.Put(printer.driverName);
+  info.pEnvironment = writer.Put(u"Windows x64");
+  return info;
+}
+
+// The platform's protocol for blocks of unknown size. Result: the error code, or success.
+template <typename Info>
+std::uint32_t AnswerBlock(Info (*write)(BlockWriter&, const HeadlessPrinter&),
+                          const HeadlessPrinter& printer, void* buffer, std::uint32_t sizeBytes,
+                          std::uint32_t* neededBytes) {
+  BlockWriter measure(nullptr, sizeof(Info));
+  write(measure, printer);
+  *neededBytes = measure.size();
+  if (buffer == nullptr || sizeBytes < measure.size()) {
+    return kErrorInsufficientBuffer;
+  }
+  BlockWriter writer(static_cast<std::byte*>(buffer), sizeof(Info));
+  const Info info = write(writer, printer);
+  std::memcpy(buffer, &info, sizeof(info));
+  return kErrorSuccess;
+}
+
+}  // namespace
+
+// ---- Memory -------------------------------------------------------------------------------------
+
+HeadlessMemory::~HeadlessMemory() {
+  for (void* block : live_) {
+    std::free(block);
+  }
+}
+
+void* HeadlessMemory::HeapAlloc(std::size_t sizeBytes) {
+  if (faults_.ShouldFail("HeapAlloc")) {
+    return nullptr;
+  }
+  void* block = std::calloc(1, std::max<std::size_t>(sizeBytes, 1));
+  live_.insert(block);
+  return block;
+}
+
+void HeadlessMemory::HeapFree(void* block) {
+  if (block == nullptr) {
+    return;
+  }
+  if (live_.erase(block) == 0) {
+    throw std::logic_error("HeapFree of a block that isn't allocated");
+  }
+  std::free(block);
+}
+
+// ---- Locale -------------------------------------------------------------------------------------
+
+int HeadlessLocale::GetLocaleInfoW(std::uint32_t locale, std::uint32_t type, char16_t* buffer,
+                                   int units) {
+  if (faults_.ShouldFail("GetLocaleInfoW") || locale != kLocaleUserDefault ||
+      type != kLocaleICountry) {
+    debug_.SetLastError(kErrorInvalidParameter);
+    return 0;
+  }
+  const int needed = static_cast<int>(country.size()) + 1;
+  if (units == 0) {
+    return needed;
+  }
+  if (units < needed) {
+    debug_.SetLastError(kErrorInsufficientBuffer);
+    return 0;
+  }
+  std::copy_n(country.c_str(), needed, buffer);
+  return needed;
+}
+
+// ---- Print system -------------------------------------------------------------------------------
+
+HeadlessPrinter& HeadlessPrintSystem::AddPrinter(HeadlessPrinter printer) {
+  printers_.push_back(std::make_unique<HeadlessPrinter>(std::move(printer)));
+  return *printers_.back();
+}
+
+HeadlessPrinter* HeadlessPrintSystem::Find(PrinterHandle printer) {
+  const auto found = handles_.find(NumberOf(printer));
+  return found == handles_.end() ? nullptr : found->second;
+}
+
+bool HeadlessPrintSystem::Fail(std::uint32_t code) {
+  debug_.SetLastError(code);
+  return false;
+}
+
+bool HeadlessPrintSystem::OpenPrinterW(const char16_t* name, PrinterHandle* printer,
+                                       const PrinterDefaults* defaults) {
+  *printer = nullptr;
+  lastDesiredAccess_ = defaults == nullptr ? 0 : defaults->DesiredAccess;
+  const auto found = std::find_if(
+      printers_.begin(), printers_.end(),
+      [name](const auto& candidate) { return name != nullptr && candidate->name == name; });
+  if (faults_.ShouldFail("OpenPrinterW") || found == printers_.end()) {
+    return Fail(kErrorInvalidPrinterName);
+  }
+  const std::uintptr_t handle = nextHandle_;
+  nextHandle_ += 8;
+  handles_[handle] = found->get();
+  *printer = HandleOf<PrinterHandle>(handle);
+  return true;
+}
+
+bool HeadlessPrintSystem::ClosePrinter(PrinterHandle printer) {
+  return handles_.erase(NumberOf(printer)) != 0 || Fail(kErrorInvalidHandle);
+}
+
+bool HeadlessPrintSystem::GetPrinterW(PrinterHandle printer, std::uint32_t level, void* buffer,
+                                      std::uint32_t sizeBytes, std::uint32_t* neededBytes) {
+  *neededBytes = 0;
+  HeadlessPrinter* found = Find(printer);
+  if (faults_.ShouldFail("GetPrinterW") || found == nullptr || !found->describes) {
+    return Fail(kErrorInvalidHandle);
+  }
+  if (level != 2) {
+    return Fail(kErrorInvalidLevel);
+  }
+  const std::uint32_t error = AnswerBlock(&WriteInfo, *found, buffer, sizeBytes, neededBytes);
+  found->port.append(growth_, u' ');
+  return error == kErrorSuccess || Fail(error);
+}
+
+bool HeadlessPrintSystem::GetPrinterDriverW(PrinterHandle printer, const char16_t* /*environment*/,
+                                            std::uint32_t level, void* buffer,
+                                            std::uint32_t sizeBytes, std::uint32_t* neededBytes) {
+  *neededBytes = 0;
+  const HeadlessPrinter* found = Find(printer);
+  if (faults_.ShouldFail("GetPrinterDriverW") || found == nullptr) {
+    return Fail(kErrorInvalidHandle);
+  }
+  if (level != 2) {
+    return Fail(kErrorInvalidLevel);
+  }
+  const std::uint32_t error = AnswerBlock(&WriteDriverInfo, *found, buffer, sizeBytes, neededBytes);
+  return error == kErrorSuccess || Fail(error);
+}
+
+// ---- Modules ------------------------------------------------------------------------------------
+
+void HeadlessModules::Install(std::u16string_view path, StringTable strings) {
+  auto library = std::make_shared<Library>();
+  library->path = path;
+  library->strings = std::move(strings);
+  installed_[LowerCase(path)] = std::move(library);
+}
+
+void HeadlessModules::Remove(std::u16string_view path) {
+  installed_.erase(LowerCase(path));
+}
+
+HeadlessModules::Library* HeadlessModules::Find(ModuleHandle module) {
+  const auto found = known_.find(module);
+  return found == known_.end() || found->second->loads == 0 ? nullptr : found->second.get();
+}
+
+bool HeadlessModules::Fail(std::uint32_t code) {
+  debug_.SetLastError(code);
+  return false;
+}
+
+std::size_t HeadlessModules::loads() const {
+  std::size_t total = 0;
+  for (const auto& [handle, library] : known_) {
+    total += library->loads;
+  }
+  return total;
+}
+
+std::size_t HeadlessModules::loadsOf(std::u16string_view path) const {
+  const auto found = installed_.find(LowerCase(path));
+  return found == installed_.end() ? 0 : found->second->loads;
+}
+
+std::uint32_t HeadlessModules::GetModuleFileNameW(ModuleHandle module, char16_t* path,
+                                                  std::uint32_t units) {
+  const Library* library = Find(module);
+  if (faults_.ShouldFail("GetModuleFileNameW") || library == nullptr || units == 0) {
+    Fail(kErrorModuleNotFound);
+    return 0;
+  }
+  const std::size_t copied = std::min<std::size_t>(library->path.size(), units - 1);
+  std::copy_n(library->path.data(), copied, path);
+  path[copied] = u'\0';
+  if (copied < library->path.size()) {
+    Fail(kErrorInsufficientBuffer);
+    return units;
+  }
+  return static_cast<std::uint32_t>(copied);
+}
+
+ModuleHandle HeadlessModules::LoadLibraryW(const char16_t* path) {
+  const auto found = installed_.find(LowerCase(path));
+  if (faults_.ShouldFail("LoadLibraryW") || found == installed_.end()) {
+    Fail(kErrorModuleNotFound);
+    return nullptr;
+  }
+  const ModuleHandle handle = reinterpret_cast<ModuleHandle>(found->second.get());
+  known_[handle] = found->second;
+  ++found->second->loads;
+  return handle;
+}
+
+bool HeadlessModules::FreeLibrary(ModuleHandle module) {
+  Library* library = Find(module);
+  if (library == nullptr) {
+    return Fail(kErrorInvalidHandle);
+  }
+  --library->loads;
+  return true;
+}
+
+int HeadlessModules::LoadStringW(ModuleHandle module, std::uint32_t id, char16_t* buffer,
+                                 int units) {
+  requestedStrings.push_back(id);
+  const Library* library = Find(module);
+  if (faults_.ShouldFail("LoadStringW") || library == nullptr || units <= 0) {
+    return 0;
+  }
+  const auto text = library->strings.find(id);
+  if (text == library->strings.end()) {
+    buffer[0] = u'\0';
+    Fail(kErrorResourceNameNotFound);
+    return 0;
+  }
+  const int copied = std::min(static_cast<int>(text->second.size()), units - 1);
+  std::copy_n(text->second.data(), copied, buffer);
+  buffer[copied] = u'\0';
+  return copied;
+}
+
+// ---- Files --------------------------------------------------------------------------------------
+
+HeadlessFiles::OpenFile* HeadlessFiles::Find(FileHandle file) {
+  const auto found = open_.find(NumberOf(file));
+  return found == open_.end() ? nullptr : &found->second;
+}
+
+bool HeadlessFiles::Fail(std::uint32_t code) {
+  debug_.SetLastError(code);
+  return false;
+}
+
+FileHandle HeadlessFiles::CreateFileW(const char16_t* path, Access access) {
+  const std::u16string key = LowerCase(path);
+  if (faults_.ShouldFail("CreateFileW") ||
+      (access == Access::kOpenExistingForReading && !files_.contains(key))) {
+    Fail(kErrorFileNotFound);
+    return nullptr;
+  }
+  if (access == Access::kCreateAlwaysForWriting) {
+    files_[key] = std::make_shared<Content>();
+  }
+  const std::uintptr_t handle = nextHandle_;
+  nextHandle_ += 8;
+  open_[handle] = {files_[key], 0, access};
+  return HandleOf<FileHandle>(handle);
+}
+
+bool HeadlessFiles::ReadFile(FileHandle file, void* buffer, std::uint32_t sizeBytes,
+                             std::uint32_t* readBytes) {
+  *readBytes = 0;
+  OpenFile* open = Find(file);
+  if (faults_.ShouldFail("ReadFile") || open == nullptr ||
+      open->access != Access::kOpenExistingForReading) {
+    return Fail(kErrorInvalidHandle);
+  }
+  const std::size_t rest = open->content->size() - std::min(open->place, open->content->size());
+  const std::size_t count = std::min<std::size_t>(rest, sizeBytes);
+  std::copy_n(open->content->data() + open->place, count, static_cast<std::byte*>(buffer));
+  open->place += count;
+  *readBytes = static_cast<std::uint32_t>(count);
+  return true;
+}
+
+bool HeadlessFiles::WriteFile(FileHandle file, const void* data, std::uint32_t sizeBytes,
+                              std::uint32_t* writtenBytes) {
+  *writtenBytes = 0;
+  OpenFile* open = Find(file);
+  if (faults_.ShouldFail("WriteFile") || open == nullptr ||
+      open->access != Access::kCreateAlwaysForWriting) {
+    return Fail(kErrorInvalidHandle);
+  }
+  const auto* bytes = static_cast<const std::byte*>(data);
+  open->content->insert(open->content->end(), bytes, bytes + sizeBytes);
+  *writtenBytes = sizeBytes;
+  return true;
+}
+
+bool HeadlessFiles::CloseHandle(FileHandle file) {
+  return open_.erase(NumberOf(file)) != 0 || Fail(kErrorInvalidHandle);
+}
+
+bool HeadlessFiles::DeleteFileW(const char16_t* path) {
+  if (faults_.ShouldFail("DeleteFileW") || files_.erase(LowerCase(path)) == 0) {
+    return Fail(kErrorFileNotFound);
+  }
+  return true;
+}
+
+}  // namespace ostrel::headless
