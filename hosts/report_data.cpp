@@ -4,6 +4,9 @@
 #include "driver_exports.h"
 #include "print_system_setup.h"
 
+#include <windows.h>
+#include <winspool.h>
+
 #include <algorithm>
 #include <array>
 #include <cstddef>
@@ -11,9 +14,6 @@
 #include <functional>
 #include <stdexcept>
 #include <string_view>
-
-#include <windows.h>
-#include <winspool.h>
 
 namespace ostrel::report {
 namespace {
@@ -35,20 +35,13 @@ struct CodeName {
 };
 
 constexpr CodeName kNumberCodes[] = {
-    {DC_DUPLEX, "two-sided printing"},
-    {DC_COPIES, "most copies"},
-    {DC_COLLATE, "collating"},
-    {DC_ORIENTATION, "landscape turned by degrees"},
-    {DC_SIZE, "public record, bytes"},
-    {DC_EXTRA, "private record, bytes"},
-    {DC_VERSION, "record version"},
-    {DC_DRIVER, "driver version"},
-    {DC_TRUETYPE, "TrueType abilities"},
-    {DC_FILEDEPENDENCIES, "files depended on"},
-    {DC_BINADJUST, "bin adjustments"},
-    {DC_STAPLE, "stapling"},
-    {DC_PRINTRATEPPM, "pages a minute"},
-    {DC_COLORDEVICE, "colour"},
+    {DC_DUPLEX, "two-sided printing"},   {DC_COPIES, "most copies"},
+    {DC_COLLATE, "collating"},           {DC_ORIENTATION, "landscape turned by degrees"},
+    {DC_SIZE, "public record, bytes"},   {DC_EXTRA, "private record, bytes"},
+    {DC_VERSION, "record version"},      {DC_DRIVER, "driver version"},
+    {DC_TRUETYPE, "TrueType abilities"}, {DC_FILEDEPENDENCIES, "files depended on"},
+    {DC_BINADJUST, "bin adjustments"},   {DC_STAPLE, "stapling"},
+    {DC_PRINTRATEPPM, "pages a minute"}, {DC_COLORDEVICE, "colour"},
 };
 
 constexpr CodeName kCodesLeftOpen[] = {
@@ -71,13 +64,20 @@ struct FieldName {
 };
 
 constexpr FieldName kFieldNames[] = {
-    {DM_ORIENTATION, "orientation"}, {DM_PAPERSIZE, "paper size"},
-    {DM_PAPERLENGTH, "paper length"}, {DM_PAPERWIDTH, "paper width"},
-    {DM_SCALE, "scale"}, {DM_COPIES, "copies"},
-    {DM_DEFAULTSOURCE, "source"}, {DM_PRINTQUALITY, "print quality"},
-    {DM_COLOR, "colour"}, {DM_DUPLEX, "duplex"},
-    {DM_YRESOLUTION, "y resolution"}, {DM_TTOPTION, "TrueType option"},
-    {DM_COLLATE, "collate"}, {DM_FORMNAME, "form name"},
+    {DM_ORIENTATION, "orientation"},
+    {DM_PAPERSIZE, "paper size"},
+    {DM_PAPERLENGTH, "paper length"},
+    {DM_PAPERWIDTH, "paper width"},
+    {DM_SCALE, "scale"},
+    {DM_COPIES, "copies"},
+    {DM_DEFAULTSOURCE, "source"},
+    {DM_PRINTQUALITY, "print quality"},
+    {DM_COLOR, "colour"},
+    {DM_DUPLEX, "duplex"},
+    {DM_YRESOLUTION, "y resolution"},
+    {DM_TTOPTION, "TrueType option"},
+    {DM_COLLATE, "collate"},
+    {DM_FORMNAME, "form name"},
     {DM_MEDIATYPE, "media type"},
 };
 
@@ -199,15 +199,10 @@ struct WrongValue {
   std::int64_t value;
 };
 
-#define PUBLIC_FIELD(member, value)                                                    \
-  {                                                                                    \
-    "public", #member, offsetof(PublicDevmode, member), sizeof(PublicDevmode::member), \
-        value                                                                          \
-  }
-#define PRIVATE_FIELD(member, value)                                                          \
-  {                                                                                           \
-    "private", #member, kPublicDevmodeBytes + offsetof(PrivateDevmode, member), kWord, value  \
-  }
+#define PUBLIC_FIELD(member, value) \
+  { "public", #member, offsetof(PublicDevmode, member), sizeof(PublicDevmode::member), value }
+#define PRIVATE_FIELD(member, value) \
+  { "private", #member, kPublicDevmodeBytes + offsetof(PrivateDevmode, member), kWord, value }
 constexpr std::size_t kWord = sizeof(std::int16_t);
 constexpr std::size_t kDoubleWord = sizeof(std::int32_t);
 
@@ -241,8 +236,8 @@ constexpr WrongValue kWrongValues[] = {
     PRIVATE_FIELD(LeftRight, -1182),
     PRIVATE_FIELD(UpDown, -1181),
     PRIVATE_FIELD(FavoriteIndex, 40),
-    PRIVATE_FIELD(Brightness, 101),
-    PRIVATE_FIELD(Highlights, -4),
+    PRIVATE_FIELD(Brightness[0], 101),
+    PRIVATE_FIELD(Highlights[0], -4),
     PRIVATE_FIELD(GammaCorrection, 5),
     PRIVATE_FIELD(TonerSavingMode, 4),
     PRIVATE_FIELD(Thickness, -1),
@@ -273,7 +268,9 @@ constexpr EndlessText kEndlessTexts[] = {
 
 using Record = std::vector<BYTE>;
 
-PDEVMODEW AsDevmode(Record& record) { return reinterpret_cast<PDEVMODEW>(record.data()); }
+PDEVMODEW AsDevmode(Record& record) {
+  return reinterpret_cast<PDEVMODEW>(record.data());
+}
 
 std::int64_t ReadNumber(const Record& record, std::size_t offset, std::size_t width_bytes) {
   if (width_bytes == kWord) {
@@ -290,8 +287,7 @@ std::wstring ReadText(const Record& record, std::size_t offset, std::size_t unit
   std::wstring text(units, L'\0');
   std::memcpy(text.data(), &record[offset], units * sizeof(wchar_t));
   const std::size_t end = text.find(L'\0');
-  return end == std::wstring::npos ? L"no terminator"
-                                   : std::to_wstring(end) + L" characters";
+  return end == std::wstring::npos ? L"no terminator" : std::to_wstring(end) + L" characters";
 }
 
 void PutWrongValues(Record& record) {
@@ -313,10 +309,9 @@ FieldChange Change(const char* recordName, const char* field, std::wstring sent,
 std::vector<FieldChange> CompareRecords(const Record& sent, const Record& received) {
   std::vector<FieldChange> changes;
   for (const WrongValue& row : kWrongValues) {
-    changes.push_back(
-        Change(row.record, row.field,
-               std::to_wstring(ReadNumber(sent, row.offset, row.width_bytes)),
-               std::to_wstring(ReadNumber(received, row.offset, row.width_bytes))));
+    changes.push_back(Change(row.record, row.field,
+                             std::to_wstring(ReadNumber(sent, row.offset, row.width_bytes)),
+                             std::to_wstring(ReadNumber(received, row.offset, row.width_bytes))));
   }
   for (const EndlessText& row : kEndlessTexts) {
     changes.push_back(Change("private", row.field, ReadText(sent, row.offset, row.units),
@@ -325,9 +320,9 @@ std::vector<FieldChange> CompareRecords(const Record& sent, const Record& receiv
   return changes;
 }
 
-DocumentProperties GatherDocumentProperties(HANDLE printer, const std::wstring& printerName,
-                                            Record& defaults) {
-  DocumentProperties all = {};
+DocumentAnswers GatherDocumentAnswers(HANDLE printer, const std::wstring& printerName,
+                                      Record& defaults) {
+  DocumentAnswers all = {};
   LPWSTR name = Writable(printerName);
   all.size_bytes = DocumentPropertiesW(nullptr, printer, name, nullptr, nullptr, 0);
   if (all.size_bytes < static_cast<std::int32_t>(kDriverDevmodeBytes)) {
@@ -437,7 +432,7 @@ PrinterReport GatherReport(const std::wstring& printerName) {
   report.configLibrary = print_system::ConfigLibraryPath(printer.get());
   report.capabilities = GatherCapabilities(printerName);
   Record defaults;
-  report.documentProperties = GatherDocumentProperties(printer.get(), printerName, defaults);
+  report.documentAnswers = GatherDocumentAnswers(printer.get(), printerName, defaults);
   report.directAnswers =
       GatherDirectAnswers(report.configLibrary, printer.get(), printerName, defaults);
   return report;

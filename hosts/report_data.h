@@ -59,7 +59,7 @@ struct FieldChange {
   bool repaired;
 };
 
-struct DocumentProperties {
+struct DocumentAnswers {
   std::int32_t size_bytes;
   std::int32_t defaultResult;  // of the call that asks for the printer's record
   std::int32_t repairResult;   // of the call that sends the wrong values
@@ -78,7 +78,7 @@ struct PrinterReport {
   std::wstring driverName;
   std::wstring configLibrary;
   Capabilities capabilities;
-  DocumentProperties documentProperties;
+  DocumentAnswers documentAnswers;
   std::vector<DirectAnswer> directAnswers;
 };
 

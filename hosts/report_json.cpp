@@ -54,7 +54,7 @@ Json CapabilitiesJson(const Capabilities& all) {
           {"unknown", Numbers(all.unknown)}};
 }
 
-Json DocumentPropertiesJson(const DocumentProperties& all) {
+Json DocumentAnswersJson(const DocumentAnswers& all) {
   Json changes = Json::array();
   for (const FieldChange& change : all.changes) {
     changes.push_back({{"record", change.record},
@@ -72,9 +72,8 @@ Json DocumentPropertiesJson(const DocumentProperties& all) {
 Json DirectAnswersJson(const std::vector<DirectAnswer>& answers) {
   Json list = Json::array();
   for (const DirectAnswer& row : answers) {
-    list.push_back({{"entryPoint", row.entryPoint},
-                    {"question", row.question},
-                    {"answer", row.answer}});
+    list.push_back(
+        {{"entryPoint", row.entryPoint}, {"question", row.question}, {"answer", row.answer}});
   }
   return list;
 }
@@ -86,7 +85,7 @@ std::string JsonReport(const PrinterReport& report) {
                       {"driverName", Utf8(report.driverName)},
                       {"configLibrary", Utf8(report.configLibrary)},
                       {"capabilities", CapabilitiesJson(report.capabilities)},
-                      {"documentProperties", DocumentPropertiesJson(report.documentProperties)},
+                      {"documentAnswers", DocumentAnswersJson(report.documentAnswers)},
                       {"directAnswers", DirectAnswersJson(report.directAnswers)}};
   return whole.dump(2) + "\n";
 }

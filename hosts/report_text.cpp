@@ -50,7 +50,9 @@ class Table {
 constexpr Table::Side kLeft = Table::Side::kLeft;
 constexpr Table::Side kRight = Table::Side::kRight;
 
-std::string Heading(const std::string& text) { return "\n" + text + "\n"; }
+std::string Heading(const std::string& text) {
+  return "\n" + text + "\n";
+}
 
 std::string Millimetres(std::int32_t tenths_mm) {
   return std::to_string(tenths_mm / 10) + "." + std::to_string(tenths_mm % 10);
@@ -131,7 +133,7 @@ std::string UnknownText(const std::vector<NumberAnswer>& unknown) {
   return Heading("Codes that this driver leaves open") + table.Text();
 }
 
-std::string DocumentPropertiesText(const DocumentProperties& all) {
+std::string DocumentAnswersText(const DocumentAnswers& all) {
   Table calls({kLeft, kRight});
   calls.Row({"how many bytes has a record?", std::to_string(all.size_bytes)});
   calls.Row({"give me the printer's record", std::to_string(all.defaultResult)});
@@ -163,10 +165,9 @@ std::string TextReport(const PrinterReport& report) {
   head.Row({"driver", Utf8(report.driverName)});
   head.Row({"library", Utf8(report.configLibrary)});
   return "What the print system says about a printer with this driver\n" + head.Text() +
-         PapersText(report.capabilities.papers) +
-         MediaReadyText(report.capabilities.mediaReady) + BinsText(report.capabilities.bins) +
-         NumbersText(report.capabilities) + UnknownText(report.capabilities.unknown) +
-         DocumentPropertiesText(report.documentProperties) +
+         PapersText(report.capabilities.papers) + MediaReadyText(report.capabilities.mediaReady) +
+         BinsText(report.capabilities.bins) + NumbersText(report.capabilities) +
+         UnknownText(report.capabilities.unknown) + DocumentAnswersText(report.documentAnswers) +
          DirectAnswersText(report.directAnswers);
 }
 

@@ -237,7 +237,9 @@ Result GetDevmodeField(UIContext* context, std::uint32_t flag, std::int16_t* val
     case kDmPaperLength:
     case kDmPaperWidth:
     case kDmColor:
-      *value = *PlainWord(record, flag);
+      if (const std::int16_t* word = PlainWord(record, flag)) {
+        *value = *word;
+      }
       break;
     case kDmScale:
       // Scaling is the layout's own; the public word never takes part in it.
