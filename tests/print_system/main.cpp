@@ -7,5 +7,7 @@
 int wmain(int count, wchar_t** arguments) {
   testing::InitGoogleTest(&count, arguments);
   testing::AddGlobalTestEnvironment(new ostrel::print_system::InstalledDriver);
-  return RUN_ALL_TESTS();
+  const int result = RUN_ALL_TESTS();
+  // A filter that fits nothing is a mistake, not a success.
+  return testing::UnitTest::GetInstance()->test_to_run_count() == 0 ? 2 : result;
 }

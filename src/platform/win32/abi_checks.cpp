@@ -6,8 +6,8 @@
 #include "platform/win32/native_types.h"
 
 #include <windows.h>
-#include <winsplp.h>
 #include <winspool.h>
+#include <winsplp.h>
 
 #include <cstddef>
 
