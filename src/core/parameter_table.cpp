@@ -141,7 +141,7 @@ std::int16_t OneUnlessWithin(std::int16_t& word, std::int16_t minimum, std::int1
   return word;
 }
 
-// The public word of a flag that is stored and read as it stands; null for any other flag.
+// The 16-bit public word that a flag writes; null for any other flag.
 std::int16_t* PlainWord(PublicDevmode& record, std::uint32_t flag) {
   switch (flag) {
     case kDmOrientation:
@@ -234,12 +234,16 @@ Result GetDevmodeField(UIContext* context, std::uint32_t flag, std::int16_t* val
       *value = OneUnlessWithin(record.dmOrientation, 0, 2);
       break;
     case kDmPaperSize:
+      *value = record.dmPaperSize;
+      break;
     case kDmPaperLength:
+      *value = record.dmPaperLength;
+      break;
     case kDmPaperWidth:
+      *value = record.dmPaperWidth;
+      break;
     case kDmColor:
-      if (const std::int16_t* word = PlainWord(record, flag)) {
-        *value = *word;
-      }
+      *value = record.dmColor;
       break;
     case kDmScale:
       // Scaling is the layout's own; the public word never takes part in it.

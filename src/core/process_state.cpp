@@ -14,6 +14,10 @@ ProcessState& Process() {
   return *g_state;
 }
 
+bool IsProcessStateSet() {
+  return g_state != nullptr;
+}
+
 Platform& World() {
   return *Process().platform;
 }

@@ -39,6 +39,9 @@ struct ProcessState {
 // The state in force. One must have been set.
 ProcessState& Process();
 
+// Whether a state is in force.
+bool IsProcessStateSet();
+
 // The platform of the state in force.
 Platform& World();
 

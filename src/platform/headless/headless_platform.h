@@ -69,8 +69,8 @@ struct HeadlessPrinter {
   std::u16string name;
   std::u16string driverName;
   std::u16string port = u"LPT1:";
-  std::vector<std::byte> devmode;  // the stored record; empty for none
-  bool describes = true;           // false: the printer opens, but tells nothing of itself
+  std::vector<std::byte> devmode = {};  // the stored record; empty for none
+  bool describes = true;                // false: the printer opens, but tells nothing of itself
 };
 
 class HeadlessPrintSystem final : public PrintSystem {

@@ -6,8 +6,10 @@
 #include "platform/win32/native_types.h"
 
 #include <windows.h>
-#include <winspool.h>
 #include <winsplp.h>
+#include <winspool.h>
+
+#include <cstddef>
 
 #include <cstddef>
 

@@ -1,0 +1,41 @@
+# The native build: the logic over the in-memory platform, with its tests, benches and fuzzers.
+enable_testing()
+
+file(GLOB OSTREL_HEADLESS_SOURCES CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/src/platform/headless/*.cpp)
+add_library(ostrel_headless STATIC ${OSTREL_HEADLESS_SOURCES})
+target_link_libraries(ostrel_headless PUBLIC ostrel_logic PRIVATE ostrel_flags)
+
+# The scene that tests, benches and fuzzers play on; it reads the compiled texts that are shipped.
+add_library(ostrel_test_world STATIC ${CMAKE_SOURCE_DIR}/tests/support/test_world.cpp)
+target_include_directories(ostrel_test_world PUBLIC ${CMAKE_SOURCE_DIR}/tests)
+target_compile_definitions(ostrel_test_world
+  PRIVATE OSTREL_COMPILED_RESOURCES="${CMAKE_BINARY_DIR}/resources")
+target_link_libraries(ostrel_test_world PUBLIC ostrel_headless PRIVATE ostrel_flags)
+add_dependencies(ostrel_test_world ostrel_resources)
+
+if(OSTREL_FUZZ)
+  include(fuzz/fuzzers.cmake)
+  return()
+endif()
+
+# ---- Tests ----------------------------------------------------------------------------------------
+
+find_package(GTest REQUIRED)
+
+file(GLOB_RECURSE OSTREL_TEST_SOURCES CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/*_test.cpp)
+list(FILTER OSTREL_TEST_SOURCES EXCLUDE REGEX "/tests/print_system/")
+add_executable(ostrel_tests ${OSTREL_TEST_SOURCES} ${CMAKE_SOURCE_DIR}/tests/support/test_main.cpp)
+target_link_libraries(ostrel_tests PRIVATE ostrel_test_world GTest::gmock GTest::gtest ostrel_flags)
+add_test(NAME native_tests COMMAND ostrel_tests --gtest_brief=1)
+
+include(fuzz/fuzzers.cmake)
+
+# ---- Benches --------------------------------------------------------------------------------------
+
+if(NOT OSTREL_SANITIZE)
+  find_package(benchmark REQUIRED)
+  file(GLOB OSTREL_BENCH_SOURCES CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/bench/native/*_bench.cpp)
+  add_executable(ostrel_bench ${OSTREL_BENCH_SOURCES})
+  target_link_libraries(ostrel_bench
+    PRIVATE ostrel_test_world benchmark::benchmark benchmark::benchmark_main ostrel_flags)
+endif()

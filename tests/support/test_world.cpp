@@ -1,0 +1,67 @@
+#include "support/test_world.h"
+
+#include "core/ui_context.h"
+
+#include <fstream>
+#include <iterator>
+#include <span>
+#include <stdexcept>
+
+namespace ostrel::test {
+namespace {
+
+std::vector<std::byte> ReadBuildFile(const std::string& path) {
+  std::ifstream file(path, std::ios::binary);
+  if (!file) {
+    throw std::runtime_error("missing " + path);
+  }
+  const std::vector<char> bytes((std::istreambuf_iterator<char>(file)), {});
+  const auto view = std::as_bytes(std::span(bytes));
+  return {view.begin(), view.end()};
+}
+
+}  // namespace
+
+const headless::StringTable& EnglishStrings() {
+  static const headless::StringTable strings =
+      headless::ReadStringTable(ReadBuildFile(OSTREL_COMPILED_RESOURCES "/ostrelPCL6uienus.res"));
+  return strings;
+}
+
+TestWorld::TestWorld() {
+  process.platform = &platform.lists;
+  platform.locale.country = u"49";
+  platform.modules.Install(kLibraryPath);
+  platform.modules.Install(kEnglishLibraryPath, EnglishStrings());
+  platform.modules.Install(kBitmapLibraryPath);
+  process.LibraryModule = platform.modules.LoadLibraryW(kLibraryPath);
+  printer = &platform.print.AddPrinter({.name = kPrinterName, .driverName = kDriverName});
+}
+
+TestWorld::~TestWorld() {
+  FreeUIContext(process.DefaultContextCopy);
+}
+
+PrinterHandle TestWorld::OpenPrinter() {
+  PrinterHandle handle = nullptr;
+  platform.print.OpenPrinterW(kPrinterName, &handle, nullptr);
+  return handle;
+}
+
+std::string TestWorld::Leftovers(std::size_t expectedLoads) {
+  FreeUIContext(process.DefaultContextCopy);
+  process.DefaultContextCopy = nullptr;
+  std::string left;
+  const auto report = [&left](const char* what, std::size_t count, std::size_t expected) {
+    if (count != expected) {
+      left += std::to_string(count) + " " + what + " instead of " + std::to_string(expected) + "; ";
+    }
+  };
+  report("blocks", platform.memory.liveBlocks(), 0);
+  report("library loads", platform.modules.loads(), expectedLoads + 1);  // and this library itself
+  report("open printers", platform.print.openPrinters(), 0);
+  report("open files", platform.files.openFiles(), 0);
+  return left;
+}
+
+}  // namespace ostrel::test

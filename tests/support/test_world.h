@@ -1,0 +1,52 @@
+// A pristine world for one test, bench or fuzz run: the in-memory platform with this driver
+// installed in it, fresh process-wide words, and both in force for the length of the scope.
+#pragma once
+
+#include "core/process_state.h"
+#include "platform/headless/headless_platform.h"
+
+#include <string>
+#include <vector>
+
+namespace ostrel::test {
+
+inline constexpr char16_t kLibraryPath[] =
+    u"C:\\windows\\system32\\spool\\drivers\\x64\\3\\ostrelPCL6ui.dll";
+inline constexpr char16_t kEnglishLibraryPath[] =
+    u"C:\\windows\\system32\\spool\\drivers\\x64\\3\\ostrelPCL6uienus.dll";
+inline constexpr char16_t kBitmapLibraryPath[] =
+    u"C:\\windows\\system32\\spool\\drivers\\x64\\3\\ostrelPCL6uiResBmp.dll";
+inline constexpr char16_t kPrinterName[] = u"Front office";
+inline constexpr char16_t kDriverName[] = u"Ostrel Hazel 2 Series";
+
+// The texts that the shipped English library holds, read from its compiled form.
+const headless::StringTable& EnglishStrings();
+
+class TestWorld {
+ public:
+  // The driver's own library, the English texts and the bitmaps are installed, and one printer,
+  // kPrinterName of driver kDriverName, without a stored record. The country is Germany, so that
+  // the locale's paper is A4; the user's language is English.
+  TestWorld();
+  ~TestWorld();
+  TestWorld(const TestWorld&) = delete;
+  TestWorld& operator=(const TestWorld&) = delete;
+
+  // An open handle to the printer.
+  PrinterHandle OpenPrinter();
+
+  // Frees what lives until the end of a process and says what is left beyond that: blocks, loaded
+  // libraries beyond `expectedLoads`, open printers and files. Empty when all is gone.
+  // Contexts keep their libraries loaded on purpose, so a test that made some tells how many loads
+  // it expects.
+  std::string Leftovers(std::size_t expectedLoads = 0);
+
+  headless::HeadlessPlatform platform;
+  ProcessState process;
+  headless::HeadlessPrinter* printer;
+
+ private:
+  ScopedProcessState scope_{process};
+};
+
+}  // namespace ostrel::test
