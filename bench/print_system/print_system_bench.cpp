@@ -29,6 +29,7 @@ using namespace ostrel::print_system;
 
 constexpr wchar_t kOurPrinter[] = L"Ours";
 constexpr wchar_t kTheirPrinter[] = L"Theirs";
+constexpr std::int32_t kNotAnswered = -1;
 constexpr double kRatioAim = 1.5;
 constexpr double kOwnCodeAim_ns = 1000;
 
@@ -171,7 +172,7 @@ struct Result {
 };
 
 Result Measure(const Question& question) {
-  const bool bothAnswer = question.theirs() != -1;
+  const bool bothAnswer = question.theirs() != kNotAnswered;
   std::vector<double> ours;
   std::vector<double> theirs;
   std::vector<double> direct;
@@ -206,23 +207,30 @@ std::string Cell(const std::optional<double>& value, int decimals) {
 }
 
 void PrintTable(const std::vector<Result>& results) {
-  std::printf("%-32s %12s %12s %8s %14s\n", "question", "ours, ns", "theirs, ns", "ratio",
+  std::printf("%-36s %12s %12s %8s %14s\n", "question", "ours, ns", "theirs, ns", "ratio",
               "own code, ns");
   for (const Result& row : results) {
-    std::printf("%-32s %12.0f %12s %8s %14s\n", row.name.c_str(), row.ours_ns,
+    std::printf("%-36s %12.0f %12s %8s %14s\n", row.name.c_str(), row.ours_ns,
                 Cell(row.theirs_ns, 0).c_str(), Cell(row.ratio(), 2).c_str(),
                 Cell(row.direct_ns, 0).c_str());
   }
 }
 
-// How the worst row stands to an aim.
+// How the rows stand to an aim; each that misses it is named.
 void PrintAim(const char* aim, const std::vector<Result>& results, double limit,
               const std::function<std::optional<double>(const Result&)>& value) {
-  const auto worst = std::ranges::max_element(
-      results, {}, [&](const Result& row) { return value(row).value_or(0); });
-  const double reached = value(*worst).value_or(0);
-  std::printf("%s: %s, %.2f at the worst (%s)\n", aim, reached <= limit ? "met" : "MISSED", reached,
-              worst->name.c_str());
+  int asked = 0;
+  std::string missed;
+  for (const Result& row : results) {
+    const std::optional<double> reached = value(row);
+    asked += reached ? 1 : 0;
+    if (reached > limit) {
+      missed += "  missed: " + row.name + ", " + Cell(reached, 2) + "\n";
+    }
+  }
+  const auto misses = std::ranges::count(missed, '\n');
+  std::printf("%s: met by %d of %d rows\n%s", aim, asked - static_cast<int>(misses), asked,
+              missed.c_str());
 }
 
 void Install() {
@@ -232,8 +240,7 @@ void Install() {
   AddPrinterWithDriver(kTheirPrinter, kPostScriptDriverName);
 }
 
-std::vector<Question> Questions(const DriverExports& driver, std::vector<BYTE>& buffer,
-                                RecordExchange& ours, RecordExchange& theirs) {
+std::vector<Question> CapabilityQuestions(const DriverExports& driver, std::vector<BYTE>& buffer) {
   std::vector<Question> questions;
   for (const CodeRow& row : kCodes) {
     questions.push_back(CapabilityQuestion(row, false, driver, buffer));
@@ -241,23 +248,56 @@ std::vector<Question> Questions(const DriverExports& driver, std::vector<BYTE>& 
       questions.push_back(CapabilityQuestion(row, true, driver, buffer));
     }
   }
-  questions.push_back(RecordQuestion("size", &RecordExchange::Size, ours, theirs));
-  questions.push_back(RecordQuestion("out", &RecordExchange::Out, ours, theirs));
-  questions.push_back(RecordQuestion("in and out", &RecordExchange::InAndOut, ours, theirs));
   return questions;
+}
+
+// The codes that need a text, in a process that has made no settings context yet: nothing holds the
+// language library then, and each call loads it anew.
+std::vector<Question> FirstUseQuestions(const DriverExports& driver, std::vector<BYTE>& buffer) {
+  std::vector<Question> questions = CapabilityQuestions(driver, buffer);
+  std::erase_if(questions, [](const Question& question) { return !question.needsText; });
+  for (Question& question : questions) {
+    question.name += ", no context";
+  }
+  return questions;
+}
+
+// What any driver pays that reads a printer's stored description: the two calls of level 2, for the
+// size and for the block. The PostScript driver keeps what it needs in memory and doesn't ask.
+Question DescriptionQuestion(RecordExchange& ours) {
+  const Call twice = [&ours] {
+    DWORD needed = 0;
+    GetPrinterW(ours.printer.get(), 2, nullptr, 0, &needed);
+    return static_cast<std::int32_t>(
+        GetPrinterW(ours.printer.get(), 2, ours.out.data(), kBufferBytes, &needed));
+  };
+  return {.name = "  of it GetPrinter, level 2, twice",
+          .needsText = true,
+          .ours = twice,
+          .theirs = [] { return kNotAnswered; },
+          .direct = std::nullopt};
+}
+
+void MeasureInto(std::vector<Result>& results, const std::vector<Question>& questions) {
+  for (const Question& question : questions) {
+    results.push_back(Measure(question));
+  }
 }
 
 void Run() {
   Install();
+  const DriverExports driver(ConfigLibraryPath(Printer(kOurPrinter).get()));
+  std::vector<BYTE> buffer(kBufferBytes);
+  std::vector<Result> results;
+  MeasureInto(results, FirstUseQuestions(driver, buffer));
+
   RecordExchange ours(kOurPrinter);
   RecordExchange theirs(kTheirPrinter);
-  const DriverExports driver(ConfigLibraryPath(ours.printer.get()));
-  std::vector<BYTE> buffer(kBufferBytes);
-
-  std::vector<Result> results;
-  for (const Question& question : Questions(driver, buffer, ours, theirs)) {
-    results.push_back(Measure(question));
-  }
+  MeasureInto(results, CapabilityQuestions(driver, buffer));
+  MeasureInto(results, {RecordQuestion("size", &RecordExchange::Size, ours, theirs),
+                        RecordQuestion("out", &RecordExchange::Out, ours, theirs),
+                        RecordQuestion("in and out", &RecordExchange::InAndOut, ours, theirs),
+                        DescriptionQuestion(ours)});
   PrintTable(results);
   std::printf("\n");
   PrintAim("aim: at most 1.5 times their time", results, kRatioAim,
