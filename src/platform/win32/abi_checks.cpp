@@ -11,6 +11,8 @@
 
 #include <cstddef>
 
+#include <cstddef>
+
 namespace ostrel::win32 {
 namespace {
 
