@@ -11,6 +11,7 @@
 #include <cstring>
 #include <optional>
 #include <string_view>
+#include <utility>
 
 namespace ostrel {
 namespace {
@@ -27,7 +28,9 @@ constexpr std::uint64_t kMissingBytesLimit = std::uint64_t{64} << 20;
 
 constexpr char kVersionText[8] = {'0', '.', '0', '.', '0', '.', '1', '\0'};
 
-Memory& Heap() { return World().memory; }
+Memory& Heap() {
+  return World().memory;
+}
 
 // A name as it is kept: UTF-8 of at most 127 bytes. Nothing when it doesn't fit.
 struct NodeName {
@@ -161,8 +164,8 @@ struct OpenTag {
   std::int32_t childCount;
 };
 
-// Takes the next field off a tag: what stands between the next colon and the comma behind it. A text
-// that begins with commas owns that whole run of them but the last.
+// Takes the next field off a tag: what stands between the next colon and the comma behind it. A
+// text that begins with commas owns that whole run of them but the last.
 std::optional<std::string_view> TakeField(std::string_view& tag) {
   const std::size_t colon = tag.find(':');
   if (colon == std::string_view::npos) {
@@ -451,7 +454,9 @@ class TreeReader {
 // ---- Writing ------------------------------------------------------------------------------------
 
 // Whether a node's value goes into the file: a container's does not.
-bool WritesValue(const CfgNode& node) { return node.childCount < 1 && node.len > 0; }
+bool WritesValue(const CfgNode& node) {
+  return node.childCount < 1 && node.len > 0;
+}
 
 // The size of the block that a tree is written through: 512 bytes for each node and its value, in
 // whole blocks of 1024. Nothing when there can be no memory for it.
@@ -528,7 +533,7 @@ class TreeWriter {
 };
 
 void WriteImage(const char16_t* path, std::span<const std::byte> image) {
-  const ScopedFile file(path, Files::Access::kCreateAlways);
+  const ScopedFile file(path, Files::Access::kCreateAlwaysForWriting);
   std::uint32_t written = 0;
   if (file.get() == nullptr ||
       !World().files.WriteFile(file.get(), image.data(), static_cast<std::uint32_t>(image.size()),
@@ -592,9 +597,9 @@ bool CfgCreate(const char16_t* path) {
   const bool built = root != nullptr && CfgAddChild(root, u"version", "string", kVersionText,
                                                     sizeof(kVersionText)) != nullptr;
   // Opening for appending makes an empty file, or finds that there can be none.
-  const bool saved =
-      built && ScopedFile(path, Files::Access::kOpenAlwaysForAppending).get() != nullptr &&
-      SaveTree(path, root);
+  const bool saved = built &&
+                     ScopedFile(path, Files::Access::kOpenAlwaysForAppending).get() != nullptr &&
+                     SaveTree(path, root);
   FreeSubtree(root);
   return saved;
 }
@@ -687,6 +692,15 @@ CfgNode* CfgReplaceNode(CfgNode* subtree, const char16_t* newName, const char16_
   node->len = kCfgReplacedValueBytes;
   node->childCount = 0;  // what hangs below it is neither found nor written any more
   return node;
+}
+
+bool CfgSetValue(CfgNode& node, std::span<const std::byte> value) {
+  if (!AllocateValue(node, static_cast<std::uint32_t>(value.size()))) {
+    return false;
+  }
+  std::ranges::copy(value, node.value);
+  node.len = static_cast<std::int32_t>(value.size());
+  return true;
 }
 
 void CfgCopyValue(const CfgNode& node, std::span<std::byte> out) {

@@ -1,8 +1,8 @@
 // The config tree file: a small persistent tree of named objects.
 //
-// An object has a name, a type word, a value of any bytes and an ordered list of child objects. A file
-// is read into memory whole, changed there and written back whole; nothing is cached between two
-// openings and nothing is locked: the last whole-file write wins.
+// An object has a name, a type word, a value of any bytes and an ordered list of child objects. A
+// file is read into memory whole, changed there and written back whole; nothing is cached between
+// two openings and nothing is locked: the last whole-file write wins.
 //
 // The format is text and bytes mixed, without header or byte order mark. Numbers are decimal ASCII:
 //
@@ -74,18 +74,19 @@ bool CfgCreate(const char16_t* path);
 // children, whatever it holds. Names are compared as bytes, case-sensitively.
 CfgNode* CfgFindChild(const CfgNode* node, const char16_t* name);
 
-// Appends a child with copies of the type and the value. Result: the child; null for a null parent, a
-// name that needs more than 127 bytes, a tag that would not fit, or when there is no memory.
+// Appends a child with copies of the type and the value. Result: the child; null for a null parent,
+// a name that needs more than 127 bytes, a tag that would not fit, or when there is no memory.
 CfgNode* CfgAddChild(CfgNode* parent, const char16_t* name, const char* type, const void* value,
                      std::int32_t len);
 
-// Removes the first direct child of that name with its whole subtree. Result: whether there was one.
+// Removes the first direct child of that name with its whole subtree. Result: whether there was
+// one.
 bool CfgDeleteChild(CfgNode* parent, const char16_t* name);
 bool CfgDeleteChild(CfgNode* parent, const char* name);
 
 // Writes the names of the first children, in file order, into rows of `rowUnits` units that lie one
-// behind the other, cut to fit and terminated. Result: how many were written; they are those that are
-// there, whatever the node announces.
+// behind the other, cut to fit and terminated. Result: how many were written; they are those that
+// are there, whatever the node announces.
 std::size_t CfgListChildren(const CfgNode* node, std::span<char16_t> rows, std::size_t rowUnits);
 
 // Finds the object of the old name anywhere in the subtree, depth first and the subtree's root
@@ -94,6 +95,9 @@ std::size_t CfgListChildren(const CfgNode* node, std::span<char16_t> rows, std::
 // when a name needs more than 127 bytes, or when there is no memory.
 CfgNode* CfgReplaceNode(CfgNode* subtree, const char16_t* newName, const char16_t* oldName,
                         const void* value);
+
+// Replaces a node's value by these bytes. Result: false, with the old value, without memory.
+bool CfgSetValue(CfgNode& node, std::span<const std::byte> value);
 
 // Copies the first bytes of a value, zeros where the file ended early. Bytes behind `len` are zero.
 void CfgCopyValue(const CfgNode& node, std::span<std::byte> out);

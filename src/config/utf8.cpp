@@ -7,8 +7,12 @@ namespace {
 
 constexpr char32_t kReplacement = 0xFFFD;
 
-constexpr bool IsHighSurrogate(char16_t unit) { return unit >= 0xD800 && unit <= 0xDBFF; }
-constexpr bool IsLowSurrogate(char16_t unit) { return unit >= 0xDC00 && unit <= 0xDFFF; }
+constexpr bool IsHighSurrogate(char16_t unit) {
+  return unit >= 0xD800 && unit <= 0xDBFF;
+}
+constexpr bool IsLowSurrogate(char16_t unit) {
+  return unit >= 0xDC00 && unit <= 0xDFFF;
+}
 
 // Takes one character off the front of a UTF-16 text.
 char32_t TakeCharacter(std::u16string_view& text) {
@@ -47,7 +51,8 @@ Encoded Encode(char32_t character) {
 }
 
 // Takes one character off the front of a UTF-8 text. Bytes that are none are taken one maximal
-// well-formed beginning at a time (the Unicode Standard, "U+FFFD substitution of maximal subparts").
+// well-formed beginning at a time (the Unicode Standard, "U+FFFD substitution of maximal
+// subparts").
 char32_t TakeCharacter(std::string_view& text) {
   const auto byteAt = [&](std::size_t i) { return static_cast<std::uint8_t>(text[i]); };
   const std::uint8_t lead = byteAt(0);

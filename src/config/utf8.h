@@ -1,5 +1,5 @@
-// Between UTF-16 and UTF-8, as the platform's conversions of code page 65001 do it without flags: what
-// can't be converted (a lone surrogate, bytes that are no UTF-8) becomes U+FFFD.
+// Between UTF-16 and UTF-8, as the platform's conversions of code page 65001 do it without flags:
+// what can't be converted (a lone surrogate, bytes that are no UTF-8) becomes U+FFFD.
 #pragma once
 
 #include <cstddef>

@@ -1,5 +1,6 @@
 #include "core/language.h"
 
+#include "core/own_place.h"
 #include "core/printer_store.h"
 #include "core/process_state.h"
 #include "core/text.h"
@@ -68,35 +69,6 @@ constexpr std::u16string_view kLibraryExtension = u".dll";
 constexpr std::size_t kSecondTryCut = 6;
 constexpr std::size_t kThirdTryCut = 8;
 
-// The place of this library: its directory, with the separator at the end, and its file name
-// without extension. Both empty when the system doesn't tell.
-class OwnPlace {
- public:
-  OwnPlace() {
-    const std::uint32_t length = World().modules.GetModuleFileNameW(
-        Process().LibraryModule, path_.data(), static_cast<std::uint32_t>(path_.size()));
-    if (length == 0 || length >= path_.size()) {
-      return;  // a path that was cut names another place
-    }
-    const std::u16string_view path(path_.data(), length);
-    const std::size_t separator = path.rfind(u'\\');
-    const std::size_t nameStart = separator == std::u16string_view::npos ? 0 : separator + 1;
-    directory_ = path.substr(0, nameStart);
-    const std::u16string_view name = path.substr(nameStart);
-    stem_ = name.substr(0, name.rfind(u'.'));
-  }
-  OwnPlace(const OwnPlace&) = delete;
-  OwnPlace& operator=(const OwnPlace&) = delete;
-
-  std::u16string_view directory() const { return directory_; }
-  std::u16string_view stem() const { return stem_; }
-
- private:
-  std::array<char16_t, kMaxPathUnits> path_ = {};
-  std::u16string_view directory_;
-  std::u16string_view stem_;
-};
-
 // Loads a library by a path put together from its pieces; null when it is too long to be one.
 template <typename... Pieces>
 ModuleHandle LoadFrom(Pieces... pieces) {
@@ -146,7 +118,7 @@ const char16_t* LanguageSuffixOf(std::uint16_t languageId) {
 
 void GetLanguageSuffix(const char16_t* driverName, std::span<char16_t> suffix) {
   CopyText(suffix, {});
-  if (ReadUserString(u"Suffix", driverName, suffix) && suffix.front() != u'\0') {
+  if (ReadUserValue(u"Suffix", suffix, driverName) && suffix.front() != u'\0') {
     return;
   }
   CopyText(suffix, LanguageSuffixOf(World().locale.GetUserDefaultUILanguage()));

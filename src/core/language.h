@@ -14,8 +14,13 @@ inline constexpr std::size_t kLanguageSuffixUnits = 128;
 // The language library's strings that the core names.
 enum StringId : std::uint16_t {
   kStringNoWatermark = 146,
+  kStringCorruptFileCaption = 199,
+  kStringUniversalCaption = 200,
   kStringDefaultFavorite = 202,
   kStringRecordRefused = 207,
+  kStringCorruptFileText = 254,
+  kStringModelChangedTip = 255,
+  kStringModelChangedTip2 = 256,
   kStringCustomPaperFormat = 281,  // with one "%d"
 };
 

@@ -19,6 +19,12 @@ struct ProcessState {
   // This library itself, remembered when it is attached.
   ModuleHandle LibraryModule = nullptr;
 
+  // One bit for each model family; 0 until a model was selected.
+  std::uint64_t ModelFlags = 0;
+
+  // The settings file, at the path that was put together last; empty when none was.
+  char16_t SettingsFilePath[kMaxPathUnits] = {};
+
   // The language library that a context loaded last; entry points without a context use it.
   ModuleHandle CurrentLanguageModule = nullptr;
 

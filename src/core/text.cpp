@@ -15,6 +15,13 @@ std::u16string_view CallerText(const char16_t* text) {
   return text == nullptr ? std::u16string_view() : std::u16string_view(text);
 }
 
+bool EqualIgnoringAsciiCase(std::u16string_view left, std::u16string_view right) {
+  const auto lower = [](char16_t unit) {
+    return unit >= u'A' && unit <= u'Z' ? static_cast<char16_t>(unit - u'A' + u'a') : unit;
+  };
+  return std::ranges::equal(left, right, {}, lower, lower);
+}
+
 std::size_t CopyText(std::span<char16_t> field, std::u16string_view text) {
   if (field.empty()) {
     return 0;

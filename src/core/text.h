@@ -15,6 +15,9 @@ std::u16string_view FieldText(std::span<const char16_t> field);
 // A terminated text from a caller; null counts as empty.
 std::u16string_view CallerText(const char16_t* text);
 
+// Whether two texts are the same but for the case of the letters A to Z.
+bool EqualIgnoringAsciiCase(std::u16string_view left, std::u16string_view right);
+
 // Copies `text` to the field, cut to fit, and fills the rest of the field with NUL. An empty field
 // is left alone. Result: units copied, without the terminator.
 std::size_t CopyText(std::span<char16_t> field, std::u16string_view text);

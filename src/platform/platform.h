@@ -24,6 +24,16 @@ class PrintSystem {
   virtual bool GetPrinterDriverW(PrinterHandle printer, const char16_t* environment,
                                  std::uint32_t level, void* buffer, std::uint32_t sizeBytes,
                                  std::uint32_t* neededBytes) = 0;
+  virtual bool GetPrinterDriverDirectoryW(const char16_t* server, const char16_t* environment,
+                                          std::uint32_t level, void* buffer,
+                                          std::uint32_t sizeBytes, std::uint32_t* neededBytes) = 0;
+  // Results of the printer data: an error code, 0 for success.
+  virtual std::uint32_t GetPrinterDataW(PrinterHandle printer, const char16_t* name,
+                                        std::uint32_t* type, void* data, std::uint32_t sizeBytes,
+                                        std::uint32_t* neededBytes) = 0;
+  virtual std::uint32_t SetPrinterDataW(PrinterHandle printer, const char16_t* name,
+                                        std::uint32_t type, const void* data,
+                                        std::uint32_t sizeBytes) = 0;
 
  protected:
   ~PrintSystem() = default;
@@ -58,22 +68,96 @@ class Modules {
 };
 
 // The file system (kernel32). What the platform takes as flags stands here as one choice a caller
-// has: open what exists for reading, or make the file anew for writing.
+// has; every opening shares the file with all others.
 class Files {
  public:
-  enum class Access { kOpenExistingForReading, kCreateAlwaysForWriting };
+  enum class Access {
+    kOpenExistingForReading,
+    kOpenExistingForUpdate,   // reading and writing; a file that may not be written isn't opened
+    kCreateAlwaysForWriting,  // what was in the file is gone
+    kOpenAlwaysForAppending,  // a missing file is made, an existing one is left as it is
+  };
 
+  // Result: kInvalidFileAttributes when there is nothing at the path.
+  virtual std::uint32_t GetFileAttributesW(const char16_t* path) = 0;
+  // Whether a search for the path finds anything; the search is ended at once.
+  virtual bool FindFirstFileW(const char16_t* path) = 0;
   // Result: null when the file can't be opened.
   virtual FileHandle CreateFileW(const char16_t* path, Access access) = 0;
+  virtual bool GetFileSizeEx(FileHandle file, std::uint64_t* sizeBytes) = 0;
   virtual bool ReadFile(FileHandle file, void* buffer, std::uint32_t sizeBytes,
                         std::uint32_t* readBytes) = 0;
   virtual bool WriteFile(FileHandle file, const void* data, std::uint32_t sizeBytes,
                          std::uint32_t* writtenBytes) = 0;
   virtual bool CloseHandle(FileHandle file) = 0;
   virtual bool DeleteFileW(const char16_t* path) = 0;
+  virtual bool CreateDirectoryW(const char16_t* path) = 0;
+  // Reads a value of an ini file. Result: units written without the terminator; `fallback` takes
+  // the place of a value that isn't there.
+  virtual std::uint32_t GetPrivateProfileStringW(const char16_t* section, const char16_t* key,
+                                                 const char16_t* fallback, char16_t* buffer,
+                                                 std::uint32_t units, const char16_t* path) = 0;
 
  protected:
   ~Files() = default;
+};
+
+// The registry below HKEY_USERS (advapi32). Results: an error code, 0 for success.
+class Registry {
+ public:
+  // Opens the key, making it if it is missing, for reading and writing values.
+  virtual std::uint32_t RegCreateKeyExW(const char16_t* path, RegistryKey* key) = 0;
+  virtual std::uint32_t RegQueryValueExW(RegistryKey key, const char16_t* name, std::uint32_t* type,
+                                         void* data, std::uint32_t* sizeBytes) = 0;
+  virtual std::uint32_t RegSetValueExW(RegistryKey key, const char16_t* name, std::uint32_t type,
+                                       const void* data, std::uint32_t sizeBytes) = 0;
+  virtual std::uint32_t RegCloseKey(RegistryKey key) = 0;
+
+ protected:
+  ~Registry() = default;
+};
+
+// Who the calling process runs for (advapi32).
+class Security {
+ public:
+  // Opens the calling process's token for queries.
+  virtual bool OpenProcessToken(TokenHandle* token) = 0;
+  virtual bool GetTokenInformation(TokenHandle token, std::uint32_t informationClass, void* buffer,
+                                   std::uint32_t sizeBytes, std::uint32_t* neededBytes) = 0;
+  virtual bool CloseHandle(TokenHandle token) = 0;
+  // The text is freed with LocalFree.
+  virtual bool ConvertSidToStringSidW(void* sid, char16_t** text) = 0;
+  virtual void LocalFree(void* block) = 0;
+  // `units` tells the buffer's size and takes the units written, with the terminator.
+  virtual bool GetUserNameW(char16_t* buffer, std::uint32_t* units) = 0;
+
+ protected:
+  ~Security() = default;
+};
+
+// The shell and its help (shell32, hhctrl).
+class Shell {
+ public:
+  // Writes the folder's path, without a separator at the end, into 260 units. Result: an HRESULT.
+  virtual std::uint32_t SHGetFolderPathW(std::uint32_t folder, char16_t* path) = 0;
+  virtual bool ShellExecuteW(const char16_t* verb, const char16_t* file,
+                             const char16_t* parameters) = 0;
+  virtual WindowHandle HtmlHelpW(WindowHandle window, const char16_t* file, std::uint32_t command,
+                                 std::uintptr_t data) = 0;
+
+ protected:
+  ~Shell() = default;
+};
+
+// Windows and boxes (user32).
+class Windows {
+ public:
+  // Result: the button's id, 0 when the box can't be shown.
+  virtual int MessageBoxW(WindowHandle owner, const char16_t* text, const char16_t* caption,
+                          std::uint32_t style) = 0;
+
+ protected:
+  ~Windows() = default;
 };
 
 // Memory whose lack an operation must survive (kernel32).
@@ -105,6 +189,10 @@ struct Platform {
   Locale& locale;
   Modules& modules;
   Files& files;
+  Registry& registry;
+  Security& security;
+  Shell& shell;
+  Windows& windows;
   Memory& memory;
   DebugOutput& debug;
 };

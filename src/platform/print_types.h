@@ -19,6 +19,12 @@ using ModuleHandle = struct ModuleHandleRep*;
 using FileHandle = struct FileHandleRep*;
 // A common property sheet.
 using SheetHandle = struct SheetHandleRep*;
+// A window.
+using WindowHandle = struct WindowHandleRep*;
+// An access token of a process.
+using TokenHandle = struct TokenHandleRep*;
+// An opened key of the registry.
+using RegistryKey = struct RegistryKeyRep*;
 
 // ---- Device mode (wingdi.h, DEVMODEW) -----------------------------------------------------------
 
@@ -252,12 +258,16 @@ static_assert(sizeof(Point) == 8);
 enum ErrorCode : std::uint32_t {
   kErrorSuccess = 0,
   kErrorFileNotFound = 2,
+  kErrorPathNotFound = 3,
+  kErrorAccessDenied = 5,
   kErrorInvalidHandle = 6,
   kErrorNotEnoughMemory = 8,
   kErrorInvalidParameter = 87,
+  kErrorDiskFull = 112,
   kErrorInsufficientBuffer = 122,
   kErrorInvalidLevel = 124,
   kErrorModuleNotFound = 126,
+  kErrorAlreadyExists = 183,
   kErrorMoreData = 234,
   kErrorInvalidPrinterName = 1801,
   kErrorResourceNameNotFound = 1814,
@@ -267,5 +277,37 @@ inline constexpr std::uint32_t kLocaleUserDefault = 0x400;  // LOCALE_USER_DEFAU
 inline constexpr std::uint32_t kLocaleICountry = 5;         // LOCALE_ICOUNTRY, winnls.h
 
 inline constexpr std::size_t kMaxPathUnits = 260;  // MAX_PATH
+
+// ---- Registry, security, shell ------------------------------------------------------------------
+
+// Types of registry values and of printer data, winnt.h.
+enum ValueType : std::uint32_t {
+  kRegSz = 1,
+  kRegBinary = 3,
+  kRegDword = 4,
+};
+
+inline constexpr std::uint32_t kTokenUser = 1;  // TOKEN_INFORMATION_CLASS, winnt.h
+
+// TOKEN_USER, its SID_AND_ATTRIBUTES told apart.
+struct TokenUser {
+  void* Sid;
+  std::uint32_t Attributes;
+};
+static_assert(sizeof(TokenUser) == 16);
+
+inline constexpr std::size_t kUserNameUnits = 257;  // UNLEN + 1, lmcons.h
+
+inline constexpr std::uint32_t kInvalidFileAttributes = 0xFFFFFFFF;  // fileapi.h
+inline constexpr std::uint32_t kCsidlSystem = 37;                    // CSIDL_SYSTEM, shlobj.h
+inline constexpr std::uint32_t kCsidlAppData = 0x1A;                 // CSIDL_APPDATA
+inline constexpr std::uint32_t kCsidlFlagCreate = 0x8000;            // CSIDL_FLAG_CREATE
+inline constexpr std::uint32_t kHelpContext = 15;                    // HH_HELP_CONTEXT, htmlhelp.h
+
+// Styles of message boxes, winuser.h.
+enum MessageBoxStyle : std::uint32_t {
+  kMbIconError = 0x10,
+  kMbRightToLeft = 0x180000,  // MB_RIGHT | MB_RTLREADING
+};
 
 }  // namespace ostrel

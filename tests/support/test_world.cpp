@@ -61,6 +61,9 @@ std::string TestWorld::Leftovers(std::size_t expectedLoads) {
   report("library loads", platform.modules.loads(), expectedLoads + 1);  // and this library itself
   report("open printers", platform.print.openPrinters(), 0);
   report("open files", platform.files.openFiles(), 0);
+  report("open registry keys", platform.registry.openKeys(), 0);
+  report("open tokens", platform.security.openTokens(), 0);
+  report("texts of the security list", platform.security.liveTexts(), 0);
   return left;
 }
 

@@ -1,5 +1,7 @@
 #include "platform/headless/headless_platform.h"
 
+#include "platform/headless/names.h"
+
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
@@ -8,27 +10,6 @@
 
 namespace ostrel::headless {
 namespace {
-
-// Paths are compared as the platform's file systems do, without regard to the case of letters.
-std::u16string LowerCase(std::u16string_view path) {
-  std::u16string lower(path);
-  for (char16_t& unit : lower) {
-    if (unit >= u'A' && unit <= u'Z') {
-      unit = static_cast<char16_t>(unit - u'A' + u'a');
-    }
-  }
-  return lower;
-}
-
-template <typename Handle>
-Handle HandleOf(std::uintptr_t number) {
-  return reinterpret_cast<Handle>(number);  // NOLINT(performance-no-int-to-ptr): never followed
-}
-
-template <typename Handle>
-std::uintptr_t NumberOf(Handle handle) {
-  return reinterpret_cast<std::uintptr_t>(handle);
-}
 
 // Lays out a block as the spooler does: a structure first, and behind it what it points at. Without
 // a buffer it only measures.
@@ -216,6 +197,57 @@ bool HeadlessPrintSystem::GetPrinterDriverW(PrinterHandle printer, const char16_
   return error == kErrorSuccess || Fail(error);
 }
 
+bool HeadlessPrintSystem::GetPrinterDriverDirectoryW(const char16_t* /*server*/,
+                                                     const char16_t* /*environment*/,
+                                                     std::uint32_t level, void* buffer,
+                                                     std::uint32_t sizeBytes,
+                                                     std::uint32_t* neededBytes) {
+  *neededBytes = static_cast<std::uint32_t>((driverDirectory.size() + 1) * sizeof(char16_t));
+  if (faults_.ShouldFail("GetPrinterDriverDirectoryW") || level != 1) {
+    return Fail(kErrorInvalidLevel);
+  }
+  if (buffer == nullptr || sizeBytes < *neededBytes) {
+    return Fail(kErrorInsufficientBuffer);
+  }
+  std::memcpy(buffer, driverDirectory.c_str(), *neededBytes);
+  return true;
+}
+
+std::uint32_t HeadlessPrintSystem::GetPrinterDataW(PrinterHandle printer, const char16_t* name,
+                                                   std::uint32_t* type, void* data,
+                                                   std::uint32_t sizeBytes,
+                                                   std::uint32_t* neededBytes) {
+  *neededBytes = 0;
+  const HeadlessPrinter* found = Find(printer);
+  if (faults_.ShouldFail("GetPrinterDataW") || found == nullptr) {
+    return kErrorInvalidHandle;
+  }
+  const auto value = found->data.find(name);
+  if (value == found->data.end()) {
+    return kErrorFileNotFound;
+  }
+  const std::vector<std::byte>& bytes = value->second.bytes;
+  *type = value->second.type;
+  *neededBytes = static_cast<std::uint32_t>(bytes.size());
+  if (sizeBytes < bytes.size()) {
+    return kErrorMoreData;
+  }
+  std::copy(bytes.begin(), bytes.end(), static_cast<std::byte*>(data));
+  return kErrorSuccess;
+}
+
+std::uint32_t HeadlessPrintSystem::SetPrinterDataW(PrinterHandle printer, const char16_t* name,
+                                                   std::uint32_t type, const void* data,
+                                                   std::uint32_t sizeBytes) {
+  HeadlessPrinter* found = Find(printer);
+  if (faults_.ShouldFail("SetPrinterDataW") || found == nullptr) {
+    return kErrorInvalidHandle;
+  }
+  const auto* bytes = static_cast<const std::byte*>(data);
+  found->data[name] = {type, {bytes, bytes + sizeBytes}};
+  return kErrorSuccess;
+}
+
 // ---- Modules ------------------------------------------------------------------------------------
 
 void HeadlessModules::Install(std::u16string_view path, StringTable strings) {
@@ -307,75 +339,6 @@ int HeadlessModules::LoadStringW(ModuleHandle module, std::uint32_t id, char16_t
   std::copy_n(text->second.data(), copied, buffer);
   buffer[copied] = u'\0';
   return copied;
-}
-
-// ---- Files --------------------------------------------------------------------------------------
-
-HeadlessFiles::OpenFile* HeadlessFiles::Find(FileHandle file) {
-  const auto found = open_.find(NumberOf(file));
-  return found == open_.end() ? nullptr : &found->second;
-}
-
-bool HeadlessFiles::Fail(std::uint32_t code) {
-  debug_.SetLastError(code);
-  return false;
-}
-
-FileHandle HeadlessFiles::CreateFileW(const char16_t* path, Access access) {
-  const std::u16string key = LowerCase(path);
-  if (faults_.ShouldFail("CreateFileW") ||
-      (access == Access::kOpenExistingForReading && !files_.contains(key))) {
-    Fail(kErrorFileNotFound);
-    return nullptr;
-  }
-  if (access == Access::kCreateAlwaysForWriting) {
-    files_[key] = std::make_shared<Content>();
-  }
-  const std::uintptr_t handle = nextHandle_;
-  nextHandle_ += 8;
-  open_[handle] = {files_[key], 0, access};
-  return HandleOf<FileHandle>(handle);
-}
-
-bool HeadlessFiles::ReadFile(FileHandle file, void* buffer, std::uint32_t sizeBytes,
-                             std::uint32_t* readBytes) {
-  *readBytes = 0;
-  OpenFile* open = Find(file);
-  if (faults_.ShouldFail("ReadFile") || open == nullptr ||
-      open->access != Access::kOpenExistingForReading) {
-    return Fail(kErrorInvalidHandle);
-  }
-  const std::size_t rest = open->content->size() - std::min(open->place, open->content->size());
-  const std::size_t count = std::min<std::size_t>(rest, sizeBytes);
-  std::copy_n(open->content->data() + open->place, count, static_cast<std::byte*>(buffer));
-  open->place += count;
-  *readBytes = static_cast<std::uint32_t>(count);
-  return true;
-}
-
-bool HeadlessFiles::WriteFile(FileHandle file, const void* data, std::uint32_t sizeBytes,
-                              std::uint32_t* writtenBytes) {
-  *writtenBytes = 0;
-  OpenFile* open = Find(file);
-  if (faults_.ShouldFail("WriteFile") || open == nullptr ||
-      open->access != Access::kCreateAlwaysForWriting) {
-    return Fail(kErrorInvalidHandle);
-  }
-  const auto* bytes = static_cast<const std::byte*>(data);
-  open->content->insert(open->content->end(), bytes, bytes + sizeBytes);
-  *writtenBytes = sizeBytes;
-  return true;
-}
-
-bool HeadlessFiles::CloseHandle(FileHandle file) {
-  return open_.erase(NumberOf(file)) != 0 || Fail(kErrorInvalidHandle);
-}
-
-bool HeadlessFiles::DeleteFileW(const char16_t* path) {
-  if (faults_.ShouldFail("DeleteFileW") || files_.erase(LowerCase(path)) == 0) {
-    return Fail(kErrorFileNotFound);
-  }
-  return true;
 }
 
 }  // namespace ostrel::headless

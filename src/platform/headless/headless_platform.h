@@ -12,6 +12,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <unordered_map>
 #include <unordered_set>
@@ -64,12 +65,25 @@ class HeadlessLocale final : public Locale {
   HeadlessDebugOutput& debug_;
 };
 
+// A typed value of the registry or of the printer data.
+struct StoredValue {
+  std::uint32_t type = 0;
+  std::vector<std::byte> bytes = {};
+
+  static StoredValue Dword(std::uint32_t number);
+  static StoredValue Text(std::u16string_view text);  // REG_SZ, with its terminator
+  static StoredValue Binary(std::vector<std::byte> bytes) { return {kRegBinary, std::move(bytes)}; }
+  bool operator==(const StoredValue&) const = default;
+};
+using StoredValues = std::map<std::u16string, StoredValue>;
+
 // What the spooler knows of one printer.
 struct HeadlessPrinter {
   std::u16string name;
   std::u16string driverName;
   std::u16string port = u"LPT1:";
   std::vector<std::byte> devmode = {};  // the stored record; empty for none
+  StoredValues data = {};               // the printer data
   bool describes = true;                // false: the printer opens, but tells nothing of itself
 };
 
@@ -86,6 +100,14 @@ class HeadlessPrintSystem final : public PrintSystem {
   bool GetPrinterDriverW(PrinterHandle printer, const char16_t* environment, std::uint32_t level,
                          void* buffer, std::uint32_t sizeBytes,
                          std::uint32_t* neededBytes) override;
+  bool GetPrinterDriverDirectoryW(const char16_t* server, const char16_t* environment,
+                                  std::uint32_t level, void* buffer, std::uint32_t sizeBytes,
+                                  std::uint32_t* neededBytes) override;
+  std::uint32_t GetPrinterDataW(PrinterHandle printer, const char16_t* name, std::uint32_t* type,
+                                void* data, std::uint32_t sizeBytes,
+                                std::uint32_t* neededBytes) override;
+  std::uint32_t SetPrinterDataW(PrinterHandle printer, const char16_t* name, std::uint32_t type,
+                                const void* data, std::uint32_t sizeBytes) override;
 
   // Adds a printer; the reference stays good until the platform ends.
   HeadlessPrinter& AddPrinter(HeadlessPrinter printer);
@@ -95,6 +117,8 @@ class HeadlessPrintSystem final : public PrintSystem {
   std::uint32_t lastDesiredAccess() const { return lastDesiredAccess_; }
   // Makes the printer's description longer by this many units between each two calls.
   void GrowDescriptionBy(std::size_t units) { growth_ = units; }
+
+  std::u16string driverDirectory = u"C:\\windows\\system32\\spool\\drivers\\x64";
 
  private:
   HeadlessPrinter* Find(PrinterHandle printer);
@@ -145,22 +169,42 @@ class HeadlessModules final : public Modules {
   std::unordered_map<ModuleHandle, std::shared_ptr<Library>> known_;
 };
 
+// A folder tree in memory, whose folders exist when they were made or hold a file.
 class HeadlessFiles final : public Files {
  public:
+  using Content = std::vector<std::byte>;
+
   HeadlessFiles(FaultPlan& faults, HeadlessDebugOutput& debug) : faults_(faults), debug_(debug) {}
 
+  std::uint32_t GetFileAttributesW(const char16_t* path) override;
+  bool FindFirstFileW(const char16_t* path) override;
   FileHandle CreateFileW(const char16_t* path, Access access) override;
+  bool GetFileSizeEx(FileHandle file, std::uint64_t* sizeBytes) override;
   bool ReadFile(FileHandle file, void* buffer, std::uint32_t sizeBytes,
                 std::uint32_t* readBytes) override;
   bool WriteFile(FileHandle file, const void* data, std::uint32_t sizeBytes,
                  std::uint32_t* writtenBytes) override;
   bool CloseHandle(FileHandle file) override;
   bool DeleteFileW(const char16_t* path) override;
+  bool CreateDirectoryW(const char16_t* path) override;
+  std::uint32_t GetPrivateProfileStringW(const char16_t* section, const char16_t* key,
+                                         const char16_t* fallback, char16_t* buffer,
+                                         std::uint32_t units, const char16_t* path) override;
+
+  // Puts a file at a path, and reads it back; null when there is none.
+  void Put(std::u16string_view path, Content content);
+  const Content* Get(std::u16string_view path) const;
+  // Files below the path can be read, and neither written nor made.
+  void MakeReadOnly(std::u16string_view path);
+  // Bytes that may still be written before the disk is full.
+  std::optional<std::size_t> freeBytes;
 
   std::size_t openFiles() const { return open_.size(); }
+  // Files opened since the start, of whatever kind of access.
+  std::size_t openings() const { return openings_; }
+  bool IsDirectory(std::u16string_view path) const;
 
  private:
-  using Content = std::vector<std::byte>;
   struct OpenFile {
     std::shared_ptr<Content> content;
     std::size_t place = 0;
@@ -168,12 +212,113 @@ class HeadlessFiles final : public Files {
   };
   OpenFile* Find(FileHandle file);
   bool Fail(std::uint32_t code);
+  bool IsReadOnly(const std::u16string& key) const;
 
   FaultPlan& faults_;
   HeadlessDebugOutput& debug_;
-  std::map<std::u16string, std::shared_ptr<Content>> files_;  // by lower-case path
+  // By lower-case path.
+  std::map<std::u16string, std::shared_ptr<Content>> files_;
+  std::set<std::u16string> directories_;
+  std::set<std::u16string> readOnly_;
   std::map<std::uintptr_t, OpenFile> open_;
   std::uintptr_t nextHandle_ = 0x2000;
+  std::size_t openings_ = 0;
+};
+
+// The registry below HKEY_USERS. Keys and values are found without regard to the case of letters.
+class HeadlessRegistry final : public Registry {
+ public:
+  explicit HeadlessRegistry(FaultPlan& faults) : faults_(faults) {}
+
+  std::uint32_t RegCreateKeyExW(const char16_t* path, RegistryKey* key) override;
+  std::uint32_t RegQueryValueExW(RegistryKey key, const char16_t* name, std::uint32_t* type,
+                                 void* data, std::uint32_t* sizeBytes) override;
+  std::uint32_t RegSetValueExW(RegistryKey key, const char16_t* name, std::uint32_t type,
+                               const void* data, std::uint32_t sizeBytes) override;
+  std::uint32_t RegCloseKey(RegistryKey key) override;
+
+  // The values of a key, by lower-case name; made when it is missing.
+  StoredValues& Values(std::u16string_view path);
+  bool Has(std::u16string_view path) const;
+  std::size_t openKeys() const { return open_.size(); }
+
+ private:
+  StoredValues* Find(RegistryKey key);
+
+  FaultPlan& faults_;
+  std::map<std::u16string, StoredValues> keys_;  // by lower-case path
+  std::map<std::uintptr_t, StoredValues*> open_;
+  std::uintptr_t nextHandle_ = 0x3000;
+};
+
+class HeadlessSecurity final : public Security {
+ public:
+  HeadlessSecurity(FaultPlan& faults, HeadlessDebugOutput& debug)
+      : faults_(faults), debug_(debug) {}
+
+  bool OpenProcessToken(TokenHandle* token) override;
+  bool GetTokenInformation(TokenHandle token, std::uint32_t informationClass, void* buffer,
+                           std::uint32_t sizeBytes, std::uint32_t* neededBytes) override;
+  bool CloseHandle(TokenHandle token) override;
+  bool ConvertSidToStringSidW(void* sid, char16_t** text) override;
+  void LocalFree(void* block) override;
+  bool GetUserNameW(char16_t* buffer, std::uint32_t* units) override;
+
+  std::u16string userName = u"ada";
+  std::u16string userSid = u"S-1-5-21-1-2-3-1000";
+  std::size_t openTokens() const { return openTokens_; }
+  std::size_t liveTexts() const { return liveTexts_; }
+
+ private:
+  FaultPlan& faults_;
+  HeadlessDebugOutput& debug_;
+  std::size_t openTokens_ = 0;
+  std::size_t liveTexts_ = 0;
+};
+
+class HeadlessShell final : public Shell {
+ public:
+  explicit HeadlessShell(FaultPlan& faults) : faults_(faults) {}
+
+  std::uint32_t SHGetFolderPathW(std::uint32_t folder, char16_t* path) override;
+  bool ShellExecuteW(const char16_t* verb, const char16_t* file,
+                     const char16_t* parameters) override;
+  WindowHandle HtmlHelpW(WindowHandle window, const char16_t* file, std::uint32_t command,
+                         std::uintptr_t data) override;
+
+  struct Started {
+    std::u16string verb;
+    std::u16string file;
+    std::u16string parameters;
+    bool operator==(const Started&) const = default;
+  };
+  struct HelpCall {
+    WindowHandle window;
+    std::u16string file;
+    std::uint32_t command;
+    std::uintptr_t data;
+  };
+  std::u16string applicationData = u"C:\\users\\ada\\AppData\\Roaming";
+  std::u16string systemFolder = u"C:\\windows\\system32";
+  std::vector<Started> started;
+  std::vector<HelpCall> help;
+
+ private:
+  FaultPlan& faults_;
+};
+
+class HeadlessWindows final : public Windows {
+ public:
+  int MessageBoxW(WindowHandle owner, const char16_t* text, const char16_t* caption,
+                  std::uint32_t style) override;
+
+  struct Box {
+    WindowHandle owner;
+    std::u16string text;
+    std::u16string caption;
+    std::uint32_t style;
+  };
+  std::vector<Box> boxes;
 };
 
 struct HeadlessPlatform {
@@ -184,7 +329,11 @@ struct HeadlessPlatform {
   HeadlessPrintSystem print{faults, debug};
   HeadlessModules modules{faults, debug};
   HeadlessFiles files{faults, debug};
-  Platform lists{print, locale, modules, files, memory, debug};
+  HeadlessRegistry registry{faults};
+  HeadlessSecurity security{faults, debug};
+  HeadlessShell shell{faults};
+  HeadlessWindows windows;
+  Platform lists{print, locale, modules, files, registry, security, shell, windows, memory, debug};
 };
 
 }  // namespace ostrel::headless

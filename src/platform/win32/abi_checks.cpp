@@ -6,12 +6,13 @@
 #include "platform/win32/native_types.h"
 
 #include <windows.h>
-#include <winsplp.h>
 #include <winspool.h>
+#include <shlobj.h>
+#include <winsplp.h>
 
 #include <cstddef>
-
-#include <cstddef>
+#include <htmlhelp.h>
+#include <lmcons.h>
 
 namespace ostrel::win32 {
 namespace {
@@ -197,6 +198,25 @@ OSTREL_SAME_VALUE(kErrorResourceNameNotFound, ERROR_RESOURCE_NAME_NOT_FOUND);
 OSTREL_SAME_VALUE(kLocaleUserDefault, LOCALE_USER_DEFAULT);
 OSTREL_SAME_VALUE(kLocaleICountry, LOCALE_ICOUNTRY);
 OSTREL_SAME_VALUE(kMaxPathUnits, MAX_PATH);
+OSTREL_SAME_VALUE(kErrorPathNotFound, ERROR_PATH_NOT_FOUND);
+OSTREL_SAME_VALUE(kErrorAccessDenied, ERROR_ACCESS_DENIED);
+OSTREL_SAME_VALUE(kErrorDiskFull, ERROR_DISK_FULL);
+OSTREL_SAME_VALUE(kErrorAlreadyExists, ERROR_ALREADY_EXISTS);
+OSTREL_SAME_VALUE(kRegSz, REG_SZ);
+OSTREL_SAME_VALUE(kRegBinary, REG_BINARY);
+OSTREL_SAME_VALUE(kRegDword, REG_DWORD);
+OSTREL_SAME_VALUE(kTokenUser, ::TokenUser);
+OSTREL_SAME_VALUE(kUserNameUnits, UNLEN + 1);
+OSTREL_SAME_VALUE(kInvalidFileAttributes, INVALID_FILE_ATTRIBUTES);
+OSTREL_SAME_VALUE(kCsidlSystem, CSIDL_SYSTEM);
+OSTREL_SAME_VALUE(kCsidlAppData, CSIDL_APPDATA);
+OSTREL_SAME_VALUE(kCsidlFlagCreate, CSIDL_FLAG_CREATE);
+OSTREL_SAME_VALUE(kHelpContext, HH_HELP_CONTEXT);
+OSTREL_SAME_VALUE(kMbIconError, MB_ICONERROR);
+OSTREL_SAME_VALUE(kMbRightToLeft, MB_RIGHT | MB_RTLREADING);
+static_assert(sizeof(TokenUser) == sizeof(TOKEN_USER));
+static_assert(offsetof(TokenUser, Sid) == offsetof(TOKEN_USER, User.Sid));
+static_assert(offsetof(TokenUser, Attributes) == offsetof(TOKEN_USER, User.Attributes));
 
 #undef OSTREL_SAME_SIZE
 #undef OSTREL_SAME_MEMBER

@@ -8,16 +8,54 @@ namespace ostrel::win32 {
 namespace {
 
 // Other processes of the same user read and write the same files, without any lock between them.
-constexpr DWORD kShareWithAll = FILE_SHARE_READ | FILE_SHARE_WRITE;
+constexpr DWORD kShareWithAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+
+struct Opening {
+  DWORD access;
+  DWORD disposition;
+};
+
+const Opening& OpeningOf(Files::Access access) {
+  static constexpr Opening kReading = {GENERIC_READ, OPEN_EXISTING};
+  static constexpr Opening kUpdate = {GENERIC_READ | GENERIC_WRITE, OPEN_EXISTING};
+  static constexpr Opening kWriting = {GENERIC_WRITE, CREATE_ALWAYS};
+  static constexpr Opening kAppending = {FILE_APPEND_DATA, OPEN_ALWAYS};
+  switch (access) {
+    case Files::Access::kOpenExistingForUpdate:
+      return kUpdate;
+    case Files::Access::kCreateAlwaysForWriting:
+      return kWriting;
+    case Files::Access::kOpenAlwaysForAppending:
+      return kAppending;
+    default:
+      return kReading;
+  }
+}
 
 }  // namespace
 
+std::uint32_t SystemFiles::GetFileAttributesW(const char16_t* path) {
+  return ::GetFileAttributesW(Wide(path));
+}
+
+bool SystemFiles::FindFirstFileW(const char16_t* path) {
+  WIN32_FIND_DATAW found;
+  const HANDLE search = ::FindFirstFileW(Wide(path), &found);
+  return search != INVALID_HANDLE_VALUE && ::FindClose(search) != FALSE;
+}
+
 FileHandle SystemFiles::CreateFileW(const char16_t* path, Access access) {
-  const bool reading = access == Access::kOpenExistingForReading;
-  const HANDLE file =
-      ::CreateFileW(Wide(path), reading ? GENERIC_READ : GENERIC_WRITE, kShareWithAll, nullptr,
-                    reading ? OPEN_EXISTING : CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+  const Opening& opening = OpeningOf(access);
+  const HANDLE file = ::CreateFileW(Wide(path), opening.access, kShareWithAll, nullptr,
+                                    opening.disposition, FILE_ATTRIBUTE_NORMAL, nullptr);
   return file == INVALID_HANDLE_VALUE ? nullptr : ToFile(file);
+}
+
+bool SystemFiles::GetFileSizeEx(FileHandle file, std::uint64_t* sizeBytes) {
+  LARGE_INTEGER size = {};
+  const BOOL good = ::GetFileSizeEx(file, &size);
+  *sizeBytes = static_cast<std::uint64_t>(size.QuadPart);
+  return good != FALSE;
 }
 
 bool SystemFiles::ReadFile(FileHandle file, void* buffer, std::uint32_t sizeBytes,
@@ -42,6 +80,17 @@ bool SystemFiles::CloseHandle(FileHandle file) {
 
 bool SystemFiles::DeleteFileW(const char16_t* path) {
   return ::DeleteFileW(Wide(path)) != FALSE;
+}
+
+bool SystemFiles::CreateDirectoryW(const char16_t* path) {
+  return ::CreateDirectoryW(Wide(path), nullptr) != FALSE;
+}
+
+std::uint32_t SystemFiles::GetPrivateProfileStringW(const char16_t* section, const char16_t* key,
+                                                    const char16_t* fallback, char16_t* buffer,
+                                                    std::uint32_t units, const char16_t* path) {
+  return ::GetPrivateProfileStringW(Wide(section), Wide(key), Wide(fallback), Wide(buffer), units,
+                                    Wide(path));
 }
 
 }  // namespace ostrel::win32

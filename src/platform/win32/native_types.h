@@ -36,6 +36,22 @@ inline FileHandle ToFile(HANDLE handle) {
   return static_cast<FileHandle>(handle);
 }
 
+inline TokenHandle ToToken(HANDLE handle) {
+  return static_cast<TokenHandle>(handle);
+}
+inline HKEY FromKey(RegistryKey key) {
+  return reinterpret_cast<HKEY>(key);
+}
+inline RegistryKey ToKey(HKEY key) {
+  return reinterpret_cast<RegistryKey>(key);
+}
+inline HWND FromWindow(WindowHandle window) {
+  return reinterpret_cast<HWND>(window);
+}
+inline WindowHandle ToWindow(HWND window) {
+  return reinterpret_cast<WindowHandle>(window);
+}
+
 inline PublicDevmode* ToDevmode(DEVMODEW* record) {
   return reinterpret_cast<PublicDevmode*>(record);
 }

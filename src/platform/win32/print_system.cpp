@@ -46,4 +46,37 @@ bool SystemPrintSystem::GetPrinterDriverW(PrinterHandle printer, const char16_t*
   return had != FALSE;
 }
 
+bool SystemPrintSystem::GetPrinterDriverDirectoryW(const char16_t* server,
+                                                   const char16_t* environment, std::uint32_t level,
+                                                   void* buffer, std::uint32_t sizeBytes,
+                                                   std::uint32_t* neededBytes) {
+  DWORD needed = 0;
+  const BOOL had = ::GetPrinterDriverDirectoryW(const_cast<wchar_t*>(Wide(server)),
+                                                const_cast<wchar_t*>(Wide(environment)), level,
+                                                static_cast<BYTE*>(buffer), sizeBytes, &needed);
+  *neededBytes = needed;
+  return had != FALSE;
+}
+
+std::uint32_t SystemPrintSystem::GetPrinterDataW(PrinterHandle printer, const char16_t* name,
+                                                 std::uint32_t* type, void* data,
+                                                 std::uint32_t sizeBytes,
+                                                 std::uint32_t* neededBytes) {
+  DWORD kind = 0;
+  DWORD needed = 0;
+  const DWORD status = ::GetPrinterDataW(printer, const_cast<wchar_t*>(Wide(name)), &kind,
+                                         static_cast<BYTE*>(data), sizeBytes, &needed);
+  *type = kind;
+  *neededBytes = needed;
+  return status;
+}
+
+std::uint32_t SystemPrintSystem::SetPrinterDataW(PrinterHandle printer, const char16_t* name,
+                                                 std::uint32_t type, const void* data,
+                                                 std::uint32_t sizeBytes) {
+  // The platform takes the data as writable and doesn't write to it.
+  return ::SetPrinterDataW(printer, const_cast<wchar_t*>(Wide(name)), type,
+                           static_cast<BYTE*>(const_cast<void*>(data)), sizeBytes);
+}
+
 }  // namespace ostrel::win32

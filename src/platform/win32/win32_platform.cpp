@@ -10,6 +10,10 @@ constinit SystemPrintSystem printSystem;
 constinit SystemLocale locale;
 constinit SystemModules modules;
 constinit SystemFiles files;
+constinit SystemRegistry registry;
+constinit SystemSecurity security;
+constinit SystemShell shell;
+constinit SystemWindows windows;
 constinit SystemMemory memory;
 constinit SystemDebugOutput debugOutput;
 
@@ -17,6 +21,10 @@ constinit Platform platform = {.print = printSystem,
                                .locale = locale,
                                .modules = modules,
                                .files = files,
+                               .registry = registry,
+                               .security = security,
+                               .shell = shell,
+                               .windows = windows,
                                .memory = memory,
                                .debug = debugOutput};
 

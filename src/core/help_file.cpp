@@ -1,0 +1,88 @@
+#include "core/help_file.h"
+
+#include "core/language.h"
+#include "core/process_state.h"
+#include "core/text.h"
+
+#include <string_view>
+
+namespace ostrel {
+namespace {
+
+constexpr std::u16string_view kHelpExtension = u".chm";
+constexpr std::u16string_view kEnglishHelp = u"enus.chm";
+constexpr std::u16string_view kVersionFolder = u"\\3";
+
+// Characters behind the part of a help file's name that the later tries keep: two letters and
+// ".chm", four letters and ".chm".
+constexpr std::size_t kTwoLetterCut = 6;
+constexpr std::size_t kEnglishCut = 8;
+
+using Path = char16_t[kMaxPathUnits];
+
+// The printer driver directory, without a separator at the end; empty when the system doesn't tell.
+void ReadDriverDirectory(Path& directory) {
+  std::uint32_t needed = 0;
+  if (!World().print.GetPrinterDriverDirectoryW(nullptr, nullptr, 1, directory, sizeof(directory),
+                                                &needed)) {
+    directory[0] = u'\0';
+  }
+}
+
+// "\", stem, suffix and ".chm".
+void BuildHelpName(const char16_t* driverName, std::span<char16_t> name) {
+  constexpr std::u16string_view kLibraryExtension = u".dll";
+  char16_t libraryField[kMaxPathUnits + kLanguageSuffixUnits] = {};
+  BuildLanguageLibraryName(driverName, libraryField);
+  std::u16string_view library = FieldText(libraryField);
+  library.remove_suffix(library.ends_with(kLibraryExtension) ? kLibraryExtension.size() : 0);
+  TextBuilder(name).Add(u"\\").Add(library).Add(kHelpExtension);
+}
+
+std::u16string_view WithoutLast(std::u16string_view name, std::size_t count) {
+  return name.substr(0, name.size() - std::min(name.size(), count));
+}
+
+template <typename... Pieces>
+void WritePath(std::span<char16_t> path, Pieces... pieces) {
+  TextBuilder text(path);
+  (text.Add(pieces), ...);
+}
+
+bool Exists(const char16_t* path) {
+  return World().files.FindFirstFileW(path);
+}
+
+}  // namespace
+
+bool FindHelpFile(const char16_t* driverName, std::span<char16_t> path) {
+  Path directoryField = {};
+  ReadDriverDirectory(directoryField);
+  const std::u16string_view directory = FieldText(directoryField);
+  char16_t nameField[kMaxPathUnits + kLanguageSuffixUnits] = {};
+  BuildHelpName(driverName, nameField);
+  const std::u16string_view name = FieldText(nameField);
+
+  WritePath(path, directory, name);
+  if (Exists(path.data())) {
+    return true;
+  }
+  WritePath(path, directory, kVersionFolder, name);
+  if (Exists(path.data())) {
+    return false;
+  }
+  WritePath(path, directory, kVersionFolder, WithoutLast(name, kTwoLetterCut), kHelpExtension);
+  if (Exists(path.data())) {
+    return false;
+  }
+  WritePath(path, directory, kVersionFolder, WithoutLast(name, kEnglishCut), kEnglishHelp);
+  return false;
+}
+
+void ShowHelp(WindowHandle window, std::uint32_t contextId, const char16_t* driverName) {
+  Path path = {};
+  FindHelpFile(driverName, path);
+  World().shell.HtmlHelpW(window, path, kHelpContext, contextId);
+}
+
+}  // namespace ostrel
