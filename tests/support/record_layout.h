@@ -38,7 +38,8 @@ enum class Check {
   kSignature,  // rewritten
 };
 
-struct LayoutRow {
+// Members stand in the order of the columns, not of their sizes.
+struct LayoutRow {  // NOLINT(clang-analyzer-optin.performance.Padding)
   std::uint16_t offset;
   std::uint16_t width;  // bytes
   const char* key;      // of the parameter table, uncut; empty for none
