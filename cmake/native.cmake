@@ -21,13 +21,12 @@ endif()
 # ---- Tests ----------------------------------------------------------------------------------------
 
 find_package(GTest REQUIRED)
-include(GoogleTest)
 
 file(GLOB_RECURSE OSTREL_TEST_SOURCES CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/*_test.cpp)
 list(FILTER OSTREL_TEST_SOURCES EXCLUDE REGEX "/tests/print_system/")
 add_executable(ostrel_tests ${OSTREL_TEST_SOURCES} ${CMAKE_SOURCE_DIR}/tests/support/test_main.cpp)
 target_link_libraries(ostrel_tests PRIVATE ostrel_test_world GTest::gmock GTest::gtest ostrel_flags)
-gtest_discover_tests(ostrel_tests DISCOVERY_MODE PRE_TEST)
+add_test(NAME native_tests COMMAND ostrel_tests --gtest_brief=1)
 
 include(fuzz/fuzzers.cmake)
 

@@ -1,5 +1,6 @@
-// Replays a corpus without a fuzzing engine: every file of the folders named on the command line goes
-// once through the fuzz target. Used where the engine is not built in, above all by `make test`.
+// Replays a corpus without a fuzzing engine: every file of the folders named on the command line
+// goes once through the fuzz target. Used where the engine is not built in, above all by `make
+// test`.
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>

@@ -4,18 +4,17 @@
 
 #include "platform/win32/driver_interface.h"
 
-#include <string>
-
 #include <windows.h>
 #include <winspool.h>
+
+#include <string>
 
 namespace ostrel::print_system {
 
 // One entry point with the type of the function that it is.
 template <typename Function>
 Function* EntryPoint(HMODULE library, const char* name) {
-  return reinterpret_cast<Function*>(
-      reinterpret_cast<void*>(GetProcAddress(library, name)));
+  return reinterpret_cast<Function*>(reinterpret_cast<void*>(GetProcAddress(library, name)));
 }
 
 // The entry points of one library; null for a name that it doesn't export. The library stays loaded
@@ -26,18 +25,16 @@ class DriverExports {
       : library(LoadLibraryW(path.c_str())),
         DrvDeviceCapabilities(EntryPoint<DWORD WINAPI(HANDLE, PWSTR, WORD, PVOID, PDEVMODEW)>(
             library, "DrvDeviceCapabilities")),
-        DevQueryPrintEx(
-            EntryPoint<BOOL WINAPI(DEVQUERYPRINT_INFO*)>(library, "DevQueryPrintEx")),
+        DevQueryPrintEx(EntryPoint<BOOL WINAPI(DEVQUERYPRINT_INFO*)>(library, "DevQueryPrintEx")),
         DrvQueryJobAttributes(EntryPoint<DWORD WINAPI(HANDLE, PDEVMODEW, DWORD, LPBYTE)>(
             library, "DrvQueryJobAttributes")),
         DrvConvertDevMode(EntryPoint<BOOL WINAPI(LPWSTR, PDEVMODEW, PDEVMODEW, PLONG, DWORD)>(
             library, "DrvConvertDevMode")),
-        DrvUpgradePrinter(
-            EntryPoint<BOOL WINAPI(DWORD, LPBYTE)>(library, "DrvUpgradePrinter")),
+        DrvUpgradePrinter(EntryPoint<BOOL WINAPI(DWORD, LPBYTE)>(library, "DrvUpgradePrinter")),
         DrvDocumentPropertySheets(EntryPoint<LONG WINAPI(PPROPSHEETUI_INFO, LPARAM)>(
             library, "DrvDocumentPropertySheets")),
-        DrvDevicePropertySheets(EntryPoint<LONG WINAPI(PPROPSHEETUI_INFO, LPARAM)>(
-            library, "DrvDevicePropertySheets")),
+        DrvDevicePropertySheets(
+            EntryPoint<LONG WINAPI(PPROPSHEETUI_INFO, LPARAM)>(library, "DrvDevicePropertySheets")),
         DrvPrinterEvent(
             EntryPoint<BOOL WINAPI(LPWSTR, INT, DWORD, LPARAM)>(library, "DrvPrinterEvent")),
         DrvDriverEvent(

@@ -9,7 +9,9 @@ constexpr DWORD kDriverVersion = 3;  // user-mode drivers
 constexpr wchar_t kEnvironment[] = L"Windows x64";
 
 // The folder of a driver's version; the print system makes it with the first driver.
-std::wstring VersionFolder() { return DriverFolder() + L"\\" + std::to_wstring(kDriverVersion); }
+std::wstring VersionFolder() {
+  return DriverFolder() + L"\\" + std::to_wstring(kDriverVersion);
+}
 
 void CopyToDriverFolder(const std::wstring& sourceFolder, const std::wstring& file) {
   const std::wstring from = sourceFolder + L"\\" + file;
@@ -132,7 +134,9 @@ Printer::Printer(const std::wstring& name) {
   }
 }
 
-Printer::~Printer() { ClosePrinter(handle_); }
+Printer::~Printer() {
+  ClosePrinter(handle_);
+}
 
 std::string Utf8(std::wstring_view text) {
   const int units = static_cast<int>(text.size());

@@ -5,12 +5,12 @@
 // call that failed and its error code.
 #pragma once
 
+#include <windows.h>
+#include <winspool.h>
+
 #include <string>
 #include <string_view>
 #include <vector>
-
-#include <windows.h>
-#include <winspool.h>
 
 namespace ostrel::print_system {
 
@@ -62,7 +62,9 @@ class Printer {
 };
 
 // The platform takes many texts as pointers to writable data and writes to none of them.
-inline LPWSTR Writable(const std::wstring& text) { return const_cast<LPWSTR>(text.c_str()); }
+inline LPWSTR Writable(const std::wstring& text) {
+  return const_cast<LPWSTR>(text.c_str());
+}
 
 // For output: programs write UTF-8 whatever the code page is.
 std::string Utf8(std::wstring_view text);

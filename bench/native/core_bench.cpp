@@ -7,9 +7,8 @@
 #include "core/ui_context.h"
 #include "support/test_world.h"
 
-#include <benchmark/benchmark.h>
-
 #include <array>
+#include <benchmark/benchmark.h>
 #include <cstring>
 #include <memory>
 #include <string>

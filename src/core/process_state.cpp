@@ -14,7 +14,9 @@ ProcessState& Process() {
   return *g_state;
 }
 
-bool IsProcessStateSet() { return g_state != nullptr; }
+bool IsProcessStateSet() {
+  return g_state != nullptr;
+}
 
 Platform& World() {
   return *Process().platform;

@@ -50,9 +50,11 @@ struct SchemaRow {
 
 namespace schema_detail {
 
-template <typename Member>
+template <typename Reference>
 constexpr RecordField FieldOf(std::size_t offset) {
-  using Element = std::remove_cv_t<std::remove_extent_t<std::remove_reference_t<Member>>>;
+  using Member = std::remove_reference_t<Reference>;
+  using Element = std::remove_extent_t<Member>;
+  static_assert(std::rank_v<Member> <= 1);
   static_assert(std::is_same_v<Element, std::int16_t> || std::is_same_v<Element, std::int32_t> ||
                 std::is_same_v<Element, std::uint32_t> || std::is_same_v<Element, char16_t>);
   constexpr FieldKind kind = std::is_same_v<Element, std::int16_t>    ? FieldKind::kWord
@@ -60,7 +62,7 @@ constexpr RecordField FieldOf(std::size_t offset) {
                              : std::is_same_v<Element, std::uint32_t> ? FieldKind::kUnsignedDword
                                                                       : FieldKind::kText;
   return {kind, static_cast<std::uint16_t>(offset),
-          static_cast<std::uint16_t>(sizeof(std::remove_reference_t<Member>) / sizeof(Element))};
+          static_cast<std::uint16_t>(std::is_array_v<Member> ? std::extent_v<Member> : 1)};
 }
 
 }  // namespace schema_detail

@@ -1,6 +1,6 @@
-// The exported entry points of the library, and the one place where its pieces are put together: the
-// system's platform goes behind the logic when the library is attached. Each entry point translates
-// the print system's types and calls the logic; there are no decisions here.
+// The exported entry points of the library, and the one place where its pieces are put together:
+// the system's platform goes behind the logic when the library is attached. Each entry point
+// translates the print system's types and calls the logic; there are no decisions here.
 //
 // Promises to the print system: nothing thrown inside the library leaves it, and an entry point
 // whose work isn't built yet answers as a driver does that has nothing to add. docs/entry_points.md
@@ -66,7 +66,9 @@ BOOL WINAPI DllMain(HINSTANCE module, DWORD reason, void* /*reserved*/) {
 }
 
 // Nothing counts users of the library, so it may always be unloaded.
-HRESULT WINAPI DllCanUnloadNow() { return S_OK; }
+HRESULT WINAPI DllCanUnloadNow() {
+  return S_OK;
+}
 
 // ---- Capabilities and device modes --------------------------------------------------------------
 
@@ -87,9 +89,8 @@ BOOL WINAPI DevQueryPrintEx(DEVQUERYPRINT_INFO* info) {
 
 DWORD WINAPI DrvQueryJobAttributes(HANDLE /*printer*/, PDEVMODEW devmode, DWORD level,
                                    LPBYTE attributes) {
-  return Contained<DWORD>(0, [&] {
-    return ostrel::DrvQueryJobAttributes(ToDevmode(devmode), level, attributes);
-  });
+  return Contained<DWORD>(
+      0, [&] { return ostrel::DrvQueryJobAttributes(ToDevmode(devmode), level, attributes); });
 }
 
 BOOL WINAPI DrvConvertDevMode(LPWSTR printerName, PDEVMODEW in, PDEVMODEW out, PLONG sizeBytes,

@@ -22,7 +22,7 @@ std::u16string LowerCase(std::u16string_view path) {
 
 template <typename Handle>
 Handle HandleOf(std::uintptr_t number) {
-  return reinterpret_cast<Handle>(number);
+  return reinterpret_cast<Handle>(number);  // NOLINT(performance-no-int-to-ptr): never followed
 }
 
 template <typename Handle>

@@ -1,20 +1,20 @@
-// Holds the logic's plain types against the platform's own: every structure of print_types.h has the
-// size, and every member the place and the width, that the platform's headers give it, and every
-// constant has its value. There is nothing here but assertions.
+// Holds the logic's plain types against the platform's own: every structure of print_types.h has
+// the size, and every member the place and the width, that the platform's headers give it, and
+// every constant has its value. There is nothing here but assertions.
 #include "platform/print_types.h"
 #include "platform/win32/driver_interface.h"
 #include "platform/win32/native_types.h"
 
-#include <cstddef>
-
 #include <windows.h>
-#include <winspool.h>
 #include <winsplp.h>
+#include <winspool.h>
+
+#include <cstddef>
 
 namespace ostrel::win32 {
 namespace {
 
-#define OSTREL_SAME_SIZE(ours, theirs)            \
+#define OSTREL_SAME_SIZE(ours, theirs)           \
   static_assert(sizeof(ours) == sizeof(theirs)); \
   static_assert(alignof(ours) == alignof(theirs))
 #define OSTREL_SAME_MEMBER(ours, theirs, member)                     \

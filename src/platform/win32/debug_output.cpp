@@ -10,8 +10,12 @@ void SystemDebugOutput::OutputDebugStringW(const char16_t* line) {
   ::OutputDebugStringW(Wide(line));
 }
 
-std::uint32_t SystemDebugOutput::GetLastError() { return ::GetLastError(); }
+std::uint32_t SystemDebugOutput::GetLastError() {
+  return ::GetLastError();
+}
 
-void SystemDebugOutput::SetLastError(std::uint32_t code) { ::SetLastError(code); }
+void SystemDebugOutput::SetLastError(std::uint32_t code) {
+  ::SetLastError(code);
+}
 
 }  // namespace ostrel::win32

@@ -14,9 +14,9 @@ constexpr DWORD kShareWithAll = FILE_SHARE_READ | FILE_SHARE_WRITE;
 
 FileHandle SystemFiles::CreateFileW(const char16_t* path, Access access) {
   const bool reading = access == Access::kOpenExistingForReading;
-  const HANDLE file = ::CreateFileW(Wide(path), reading ? GENERIC_READ : GENERIC_WRITE,
-                                    kShareWithAll, nullptr, reading ? OPEN_EXISTING : CREATE_ALWAYS,
-                                    FILE_ATTRIBUTE_NORMAL, nullptr);
+  const HANDLE file =
+      ::CreateFileW(Wide(path), reading ? GENERIC_READ : GENERIC_WRITE, kShareWithAll, nullptr,
+                    reading ? OPEN_EXISTING : CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
   return file == INVALID_HANDLE_VALUE ? nullptr : ToFile(file);
 }
 
@@ -36,8 +36,12 @@ bool SystemFiles::WriteFile(FileHandle file, const void* data, std::uint32_t siz
   return good != FALSE;
 }
 
-bool SystemFiles::CloseHandle(FileHandle file) { return ::CloseHandle(file) != FALSE; }
+bool SystemFiles::CloseHandle(FileHandle file) {
+  return ::CloseHandle(file) != FALSE;
+}
 
-bool SystemFiles::DeleteFileW(const char16_t* path) { return ::DeleteFileW(Wide(path)) != FALSE; }
+bool SystemFiles::DeleteFileW(const char16_t* path) {
+  return ::DeleteFileW(Wide(path)) != FALSE;
+}
 
 }  // namespace ostrel::win32

@@ -11,6 +11,8 @@ int SystemLocale::GetLocaleInfoW(std::uint32_t locale, std::uint32_t type, char1
   return ::GetLocaleInfoW(locale, type, Wide(buffer), units);
 }
 
-std::uint16_t SystemLocale::GetUserDefaultUILanguage() { return ::GetUserDefaultUILanguage(); }
+std::uint16_t SystemLocale::GetUserDefaultUILanguage() {
+  return ::GetUserDefaultUILanguage();
+}
 
 }  // namespace ostrel::win32

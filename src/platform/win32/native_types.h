@@ -10,17 +10,31 @@ namespace ostrel::win32 {
 
 static_assert(sizeof(wchar_t) == sizeof(char16_t));
 
-inline wchar_t* Wide(char16_t* text) { return reinterpret_cast<wchar_t*>(text); }
-inline const wchar_t* Wide(const char16_t* text) { return reinterpret_cast<const wchar_t*>(text); }
-inline char16_t* Utf16(wchar_t* text) { return reinterpret_cast<char16_t*>(text); }
+inline wchar_t* Wide(char16_t* text) {
+  return reinterpret_cast<wchar_t*>(text);
+}
+inline const wchar_t* Wide(const char16_t* text) {
+  return reinterpret_cast<const wchar_t*>(text);
+}
+inline char16_t* Utf16(wchar_t* text) {
+  return reinterpret_cast<char16_t*>(text);
+}
 inline const char16_t* Utf16(const wchar_t* text) {
   return reinterpret_cast<const char16_t*>(text);
 }
 
-inline PrinterHandle ToPrinter(HANDLE handle) { return static_cast<PrinterHandle>(handle); }
-inline ModuleHandle ToModule(HMODULE module) { return reinterpret_cast<ModuleHandle>(module); }
-inline HMODULE FromModule(ModuleHandle module) { return reinterpret_cast<HMODULE>(module); }
-inline FileHandle ToFile(HANDLE handle) { return static_cast<FileHandle>(handle); }
+inline PrinterHandle ToPrinter(HANDLE handle) {
+  return static_cast<PrinterHandle>(handle);
+}
+inline ModuleHandle ToModule(HMODULE module) {
+  return reinterpret_cast<ModuleHandle>(module);
+}
+inline HMODULE FromModule(ModuleHandle module) {
+  return reinterpret_cast<HMODULE>(module);
+}
+inline FileHandle ToFile(HANDLE handle) {
+  return static_cast<FileHandle>(handle);
+}
 
 inline PublicDevmode* ToDevmode(DEVMODEW* record) {
   return reinterpret_cast<PublicDevmode*>(record);

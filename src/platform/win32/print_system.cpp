@@ -40,9 +40,8 @@ bool SystemPrintSystem::GetPrinterDriverW(PrinterHandle printer, const char16_t*
                                           std::uint32_t level, void* buffer,
                                           std::uint32_t sizeBytes, std::uint32_t* neededBytes) {
   DWORD needed = 0;
-  const BOOL had =
-      ::GetPrinterDriverW(printer, const_cast<wchar_t*>(Wide(environment)), level,
-                          static_cast<BYTE*>(buffer), sizeBytes, &needed);
+  const BOOL had = ::GetPrinterDriverW(printer, const_cast<wchar_t*>(Wide(environment)), level,
+                                       static_cast<BYTE*>(buffer), sizeBytes, &needed);
   *neededBytes = needed;
   return had != FALSE;
 }

@@ -22,6 +22,8 @@ constinit Platform platform = {.print = printSystem,
 
 }  // namespace
 
-Platform& SystemPlatform() { return platform; }
+Platform& SystemPlatform() {
+  return platform;
+}
 
 }  // namespace ostrel::win32

@@ -1,0 +1,78 @@
+# Thin doors to the CMake presets and to tools/. `make` alone says what there is.
+.DEFAULT_GOAL := help
+SHELL := /bin/bash
+JOBS ?= $(shell nproc)
+WINDOWS_BIN := build/windows/bin
+# Seconds that each fuzzer runs.
+FUZZ_SECONDS ?= 60
+
+.PHONY: help packages run test test-native test-asan test-print-system lint dist bench fuzz format clean
+
+help:
+	@echo 'make run      install the driver in a print system of its own and show what it answers'
+	@echo '              (REPORT=--json gives the same for a program)'
+	@echo 'make test     prove everything: lint, native tests, sanitizer run, print-system tests'
+	@echo 'make dist     leave what is shipped in build/dist'
+	@echo 'make bench    measure, natively and in the print system, as ratios in one run'
+	@echo 'make fuzz     run each fuzzer for FUZZ_SECONDS ($(FUZZ_SECONDS)) seconds'
+	@echo 'make format   lay out the sources by .clang-format'
+	@echo 'make lint     check layout and clang-tidy; make test does it too'
+	@echo 'make clean    remove build/'
+
+packages:
+	@tools/install-packages
+
+# $(call build,PRESET)
+define build
+	@cmake --preset $(1) --log-level=WARNING > build/$(1).configure.log 2>&1 || { cat build/$(1).configure.log; exit 1; }
+	@cmake --build --preset $(1) --parallel $(JOBS)
+endef
+
+build:
+	@mkdir -p build
+
+run: packages | build
+	$(call build,windows)
+	@tools/print-system run $(WINDOWS_BIN)/driver_report.exe $(REPORT)
+
+test: packages lint test-native test-asan test-print-system
+
+test-native: packages | build
+	$(call build,native)
+	@ctest --preset native
+
+test-asan: packages | build
+	$(call build,asan)
+	@ctest --preset asan
+
+test-print-system: packages | build
+	$(call build,windows)
+	@tools/test-print-system
+
+lint: packages | build
+	$(call build,native)
+	@tools/lint
+
+dist: packages | build
+	$(call build,windows)
+	@rm -rf build/dist
+	@mkdir -p build/dist
+	@cp $(WINDOWS_BIN)/ostrelPCL6ui*.dll build/dist/
+	@ls -l build/dist
+
+bench: packages | build
+	$(call build,native)
+	$(call build,windows)
+	@build/native/bin/ostrel_bench
+	@tools/print-system run $(WINDOWS_BIN)/print_system_bench.exe
+
+fuzz: packages | build
+	$(call build,fuzz)
+	@tools/fuzz $(FUZZ_SECONDS)
+
+format: packages
+	@tools/lint --fix-format
+
+clean:
+	@if [ -x tools/print-system ]; then tools/print-system down 2>/dev/null || true; fi
+	@rm -rf build
