@@ -22,7 +22,7 @@ set(OSTREL_STATIC_LINK
 
 file(GLOB OSTREL_WIN32_SOURCES CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/src/platform/win32/*.cpp)
 add_library(ostrel_win32 STATIC ${OSTREL_WIN32_SOURCES})
-target_link_libraries(ostrel_win32 PUBLIC ostrel_windows PRIVATE winspool)
+target_link_libraries(ostrel_win32 PUBLIC ostrel_windows PRIVATE winspool advapi32 shell32)
 
 add_library(ostrelPCL6ui MODULE
   src/driver/exports.cpp

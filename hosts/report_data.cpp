@@ -199,12 +199,15 @@ struct WrongValue {
   std::int64_t value;
 };
 
-#define PUBLIC_FIELD(member, value) \
-  { "public", #member, offsetof(PublicDevmode, member), sizeof(PublicDevmode::member), value }
-#define PRIVATE_FIELD(member, value) \
-  { "private", #member, kPublicDevmodeBytes + offsetof(PrivateDevmode, member), kWord, value }
 constexpr std::size_t kWord = sizeof(std::int16_t);
-constexpr std::size_t kDoubleWord = sizeof(std::int32_t);
+
+// clang-format off
+#define OSTREL_FIELD(record, type, start, member, value) \
+  {record, #member, (start) + offsetof(type, member), sizeof(type::member), value}
+#define PUBLIC_FIELD(member, value) OSTREL_FIELD("public", PublicDevmode, 0, member, value)
+#define PRIVATE_FIELD(member, value) \
+  OSTREL_FIELD("private", PrivateDevmode, kPublicDevmodeBytes, member, value)
+// clang-format on
 
 // Most of these are out of their range; some are odd but good, and show that these are kept.
 // clang-format off
@@ -224,9 +227,9 @@ constexpr WrongValue kWrongValues[] = {
     PRIVATE_FIELD(ColorMode, 2),
     PRIVATE_FIELD(Duplex, 9),
     PRIVATE_FIELD(ReversePrint, 1),
-    {"private", "OutputSize", kPublicDevmodeBytes + offsetof(PrivateDevmode, OutputSize), kDoubleWord, -5},
-    {"private", "ScaleFlag", kPublicDevmodeBytes + offsetof(PrivateDevmode, ScaleFlag), kDoubleWord, 7},
-    {"private", "ScaleRadio", kPublicDevmodeBytes + offsetof(PrivateDevmode, ScaleRadio), kDoubleWord, 1000},
+    PRIVATE_FIELD(OutputSize, -5),
+    PRIVATE_FIELD(ScaleFlag, 7),
+    PRIVATE_FIELD(ScaleRadio, 1000),
     PRIVATE_FIELD(MultipleUp, 99),
     PRIVATE_FIELD(PageOrder, 2),
     PRIVATE_FIELD(SourceTray, 77),
@@ -244,14 +247,14 @@ constexpr WrongValue kWrongValues[] = {
     PRIVATE_FIELD(WatermarkData.PageWMSize, 5),
     PRIVATE_FIELD(WatermarkData.PageWMAngle, 91),
     PRIVATE_FIELD(WatermarkData.WMFontChosen, 1),
-    {"private", "WatermarkData.PageWMColor",
-     kPublicDevmodeBytes + offsetof(PrivateDevmode, WatermarkData.PageWMColor), kDoubleWord, 0x1000000},
+    PRIVATE_FIELD(WatermarkData.PageWMColor, 0x1000000),
     PRIVATE_FIELD(CustomPaperSize[0].Width, 100),
-    {"private", "UseSoftFont", kPublicDevmodeBytes + offsetof(PrivateDevmode, UseSoftFont), kDoubleWord, 2},
+    PRIVATE_FIELD(UseSoftFont, 2),
 };
 // clang-format on
 #undef PUBLIC_FIELD
 #undef PRIVATE_FIELD
+#undef OSTREL_FIELD
 
 // A text member filled to its end, without a terminator.
 struct EndlessText {

@@ -14,9 +14,6 @@
 namespace ostrel {
 namespace {
 
-// The answer may grow between two calls; a printer whose description grows every time is given up.
-constexpr int kSizeTries = 4;
-
 // Printer data are shared by all users, any of whom may have written any length. No block of this
 // driver comes near this one.
 constexpr std::uint32_t kLargestBlockBytes = 0x10000;
@@ -120,14 +117,12 @@ bool GetUserSid(std::span<char16_t> text) {
   if (!security.OpenProcessToken(&token)) {
     return false;
   }
-  std::uint32_t needed = 0;
-  security.GetTokenInformation(token, kTokenUser, nullptr, 0, &needed);
-  const HeapBlock<TokenUser> user =
-      needed < sizeof(TokenUser) ? HeapBlock<TokenUser>() : HeapBlock<TokenUser>(needed);
+  const HeapBlock<TokenUser> user = AskForBlock<TokenUser>(
+      [&](TokenUser* buffer, std::uint32_t sizeBytes, std::uint32_t* neededBytes) {
+        return security.GetTokenInformation(token, kTokenUser, buffer, sizeBytes, neededBytes);
+      });
   char16_t* sid = nullptr;
-  const bool had = user &&
-                   security.GetTokenInformation(token, kTokenUser, user.get(), needed, &needed) &&
-                   security.ConvertSidToStringSidW(user->Sid, &sid);
+  const bool had = user && security.ConvertSidToStringSidW(user->Sid, &sid);
   if (had) {
     CopyText(text, CallerText(sid));
     security.LocalFree(sid);
@@ -237,25 +232,14 @@ TrayBlock TraysOfModel(const UIContext& context, const UserText& model) {
 
 HeapBlock<PrinterInfo2> GetPrinterInfo2(PrinterHandle printer) {
   constexpr std::uint32_t kLevel = 2;
-  HeapBlock<PrinterInfo2> block;
-  std::uint32_t size = 0;
-  for (int tries = 0; tries < kSizeTries; ++tries) {
-    std::uint32_t needed = 0;
-    if (World().print.GetPrinterW(printer, kLevel, block.get(), size, &needed) && block) {
-      return block;
-    }
-    if (needed <= size || World().debug.GetLastError() != kErrorInsufficientBuffer) {
-      break;
-    }
-    size = needed;
-    block = HeapBlock<PrinterInfo2>(size);
-    if (!block) {
-      World().debug.SetLastError(kErrorNotEnoughMemory);
-      break;
-    }
+  HeapBlock<PrinterInfo2> info = AskForBlock<PrinterInfo2>(
+      [printer](PrinterInfo2* buffer, std::uint32_t sizeBytes, std::uint32_t* neededBytes) {
+        return World().print.GetPrinterW(printer, kLevel, buffer, sizeBytes, neededBytes);
+      });
+  if (!info) {
+    ReportGetPrinterFailure(kLevel);
   }
-  ReportGetPrinterFailure(kLevel);
-  return {};
+  return info;
 }
 
 bool WritePrinterBlock(PrinterHandle printer, const void* data, std::uint32_t sizeBytes,

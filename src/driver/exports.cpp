@@ -5,6 +5,7 @@
 // Promises to the print system: nothing thrown inside the library leaves it, and an entry point
 // whose work isn't built yet answers as a driver does that has nothing to add. docs/entry_points.md
 // lists these.
+#include "config/setting_stores.h"
 #include "core/device_capabilities.h"
 #include "core/devmode_queries.h"
 #include "core/process_state.h"
@@ -113,11 +114,12 @@ BOOL WINAPI DrvUpgradePrinter(DWORD level, LPBYTE upgradeInfo) {
 
 // Without a sheet's description this is the form that shows nothing. The sheet itself isn't built.
 LONG WINAPI DrvDocumentPropertySheets(PPROPSHEETUI_INFO info, LPARAM lParam) {
-  return Contained<LONG>(kNoSheet, [&] {
-    return info != nullptr ? kNoSheet
-                           : ostrel::DocumentPropertiesWithoutDialog(
-                                 reinterpret_cast<ostrel::DocumentPropertyHeader*>(lParam));
-  });
+  if (info != nullptr) {
+    return kNoSheet;
+  }
+  // NOLINTNEXTLINE(performance-no-int-to-ptr): the print system passes a pointer this way.
+  auto* header = reinterpret_cast<ostrel::DocumentPropertyHeader*>(lParam);
+  return Contained<LONG>(kNoSheet, [&] { return ostrel::DocumentPropertiesWithoutDialog(header); });
 }
 
 // The printer's sheet isn't built.
@@ -127,11 +129,15 @@ LONG WINAPI DrvDevicePropertySheets(PPROPSHEETUI_INFO /*info*/, LPARAM /*lParam*
 
 // ---- Events -------------------------------------------------------------------------------------
 
-// The settings file that a removed driver takes with it isn't built. The spooler reads no meaning
-// into the answer; this driver gives 0 for every event.
-BOOL WINAPI DrvDriverEvent(DWORD /*event*/, DWORD /*level*/, LPBYTE /*driverInfo*/,
-                           LPARAM /*lParam*/) {
-  return FALSE;
+// A driver that is removed takes the settings file with it that this process has used. The spooler
+// reads no meaning into the answer; this driver gives 0 for every event.
+BOOL WINAPI DrvDriverEvent(DWORD event, DWORD /*level*/, LPBYTE /*driverInfo*/, LPARAM /*lParam*/) {
+  return Contained<BOOL>(FALSE, [&] {
+    if (event == DRIVER_EVENT_DELETE) {
+      ostrel::DeleteRememberedSettingsFile();
+    }
+    return FALSE;
+  });
 }
 
 // Work at printer events isn't built. TRUE stands for "no objection": a spooler that hears FALSE

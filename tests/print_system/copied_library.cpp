@@ -25,18 +25,17 @@ std::wstring NewFolder() {
 CopiedLibrary::CopiedLibrary(const std::vector<std::wstring>& files)
     : folder_(NewFolder()), files_(files) {
   for (const std::wstring& file : files_) {
-    if (CopyFileW((ProgramFolder() + L"\\" + file).c_str(), (folder_ + L"\\" + file).c_str(),
-                  TRUE) == FALSE) {
+    if (CopyFileW((ProgramFolder() + L"\\" + file).c_str(), PathOf(file).c_str(), TRUE) == FALSE) {
       ThrowLastError("CopyFileW");
     }
   }
-  driver_ = std::make_unique<DriverExports>(folder_ + L"\\" + kDriverLibraryFile);
+  driver_ = std::make_unique<DriverExports>(PathOf(kDriverLibraryFile));
 }
 
 CopiedLibrary::~CopiedLibrary() {
   driver_.reset();
   for (const std::wstring& file : files_) {
-    DeleteFileW((folder_ + L"\\" + file).c_str());
+    DeleteFileW(PathOf(file).c_str());
   }
   RemoveDirectoryW(folder_.c_str());
 }

@@ -21,6 +21,12 @@ class CopiedLibrary {
 
   const DriverExports* operator->() const { return driver_.get(); }
 
+  // The full path of one of the files.
+  std::wstring PathOf(const std::wstring& file) const { return folder_ + L"\\" + file; }
+
+  // Lets the driver library go, as a process does that has no more use for it.
+  void Unload() { driver_.reset(); }
+
  private:
   std::wstring folder_;
   std::vector<std::wstring> files_;

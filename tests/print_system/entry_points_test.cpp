@@ -1,5 +1,6 @@
 // Property-sheet and event entry points, called as the spooler would: the form without a dialog,
 // null arguments, and what is answered where the work isn't built yet.
+#include "copied_library.h"
 #include "print_system_fixture.h"
 
 #include <algorithm>
@@ -131,6 +132,22 @@ TEST(DllMain, AnswersOneForThreadsAndLeavesTheLibraryUsable) {
   EXPECT_EQ(entry(driver->library, DLL_THREAD_ATTACH, nullptr), 1);
   EXPECT_EQ(entry(driver->library, DLL_THREAD_DETACH, nullptr), 1);
   EXPECT_EQ(driver->DrvDeviceCapabilities(nullptr, nullptr, DC_COPIES, nullptr, nullptr), 999U);
+}
+
+TEST(DllMain, FreesTheLanguageLibraryOfTheLastContextAtDetach) {
+  CopiedLibrary driver({kDriverLibraryFile, kLanguageLibraryFile, kPictureLibraryFile});
+  const Printer printer(kTestPrinter);
+  Record out;
+  DOCUMENTPROPERTYHEADER header = {};
+  header.cbSize = sizeof(header);
+  header.hPrinter = printer.get();
+  header.pdmOut = out.devmode();
+  header.fMode = DM_OUT_BUFFER;
+  ASSERT_EQ(driver->DrvDocumentPropertySheets(nullptr, reinterpret_cast<LPARAM>(&header)), 1);
+  const std::wstring language = driver.PathOf(kLanguageLibraryFile);
+  ASSERT_NE(GetModuleHandleW(language.c_str()), nullptr);
+  driver.Unload();
+  EXPECT_EQ(GetModuleHandleW(language.c_str()), nullptr);
 }
 
 }  // namespace

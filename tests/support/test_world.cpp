@@ -23,9 +23,14 @@ std::vector<std::byte> ReadBuildFile(const std::string& path) {
 }  // namespace
 
 const headless::StringTable& EnglishStrings() {
-  static const headless::StringTable strings =
-      headless::ReadStringTable(ReadBuildFile(OSTREL_COMPILED_RESOURCES "/ostrelPCL6uienus.res"));
+  static const headless::StringTable strings = headless::ReadStringTable(EnglishResourceFile());
   return strings;
+}
+
+const std::vector<std::byte>& EnglishResourceFile() {
+  static const std::vector<std::byte> file =
+      ReadBuildFile(OSTREL_COMPILED_RESOURCES "/ostrelPCL6uienus.res");
+  return file;
 }
 
 TestWorld::TestWorld() {

@@ -5,6 +5,7 @@
 #include "core/process_state.h"
 #include "platform/headless/headless_platform.h"
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -21,6 +22,9 @@ inline constexpr char16_t kDriverName[] = u"Ostrel Hazel 2 Series";
 
 // The texts that the shipped English library holds, read from its compiled form.
 const headless::StringTable& EnglishStrings();
+
+// The bytes of that compiled form.
+const std::vector<std::byte>& EnglishResourceFile();
 
 class TestWorld {
  public:

@@ -82,6 +82,7 @@ struct HeadlessPrinter {
   std::u16string name;
   std::u16string driverName;
   std::u16string port = u"LPT1:";
+  std::u16string driverPath = u"ostrelPCL6ui.dll";
   std::vector<std::byte> devmode = {};  // the stored record; empty for none
   StoredValues data = {};               // the printer data
   bool describes = true;                // false: the printer opens, but tells nothing of itself
@@ -115,7 +116,8 @@ class HeadlessPrintSystem final : public PrintSystem {
   std::size_t openPrinters() const { return handles_.size(); }
   // The access that the last OpenPrinterW asked for; 0 without defaults.
   std::uint32_t lastDesiredAccess() const { return lastDesiredAccess_; }
-  // Makes the printer's description longer by this many units between each two calls.
+  // Makes the printer's and the driver's description longer by this many units between each two
+  // calls.
   void GrowDescriptionBy(std::size_t units) { growth_ = units; }
 
   std::u16string driverDirectory = u"C:\\windows\\system32\\spool\\drivers\\x64";

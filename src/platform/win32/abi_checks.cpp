@@ -26,6 +26,9 @@ namespace {
 #define OSTREL_SAME_VALUE(ours, theirs) \
   static_assert(static_cast<unsigned long long>(ours) == static_cast<unsigned long long>(theirs))
 
+// The size of a pointer member is what is meant.
+// NOLINTBEGIN(bugprone-sizeof-expression)
+
 OSTREL_SAME_SIZE(PublicDevmode, DEVMODEW);
 OSTREL_SAME_MEMBER(PublicDevmode, DEVMODEW, dmDeviceName);
 OSTREL_SAME_MEMBER(PublicDevmode, DEVMODEW, dmSpecVersion);
@@ -217,6 +220,8 @@ OSTREL_SAME_VALUE(kMbRightToLeft, MB_RIGHT | MB_RTLREADING);
 static_assert(sizeof(TokenUser) == sizeof(TOKEN_USER));
 static_assert(offsetof(TokenUser, Sid) == offsetof(TOKEN_USER, User.Sid));
 static_assert(offsetof(TokenUser, Attributes) == offsetof(TOKEN_USER, User.Attributes));
+
+// NOLINTEND(bugprone-sizeof-expression)
 
 #undef OSTREL_SAME_SIZE
 #undef OSTREL_SAME_MEMBER
