@@ -65,22 +65,11 @@ TEST_F(PrinterStore, DescriptionThatGrowsEachTimeIsGivenUpAfterFourCalls) {
   EXPECT_EQ(world_.platform.memory.liveBlocks(), 0U);
 }
 
-// ---- What isn't kept yet ------------------------------------------------------------------------
+// ---- Trays --------------------------------------------------------------------------------------
 
 TEST_F(PrinterStore, WithoutInformationBothOptionalTraysAreMissing) {
   EXPECT_EQ(CountMissingTrays(nullptr), 2);
   EXPECT_EQ(CountMissingTrays(printer_), 2);
-}
-
-TEST_F(PrinterStore, UnkeptUserTextLeavesTheBufferAsItWas) {
-  char16_t text[8] = u"poison";
-  EXPECT_FALSE(WriteUserString(u"Suffix", u"fr", test::kDriverName));
-  EXPECT_FALSE(ReadUserString(u"Suffix", test::kDriverName, text));
-  EXPECT_EQ(std::u16string(text), u"poison");
-}
-
-TEST_F(PrinterStore, PrinterDataAreNotClaimedToBeWritten) {
-  EXPECT_FALSE(UpgradePrinterData(printer_));
 }
 
 }  // namespace

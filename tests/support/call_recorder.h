@@ -36,7 +36,17 @@ class CallRecorder final : public PrintSystem,
                            public DebugOutput {
  public:
   explicit CallRecorder(TestWorld& world)
-      : world_(world), lists_{*this, *this, *this, world.platform.files, *this, *this} {
+      : world_(world),
+        lists_{*this,
+               *this,
+               *this,
+               world.platform.files,
+               world.platform.registry,
+               world.platform.security,
+               world.platform.shell,
+               world.platform.windows,
+               *this,
+               *this} {
     world_.process.platform = &lists_;
   }
   ~CallRecorder() { world_.process.platform = &world_.platform.lists; }
@@ -76,6 +86,25 @@ class CallRecorder final : public PrintSystem,
     calls.push_back("GetPrinterDriverW level " + std::to_string(level) + AskedForWhat(buffer));
     return world_.platform.print.GetPrinterDriverW(printer, environment, level, buffer, sizeBytes,
                                                    neededBytes);
+  }
+
+  bool GetPrinterDriverDirectoryW(const char16_t* server, const char16_t* environment,
+                                  std::uint32_t level, void* buffer, std::uint32_t sizeBytes,
+                                  std::uint32_t* neededBytes) override {
+    calls.push_back("GetPrinterDriverDirectoryW level " + std::to_string(level));
+    return world_.platform.print.GetPrinterDriverDirectoryW(server, environment, level, buffer,
+                                                            sizeBytes, neededBytes);
+  }
+  std::uint32_t GetPrinterDataW(PrinterHandle printer, const char16_t* name, std::uint32_t* type,
+                                void* data, std::uint32_t sizeBytes,
+                                std::uint32_t* neededBytes) override {
+    calls.push_back("GetPrinterDataW " + Ascii(name));
+    return world_.platform.print.GetPrinterDataW(printer, name, type, data, sizeBytes, neededBytes);
+  }
+  std::uint32_t SetPrinterDataW(PrinterHandle printer, const char16_t* name, std::uint32_t type,
+                                const void* data, std::uint32_t sizeBytes) override {
+    calls.push_back("SetPrinterDataW " + Ascii(name));
+    return world_.platform.print.SetPrinterDataW(printer, name, type, data, sizeBytes);
   }
 
   // ---- Locale
