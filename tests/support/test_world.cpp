@@ -4,6 +4,8 @@
 
 #include <fstream>
 #include <iterator>
+#include <map>
+#include <ranges>
 #include <span>
 #include <stdexcept>
 
@@ -22,10 +24,25 @@ std::vector<std::byte> ReadBuildFile(const std::string& path) {
 
 }  // namespace
 
-const headless::StringTable& EnglishStrings() {
-  static const headless::StringTable strings =
-      headless::ReadStringTable(ReadBuildFile(OSTREL_COMPILED_RESOURCES "/ostrelPCL6uienus.res"));
-  return strings;
+const std::vector<std::u8string>& Languages() {
+  static const std::vector<std::u8string> languages = [] {
+    std::vector<std::u8string> suffixes;
+    for (const auto suffix : std::views::split(std::string_view(OSTREL_LANGUAGES), ';')) {
+      suffixes.emplace_back(suffix.begin(), suffix.end());
+    }
+    return suffixes;
+  }();
+  return languages;
+}
+
+const headless::StringTable& Strings(std::u8string_view language) {
+  static std::map<std::string, headless::StringTable> tables;
+  const std::string suffix(language.begin(), language.end());
+  if (const auto known = tables.find(suffix); known != tables.end()) {
+    return known->second;
+  }
+  const std::string path = OSTREL_COMPILED_RESOURCES "/ostrelPCL6ui" + suffix + ".res";
+  return tables.emplace(suffix, headless::ReadStringTable(ReadBuildFile(path))).first->second;
 }
 
 TestWorld::TestWorld() {

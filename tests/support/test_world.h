@@ -6,6 +6,7 @@
 #include "platform/headless/headless_platform.h"
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace ostrel::test {
@@ -19,8 +20,12 @@ inline constexpr char16_t kBitmapLibraryPath[] =
 inline constexpr char16_t kPrinterName[] = u"Front office";
 inline constexpr char16_t kDriverName[] = u"Ostrel Hazel 2 Series";
 
-// The texts that the shipped English library holds, read from its compiled form.
-const headless::StringTable& EnglishStrings();
+// The suffixes of the languages that are shipped.
+const std::vector<std::u8string>& Languages();
+
+// The texts that a language's shipped library holds, read from its compiled form.
+const headless::StringTable& Strings(std::u8string_view language);
+inline const headless::StringTable& EnglishStrings() { return Strings(u8"enus"); }
 
 class TestWorld {
  public:
