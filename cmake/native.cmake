@@ -8,10 +8,11 @@ target_link_libraries(ostrel_headless PUBLIC ostrel_logic PRIVATE ostrel_flags)
 # The scene that tests, benches and fuzzers play on; it reads the compiled texts that are shipped.
 add_library(ostrel_test_world STATIC ${CMAKE_SOURCE_DIR}/tests/support/test_world.cpp)
 target_include_directories(ostrel_test_world PUBLIC ${CMAKE_SOURCE_DIR}/tests)
+list(JOIN OSTREL_LANGUAGES " " languages)
 target_compile_definitions(ostrel_test_world
   PRIVATE
     OSTREL_COMPILED_RESOURCES="${CMAKE_BINARY_DIR}/resources"
-    OSTREL_LANGUAGES="${OSTREL_LANGUAGES}")
+    OSTREL_LANGUAGES="${languages}")
 target_link_libraries(ostrel_test_world PUBLIC ostrel_headless PRIVATE ostrel_flags)
 add_dependencies(ostrel_test_world ostrel_resources)
 

@@ -10,7 +10,7 @@
 namespace ostrel {
 namespace {
 
-class ShippedStrings : public testing::TestWithParam<std::u8string> {
+class ShippedStrings : public testing::TestWithParam<std::string> {
  protected:
   const headless::StringTable& strings() const { return test::Strings(GetParam()); }
 };
@@ -52,15 +52,13 @@ TEST_P(ShippedStrings, AreLoadedWholeByTheDriver) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Languages, ShippedStrings, testing::ValuesIn(test::Languages()),
-                         [](const auto& language) {
-                           return std::string(language.param.begin(), language.param.end());
-                         });
+                         [](const auto& language) { return language.param; });
 
 TEST(ShippedStringsByLanguage, AreWrittenInTheLanguage) {
-  EXPECT_EQ(test::Strings(u8"enus").at(kStringDefaultFavorite), u"Default");
-  EXPECT_EQ(test::Strings(u8"de").at(kStringDefaultFavorite), u"Standard");
-  EXPECT_EQ(test::Strings(u8"he").at(kStringDefaultFavorite), u"ברירת מחדל");
-  EXPECT_EQ(test::Strings(u8"de").at(kStringTextFontSize9Half), u"9,5");
+  EXPECT_EQ(test::Strings("enus").at(kStringDefaultFavorite), u"Default");
+  EXPECT_EQ(test::Strings("de").at(kStringDefaultFavorite), u"Standard");
+  EXPECT_EQ(test::Strings("he").at(kStringDefaultFavorite), u"ברירת מחדל");
+  EXPECT_EQ(test::Strings("de").at(kStringTextFontSize9Half), u"9,5");
 }
 
 }  // namespace

@@ -24,10 +24,10 @@ std::vector<std::byte> ReadBuildFile(const std::string& path) {
 
 }  // namespace
 
-const std::vector<std::u8string>& Languages() {
-  static const std::vector<std::u8string> languages = [] {
-    std::vector<std::u8string> suffixes;
-    for (const auto suffix : std::views::split(std::string_view(OSTREL_LANGUAGES), ';')) {
+const std::vector<std::string>& Languages() {
+  static const std::vector<std::string> languages = [] {
+    std::vector<std::string> suffixes;
+    for (const auto suffix : std::views::split(std::string_view(OSTREL_LANGUAGES), ' ')) {
       suffixes.emplace_back(suffix.begin(), suffix.end());
     }
     return suffixes;
@@ -35,7 +35,7 @@ const std::vector<std::u8string>& Languages() {
   return languages;
 }
 
-const headless::StringTable& Strings(std::u8string_view language) {
+const headless::StringTable& Strings(std::string_view language) {
   static std::map<std::string, headless::StringTable> tables;
   const std::string suffix(language.begin(), language.end());
   if (const auto known = tables.find(suffix); known != tables.end()) {

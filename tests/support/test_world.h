@@ -21,11 +21,13 @@ inline constexpr char16_t kPrinterName[] = u"Front office";
 inline constexpr char16_t kDriverName[] = u"Ostrel Hazel 2 Series";
 
 // The suffixes of the languages that are shipped.
-const std::vector<std::u8string>& Languages();
+const std::vector<std::string>& Languages();
 
 // The texts that a language's shipped library holds, read from its compiled form.
-const headless::StringTable& Strings(std::u8string_view language);
-inline const headless::StringTable& EnglishStrings() { return Strings(u8"enus"); }
+const headless::StringTable& Strings(std::string_view language);
+inline const headless::StringTable& EnglishStrings() {
+  return Strings("enus");
+}
 
 class TestWorld {
  public:
