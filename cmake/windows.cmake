@@ -13,8 +13,10 @@ target_include_directories(ostrel_windows INTERFACE ${CMAKE_SOURCE_DIR}/src)
 target_compile_definitions(ostrel_windows INTERFACE
   UNICODE _UNICODE STRICT NOMINMAX WIN32_LEAN_AND_MEAN _WIN32_WINNT=0x0601 NTDDI_VERSION=0x06010000)
 
-# No time stamps in what we build: the same sources give the same bytes.
-set(OSTREL_STATIC_LINK -static -static-libgcc -static-libstdc++ -Wl,--no-insert-timestamp)
+# The stack protector of ostrel_flags has its code in a library of the compiler's, which the linker
+# adds when told again. No time stamps in what we build: the same sources give the same bytes.
+set(OSTREL_STATIC_LINK
+  -static -static-libgcc -static-libstdc++ -fstack-protector-strong -Wl,--no-insert-timestamp)
 
 # ---- The driver library ---------------------------------------------------------------------------
 

@@ -15,8 +15,10 @@ std::wstring VersionFolder() {
 
 void CopyToDriverFolder(const std::wstring& sourceFolder, const std::wstring& file) {
   const std::wstring from = sourceFolder + L"\\" + file;
+  const std::wstring own = VersionFolder() + L"\\" + file;
   const std::wstring to = DriverFolder() + L"\\" + file;
-  if (CopyFileW(from.c_str(), to.c_str(), FALSE) == FALSE) {
+  if (CopyFileW(from.c_str(), to.c_str(), FALSE) == FALSE &&
+      CopyFileW(own.c_str(), to.c_str(), FALSE) == FALSE) {
     ThrowLastError(("CopyFileW of " + Utf8(from)).c_str());
   }
 }
@@ -38,6 +40,14 @@ DriverPackage OstrelPackage(const std::wstring& driverName) {
           .dataFile = kPrinterDescriptionFile,
           .configFile = kDriverLibraryFile,
           .dependentFiles = {kLanguageLibraryFile, kPictureLibraryFile}};
+}
+
+DriverPackage PostScriptPackage() {
+  return {.driverName = kPostScriptDriverName,
+          .driverFile = L"wineps.drv",
+          .dataFile = kPrinterDescriptionFile,
+          .configFile = L"wineps.drv",
+          .dependentFiles = {}};
 }
 
 std::wstring ProgramFolder() {

@@ -31,13 +31,18 @@ inline constexpr wchar_t kPrinterDescriptionFile[] = L"ostrel_hazel_2.ppd";
 // Our driver, under the name of one of its models.
 DriverPackage OstrelPackage(const std::wstring& driverName = kOstrelDriverName);
 
+// The print system's own PostScript driver over the same printer description: what ours is measured
+// against.
+inline constexpr wchar_t kPostScriptDriverName[] = L"PostScript driver of the print system";
+DriverPackage PostScriptPackage();
+
 // Folders, each without a trailing backslash: that of the running program, and the one into which
 // an installer puts a package's files before it announces the driver.
 std::wstring ProgramFolder();
 std::wstring DriverFolder();
 
-// Copies a package's files from `sourceFolder` and announces the driver. Installing a driver that
-// is there already brings its files up to date.
+// Copies a package's files from `sourceFolder`, or from where the print system keeps its own
+// drivers, and announces the driver. Installing a driver again brings its files up to date.
 void InstallDriver(const DriverPackage& package, const std::wstring& sourceFolder);
 
 // Makes a printer with an installed driver, unless there is one of that name.

@@ -221,6 +221,10 @@ bool CopyDevmodeOut(const DriverDevmode* current, const PublicDevmode* reference
     return false;
   }
   const DevmodeHeader own = ReadHeader(&current->publicDevmode);
+  // A working record may have come from a file, words and all.
+  if (own.TotalBytes() > sizeof(DriverDevmode)) {
+    return false;
+  }
   if (reference == nullptr) {
     std::memcpy(out, current, own.TotalBytes());
     return true;

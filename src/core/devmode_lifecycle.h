@@ -51,7 +51,8 @@ bool ConvertDevmodeTo(const DevmodeHeader& header, PublicDevmode* out, const Pub
 
 // Hands `current` out to a caller. With a reference, `out` takes the smaller public and the smaller
 // private size of the two, each with its version word. `out` must hold 7896 bytes.
-// Result: false for a null `out` or when nothing could be copied, in which case `out` is untouched.
+// Result: false for a null `out`, for a current record that announces more than it holds, or when
+// nothing could be copied; `out` is untouched then.
 bool CopyDevmodeOut(const DriverDevmode* current, const PublicDevmode* reference,
                     PublicDevmode* out);
 

@@ -77,18 +77,12 @@ bool ConvertToOldHeader(const PublicDevmode* in, PublicDevmode* out, std::int32_
 
 // The printer's DRIVER_INFO_2. Null when there is none.
 HeapBlock<DriverInfo2> GetDriverInfo2(PrinterHandle printer) {
-  constexpr std::uint32_t kLevel = 2;
-  std::uint32_t needed = 0;
-  World().print.GetPrinterDriverW(printer, nullptr, kLevel, nullptr, 0, &needed);
-  if (needed == 0) {
-    return {};
-  }
-  HeapBlock<DriverInfo2> info(needed);
-  if (info &&
-      !World().print.GetPrinterDriverW(printer, nullptr, kLevel, info.get(), needed, &needed)) {
-    info.reset();
-  }
-  return info;
+  return AskForBlock<DriverInfo2>(
+      [printer](DriverInfo2* buffer, std::uint32_t sizeBytes, std::uint32_t* neededBytes) {
+        constexpr std::uint32_t kLevel = 2;
+        return World().print.GetPrinterDriverW(printer, nullptr, kLevel, buffer, sizeBytes,
+                                               neededBytes);
+      });
 }
 
 bool WriteDriverDefault(const char16_t* printerName, PublicDevmode* out, std::int32_t* sizeBytes) {

@@ -1,9 +1,10 @@
-// The owner of a block from the platform's heap.
+// The owner of a block from the platform's heap, and the question for one of unknown size.
 #pragma once
 
 #include "core/process_state.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <utility>
 
 namespace ostrel {
@@ -42,5 +43,32 @@ class HeapBlock {
  private:
   T* block_ = nullptr;
 };
+
+// Asks the platform for a block of a size that only the platform knows. `ask(buffer, sizeBytes,
+// &neededBytes)` is the question; the answer may grow between two calls, so it is asked again until
+// it fits. A block that grows every time is given up. Result: null on failure, with the last error
+// set.
+template <typename T, typename Ask>
+HeapBlock<T> AskForBlock(Ask&& ask) {
+  constexpr int kTries = 4;
+  HeapBlock<T> block;
+  std::uint32_t size = 0;
+  for (int tries = 0; tries < kTries; ++tries) {
+    std::uint32_t needed = 0;
+    if (ask(block.get(), size, &needed) && block) {
+      return block;
+    }
+    if (needed <= size || World().debug.GetLastError() != kErrorInsufficientBuffer) {
+      break;
+    }
+    size = needed;
+    block = HeapBlock<T>(size);
+    if (!block) {
+      World().debug.SetLastError(kErrorNotEnoughMemory);
+      break;
+    }
+  }
+  return {};
+}
 
 }  // namespace ostrel

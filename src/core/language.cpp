@@ -63,8 +63,8 @@ constexpr std::array<std::u16string_view, 2> kRightToLeftMarks = {u"ar", u"he"};
 constexpr std::u16string_view kEnglishSuffix = u"enus";
 constexpr std::u16string_view kLibraryExtension = u".dll";
 
-// Characters behind the part of a library name that the second and the third try keep: two letters
-// and ".dll", four letters and ".dll".
+// Characters that the second and the third try drop from the end of a library name: two letters and
+// ".dll", four letters and ".dll".
 constexpr std::size_t kSecondTryCut = 6;
 constexpr std::size_t kThirdTryCut = 8;
 

@@ -27,8 +27,9 @@ static_assert(sizeof(UIParamSlot) == 28);
 
 using UIParamTable = std::array<UIParamSlot, kUIParamSlots>;
 
-// Fills the context's 78 slots. Keys of more than 19 characters are cut to 19, so three pairs of
-// slots can't be told apart by key, and the fields of the later ones are reached by offset.
+// Fills the context's 78 slots. Keys of more than 19 characters are cut to 19: by its full key such
+// a slot isn't found, by the cut key the lower of two alike. Two pairs of slots are alike, 17 with
+// 27 and 18 with 28, and the fields of their later slots are reached by offset.
 void BuildUIParamTable(UIContext* context);
 
 // Copies the field of `key` out to `buffer`. Result: kResultOk; kResultNullObject for a null

@@ -6,9 +6,6 @@
 namespace ostrel {
 namespace {
 
-// The answer may grow between two calls; a printer whose description grows every time is given up.
-constexpr int kSizeTries = 4;
-
 void ReportGetPrinterFailure(std::uint32_t level) {
   char16_t buffer[80];
   TextBuilder line(buffer);
@@ -24,25 +21,14 @@ void ReportGetPrinterFailure(std::uint32_t level) {
 
 HeapBlock<PrinterInfo2> GetPrinterInfo2(PrinterHandle printer) {
   constexpr std::uint32_t kLevel = 2;
-  HeapBlock<PrinterInfo2> block;
-  std::uint32_t size = 0;
-  for (int tries = 0; tries < kSizeTries; ++tries) {
-    std::uint32_t needed = 0;
-    if (World().print.GetPrinterW(printer, kLevel, block.get(), size, &needed) && block) {
-      return block;
-    }
-    if (needed <= size || World().debug.GetLastError() != kErrorInsufficientBuffer) {
-      break;
-    }
-    size = needed;
-    block = HeapBlock<PrinterInfo2>(size);
-    if (!block) {
-      World().debug.SetLastError(kErrorNotEnoughMemory);
-      break;
-    }
+  HeapBlock<PrinterInfo2> info = AskForBlock<PrinterInfo2>(
+      [printer](PrinterInfo2* buffer, std::uint32_t sizeBytes, std::uint32_t* neededBytes) {
+        return World().print.GetPrinterW(printer, kLevel, buffer, sizeBytes, neededBytes);
+      });
+  if (!info) {
+    ReportGetPrinterFailure(kLevel);
   }
-  ReportGetPrinterFailure(kLevel);
-  return {};
+  return info;
 }
 
 int CountMissingTrays(PrinterHandle /*printer*/) {

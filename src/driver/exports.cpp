@@ -113,11 +113,12 @@ BOOL WINAPI DrvUpgradePrinter(DWORD level, LPBYTE upgradeInfo) {
 
 // Without a sheet's description this is the form that shows nothing. The sheet itself isn't built.
 LONG WINAPI DrvDocumentPropertySheets(PPROPSHEETUI_INFO info, LPARAM lParam) {
-  return Contained<LONG>(kNoSheet, [&] {
-    return info != nullptr ? kNoSheet
-                           : ostrel::DocumentPropertiesWithoutDialog(
-                                 reinterpret_cast<ostrel::DocumentPropertyHeader*>(lParam));
-  });
+  if (info != nullptr) {
+    return kNoSheet;
+  }
+  // NOLINTNEXTLINE(performance-no-int-to-ptr): the print system passes a pointer this way.
+  auto* header = reinterpret_cast<ostrel::DocumentPropertyHeader*>(lParam);
+  return Contained<LONG>(kNoSheet, [&] { return ostrel::DocumentPropertiesWithoutDialog(header); });
 }
 
 // The printer's sheet isn't built.

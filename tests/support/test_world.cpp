@@ -12,7 +12,8 @@
 namespace ostrel::test {
 namespace {
 
-std::vector<std::byte> ReadBuildFile(const std::string& path) {
+std::vector<std::byte> ReadResourceFile(const std::string& language) {
+  const std::string path = OSTREL_COMPILED_RESOURCES "/ostrelPCL6ui" + language + ".res";
   std::ifstream file(path, std::ios::binary);
   if (!file) {
     throw std::runtime_error("missing " + path);
@@ -37,12 +38,16 @@ const std::vector<std::string>& Languages() {
 
 const headless::StringTable& Strings(std::string_view language) {
   static std::map<std::string, headless::StringTable> tables;
-  const std::string suffix(language.begin(), language.end());
+  const std::string suffix(language);
   if (const auto known = tables.find(suffix); known != tables.end()) {
     return known->second;
   }
-  const std::string path = OSTREL_COMPILED_RESOURCES "/ostrelPCL6ui" + suffix + ".res";
-  return tables.emplace(suffix, headless::ReadStringTable(ReadBuildFile(path))).first->second;
+  return tables.emplace(suffix, headless::ReadStringTable(ReadResourceFile(suffix))).first->second;
+}
+
+const std::vector<std::byte>& EnglishResourceFile() {
+  static const std::vector<std::byte> file = ReadResourceFile("enus");
+  return file;
 }
 
 TestWorld::TestWorld() {

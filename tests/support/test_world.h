@@ -5,6 +5,7 @@
 #include "core/process_state.h"
 #include "platform/headless/headless_platform.h"
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -28,6 +29,9 @@ const headless::StringTable& Strings(std::string_view language);
 inline const headless::StringTable& EnglishStrings() {
   return Strings("enus");
 }
+
+// The bytes of the English library in its compiled form.
+const std::vector<std::byte>& EnglishResourceFile();
 
 class TestWorld {
  public:

@@ -77,6 +77,7 @@ DriverInfo2 WriteDriverInfo(BlockWriter& writer, const HeadlessPrinter& printer)
   DriverInfo2 info = {};
   info.cVersion = 3;
   info.pName = writer.Put(printer.driverName);
+  info.pDriverPath = writer.Put(printer.driverPath);
   info.pEnvironment = writer.Put(u"Windows x64");
   return info;
 }
@@ -205,7 +206,7 @@ bool HeadlessPrintSystem::GetPrinterDriverW(PrinterHandle printer, const char16_
                                             std::uint32_t level, void* buffer,
                                             std::uint32_t sizeBytes, std::uint32_t* neededBytes) {
   *neededBytes = 0;
-  const HeadlessPrinter* found = Find(printer);
+  HeadlessPrinter* found = Find(printer);
   if (faults_.ShouldFail("GetPrinterDriverW") || found == nullptr) {
     return Fail(kErrorInvalidHandle);
   }
@@ -213,6 +214,7 @@ bool HeadlessPrintSystem::GetPrinterDriverW(PrinterHandle printer, const char16_
     return Fail(kErrorInvalidLevel);
   }
   const std::uint32_t error = AnswerBlock(&WriteDriverInfo, *found, buffer, sizeBytes, neededBytes);
+  found->driverPath.append(growth_, u' ');
   return error == kErrorSuccess || Fail(error);
 }
 

@@ -69,6 +69,7 @@ struct HeadlessPrinter {
   std::u16string name;
   std::u16string driverName;
   std::u16string port = u"LPT1:";
+  std::u16string driverPath = u"ostrelPCL6ui.dll";
   std::vector<std::byte> devmode = {};  // the stored record; empty for none
   bool describes = true;                // false: the printer opens, but tells nothing of itself
 };
@@ -93,7 +94,8 @@ class HeadlessPrintSystem final : public PrintSystem {
   std::size_t openPrinters() const { return handles_.size(); }
   // The access that the last OpenPrinterW asked for; 0 without defaults.
   std::uint32_t lastDesiredAccess() const { return lastDesiredAccess_; }
-  // Makes the printer's description longer by this many units between each two calls.
+  // Makes the printer's and the driver's description longer by this many units between each two
+  // calls.
   void GrowDescriptionBy(std::size_t units) { growth_ = units; }
 
  private:

@@ -30,7 +30,8 @@ class Reader {
     return bytes_.subspan(place_ - count, count);
   }
 
-  void AlignTo4() { place_ = std::min((place_ + 3) & ~std::size_t{3}, bytes_.size()); }
+  // Entries start at multiples of 4, and the last one is filled up as well.
+  void AlignTo4() { TakeBytes((4 - place_ % 4) % 4); }
   bool AtEnd() const { return place_ == bytes_.size(); }
 
  private:
@@ -48,6 +49,18 @@ std::uint32_t TakeOrdinal(Reader& header) {
     unit = header.Take<std::uint16_t>();
   }
   return 0;
+}
+
+// A resource file opens with an empty entry of 32 bytes, which tells it from the 16-bit format.
+void CheckOpeningEntry(Reader& reader) {
+  constexpr std::uint32_t kHeaderBytes = 32;
+  constexpr std::uint32_t kOrdinalZero = kOrdinalMark;
+  for (const std::uint32_t expected : {0U, kHeaderBytes, kOrdinalZero, kOrdinalZero}) {
+    if (reader.Take<std::uint32_t>() != expected) {
+      throw std::runtime_error("not a resource file");
+    }
+  }
+  reader.TakeBytes(kHeaderBytes - 4 * sizeof(std::uint32_t));
 }
 
 void AddBlock(StringTable& table, std::uint32_t block, std::span<const std::byte> data) {
@@ -68,6 +81,7 @@ void AddBlock(StringTable& table, std::uint32_t block, std::span<const std::byte
 StringTable ReadStringTable(std::span<const std::byte> resourceFile) {
   StringTable table;
   Reader reader(resourceFile);
+  CheckOpeningEntry(reader);
   while (!reader.AtEnd()) {
     const auto dataSize = reader.Take<std::uint32_t>();
     const auto headerSize = reader.Take<std::uint32_t>();

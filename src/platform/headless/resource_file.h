@@ -14,7 +14,7 @@ namespace ostrel::headless {
 using StringTable = std::unordered_map<std::uint32_t, std::u16string>;
 
 // The strings of a resource file, by id. Throws std::runtime_error for a file that is not one or
-// that is cut short.
+// that is cut short. A file cut between two entries is a shorter file: nothing in it counts them.
 StringTable ReadStringTable(std::span<const std::byte> resourceFile);
 
 }  // namespace ostrel::headless

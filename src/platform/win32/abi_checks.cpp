@@ -6,8 +6,8 @@
 #include "platform/win32/native_types.h"
 
 #include <windows.h>
-#include <winsplp.h>
 #include <winspool.h>
+#include <winsplp.h>
 
 #include <cstddef>
 
@@ -22,6 +22,9 @@ namespace {
   static_assert(sizeof(ours::member) == sizeof(theirs::member))
 #define OSTREL_SAME_VALUE(ours, theirs) \
   static_assert(static_cast<unsigned long long>(ours) == static_cast<unsigned long long>(theirs))
+
+// The size of a pointer member is what is meant.
+// NOLINTBEGIN(bugprone-sizeof-expression)
 
 OSTREL_SAME_SIZE(PublicDevmode, DEVMODEW);
 OSTREL_SAME_MEMBER(PublicDevmode, DEVMODEW, dmDeviceName);
@@ -195,6 +198,8 @@ OSTREL_SAME_VALUE(kErrorResourceNameNotFound, ERROR_RESOURCE_NAME_NOT_FOUND);
 OSTREL_SAME_VALUE(kLocaleUserDefault, LOCALE_USER_DEFAULT);
 OSTREL_SAME_VALUE(kLocaleICountry, LOCALE_ICOUNTRY);
 OSTREL_SAME_VALUE(kMaxPathUnits, MAX_PATH);
+
+// NOLINTEND(bugprone-sizeof-expression)
 
 #undef OSTREL_SAME_SIZE
 #undef OSTREL_SAME_MEMBER

@@ -3,11 +3,11 @@
 // the modes of DrvConvertDevMode. Names and layout are those that the platform documents.
 #pragma once
 
-#include <winddiui.h>
 #include <windows.h>
 #include <winspool.h>
-
 #include <compstui.h>
+#include <winddiui.h>
+#include <winsplp.h>
 
 // The last argument of DrvDocumentPropertySheets.
 struct DOCUMENTPROPERTYHEADER {

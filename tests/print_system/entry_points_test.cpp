@@ -1,0 +1,154 @@
+// Property-sheet and event entry points, called as the spooler would: the form without a dialog,
+// null arguments, and what is answered where the work isn't built yet.
+#include "copied_library.h"
+#include "print_system_fixture.h"
+
+#include <algorithm>
+
+namespace ostrel::print_system {
+namespace {
+
+// ---- DrvDocumentPropertySheets without a dialog -------------------------------------------------
+
+class SheetWithoutDialog : public testing::Test {
+ protected:
+  SheetWithoutDialog() {
+    header_.cbSize = sizeof(header_);
+    header_.hPrinter = printer_.get();
+    header_.pdmOut = out_.devmode();
+    header_.fMode = DM_OUT_BUFFER;
+  }
+
+  LONG Ask() {
+    return driver_->DrvDocumentPropertySheets(nullptr, reinterpret_cast<LPARAM>(&header_));
+  }
+  bool OutputUntouched() const {
+    return std::ranges::all_of(out_.bytes(), [](BYTE byte) { return byte == 0xCC; });
+  }
+
+  Printer printer_{kTestPrinter};
+  std::unique_ptr<DriverExports> driver_ = LoadInstalledDriver();
+  Record out_;
+  DOCUMENTPROPERTYHEADER header_ = {};
+};
+
+TEST_F(SheetWithoutDialog, WithoutAHeaderFails) {
+  EXPECT_EQ(driver_->DrvDocumentPropertySheets(nullptr, 0), -1);
+}
+
+TEST_F(SheetWithoutDialog, WithoutAModeTellsTheSize) {
+  header_.fMode = 0;
+  EXPECT_EQ(Ask(), 7896);
+  EXPECT_EQ(header_.cbOut, 7896U);
+  EXPECT_TRUE(OutputUntouched());
+}
+
+TEST_F(SheetWithoutDialog, WithoutAnOutputTellsTheSize) {
+  header_.pdmOut = nullptr;
+  EXPECT_EQ(Ask(), 7896);
+  EXPECT_EQ(header_.cbOut, 7896U);
+}
+
+TEST_F(SheetWithoutDialog, GivesThePrintersRecord) {
+  EXPECT_EQ(Ask(), 1);
+  EXPECT_EQ(header_.cbOut, 7896U);
+  EXPECT_EQ(TextOf(out_.devmode()->dmDeviceName), kOstrelDriverName);
+}
+
+TEST_F(SheetWithoutDialog, GivesNoRecordUnlessTheModeAsksForOne) {
+  header_.fMode = DM_IN_BUFFER;
+  EXPECT_EQ(Ask(), 1);
+  EXPECT_TRUE(OutputUntouched());
+}
+
+TEST_F(SheetWithoutDialog, OfANullPrinterFailsAndWritesNothing) {
+  header_.hPrinter = nullptr;
+  EXPECT_EQ(Ask(), -1);
+  EXPECT_TRUE(OutputUntouched());
+}
+
+TEST_F(SheetWithoutDialog, OfANullPrinterStillTellsTheSize) {
+  header_.hPrinter = nullptr;
+  header_.fMode = 0;
+  EXPECT_EQ(Ask(), 7896);
+}
+
+// ---- What isn't built yet -----------------------------------------------------------------------
+
+class DecliningEntryPoint : public testing::Test {
+ protected:
+  std::unique_ptr<DriverExports> driver_ = LoadInstalledDriver();
+};
+
+TEST_F(DecliningEntryPoint, DocumentSheetShowsNothing) {
+  for (WORD reason = 0; reason <= 4; ++reason) {
+    PROPSHEETUI_INFO info = {};
+    info.cbSize = sizeof(info);
+    info.Reason = reason;
+    EXPECT_EQ(driver_->DrvDocumentPropertySheets(&info, 0), -1) << "reason " << reason;
+  }
+}
+
+TEST_F(DecliningEntryPoint, DeviceSheetShowsNothing) {
+  PROPSHEETUI_INFO info = {};
+  EXPECT_EQ(driver_->DrvDevicePropertySheets(&info, 0), -1);
+  EXPECT_EQ(driver_->DrvDevicePropertySheets(nullptr, 0), -1);
+}
+
+TEST_F(DecliningEntryPoint, DocumentEventsAreUnsupported) {
+  for (int event = DOCUMENTEVENT_FIRST; event <= DOCUMENTEVENT_LAST; ++event) {
+    EXPECT_EQ(driver_->DrvDocumentEvent(nullptr, nullptr, event, 0, nullptr, 0, nullptr),
+              DOCUMENTEVENT_UNSUPPORTED)
+        << "event " << event;
+  }
+}
+
+TEST_F(DecliningEntryPoint, PrinterEventsMeetNoObjection) {
+  for (INT event = PRINTER_EVENT_ADD_CONNECTION; event <= PRINTER_EVENT_ATTRIBUTES_CHANGED;
+       ++event) {
+    EXPECT_NE(driver_->DrvPrinterEvent(Writable(kTestPrinter), event, 0, 0), FALSE)
+        << "event " << event;
+  }
+  EXPECT_NE(driver_->DrvPrinterEvent(nullptr, PRINTER_EVENT_INITIALIZE, 0, 0), FALSE);
+}
+
+TEST_F(DecliningEntryPoint, DriverEventsAnswerZero) {
+  EXPECT_EQ(driver_->DrvDriverEvent(DRIVER_EVENT_INITIALIZE, 3, nullptr, 0), 0);
+  EXPECT_EQ(driver_->DrvDriverEvent(DRIVER_EVENT_DELETE, 3, nullptr, 0), 0);
+}
+
+TEST_F(DecliningEntryPoint, AdjustmentsForXpsAreNotImplemented) {
+  EXPECT_EQ(driver_->MxdcGetPDEVAdjustment(nullptr, 0, nullptr, 0, nullptr), E_NOTIMPL);
+}
+
+TEST(DllCanUnloadNow, IsAlwaysAnsweredWithYes) {
+  EXPECT_EQ(LoadInstalledDriver()->DllCanUnloadNow(), S_OK);
+}
+
+TEST(DllMain, AnswersOneForThreadsAndLeavesTheLibraryUsable) {
+  const auto driver = LoadInstalledDriver();
+  auto* entry = EntryPoint<BOOL WINAPI(HINSTANCE, DWORD, void*)>(driver->library, "DllMain");
+  ASSERT_NE(entry, nullptr);
+  EXPECT_EQ(entry(driver->library, DLL_THREAD_ATTACH, nullptr), 1);
+  EXPECT_EQ(entry(driver->library, DLL_THREAD_DETACH, nullptr), 1);
+  EXPECT_EQ(driver->DrvDeviceCapabilities(nullptr, nullptr, DC_COPIES, nullptr, nullptr), 999U);
+}
+
+TEST(DllMain, FreesTheLanguageLibraryOfTheLastContextAtDetach) {
+  CopiedLibrary driver({kDriverLibraryFile, kLanguageLibraryFile, kPictureLibraryFile});
+  const Printer printer(kTestPrinter);
+  Record out;
+  DOCUMENTPROPERTYHEADER header = {};
+  header.cbSize = sizeof(header);
+  header.hPrinter = printer.get();
+  header.pdmOut = out.devmode();
+  header.fMode = DM_OUT_BUFFER;
+  ASSERT_EQ(driver->DrvDocumentPropertySheets(nullptr, reinterpret_cast<LPARAM>(&header)), 1);
+  const std::wstring language = driver.PathOf(kLanguageLibraryFile);
+  ASSERT_NE(GetModuleHandleW(language.c_str()), nullptr);
+  driver.Unload();
+  EXPECT_EQ(GetModuleHandleW(language.c_str()), nullptr);
+}
+
+}  // namespace
+}  // namespace ostrel::print_system
