@@ -31,6 +31,8 @@ add_executable(ostrel_tests ${OSTREL_TEST_SOURCES} ${CMAKE_SOURCE_DIR}/tests/sup
 target_link_libraries(ostrel_tests PRIVATE ostrel_test_world GTest::gmock GTest::gtest ostrel_flags)
 add_test(NAME native_tests COMMAND ostrel_tests --gtest_brief=1)
 add_test(NAME shipped_texts COMMAND ${OSTREL_PYTHON} ${CMAKE_SOURCE_DIR}/tools/check-strings.py)
+add_test(NAME shipped_texts_check
+  COMMAND ${OSTREL_PYTHON} ${CMAKE_SOURCE_DIR}/tests/tools/check_strings_test.py)
 
 include(fuzz/fuzzers.cmake)
 

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <iterator>
 
 namespace ostrel {
 
@@ -13,7 +14,7 @@ enum StringId : std::uint16_t {
 #undef OSTREL_STRING
 };
 
-inline constexpr std::array kAllStringIds = {
+inline constexpr StringId kAllStringIds[] = {
 #define OSTREL_STRING(name, id) name,
 #include "core/string_ids.inc"
 #undef OSTREL_STRING
@@ -21,9 +22,10 @@ inline constexpr std::array kAllStringIds = {
 
 static_assert(
     [] {
-      auto ids = kAllStringIds;
-      std::ranges::sort(ids);
-      return std::ranges::adjacent_find(ids) == ids.end();
+      std::array<StringId, std::size(kAllStringIds)> ids = {};
+      std::copy(std::begin(kAllStringIds), std::end(kAllStringIds), ids.begin());
+      std::sort(ids.begin(), ids.end());
+      return std::adjacent_find(ids.begin(), ids.end()) == ids.end();
     }(),
     "two texts have the same id");
 

@@ -5,6 +5,7 @@
 #include "support/test_world.h"
 
 #include <gtest/gtest.h>
+#include <iterator>
 #include <string>
 
 namespace ostrel {
@@ -23,7 +24,7 @@ TEST_P(ShippedStrings, HoldATextForEveryId) {
 }
 
 TEST_P(ShippedStrings, HoldNoTextThatTheCodeDoesNotName) {
-  EXPECT_EQ(strings().size(), kAllStringIds.size());
+  EXPECT_EQ(strings().size(), std::size(kAllStringIds));
 }
 
 TEST_P(ShippedStrings, GiveTheDefaultFavoriteOneName) {

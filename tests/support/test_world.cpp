@@ -5,8 +5,8 @@
 #include <fstream>
 #include <iterator>
 #include <map>
-#include <ranges>
 #include <span>
+#include <sstream>
 #include <stdexcept>
 
 namespace ostrel::test {
@@ -27,11 +27,8 @@ std::vector<std::byte> ReadResourceFile(const std::string& language) {
 
 const std::vector<std::string>& Languages() {
   static const std::vector<std::string> languages = [] {
-    std::vector<std::string> suffixes;
-    for (const auto suffix : std::views::split(std::string_view(OSTREL_LANGUAGES), ' ')) {
-      suffixes.emplace_back(suffix.begin(), suffix.end());
-    }
-    return suffixes;
+    std::istringstream words(OSTREL_LANGUAGES);
+    return std::vector<std::string>(std::istream_iterator<std::string>(words), {});
   }();
   return languages;
 }
