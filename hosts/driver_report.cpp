@@ -10,6 +10,8 @@
 
 #include <cstdio>
 #include <exception>
+#include <fcntl.h>
+#include <io.h>
 #include <string_view>
 
 namespace {
@@ -36,6 +38,8 @@ int wmain(int count, wchar_t** arguments) {
     std::fputs("usage: driver_report [--json]\n", stderr);
     return 2;
   }
+  // UTF-8 as it is, and line ends that the reader's own system has no trouble with.
+  _setmode(_fileno(stdout), _O_BINARY);
   try {
     Show(json);
   } catch (const std::exception& failure) {

@@ -6,6 +6,8 @@
 #include "core/record_schema.h"
 #include "core/text.h"
 
+#include <iterator>
+
 namespace ostrel {
 namespace {
 
@@ -23,9 +25,12 @@ void TranslateDefaultWatermark(ModuleHandle module) {
   if (FieldText(name) != kUntranslatedNoWatermark) {
     return;
   }
+  // Only a real text: the words that stand in for a missing one would stay for good.
   char16_t translated[kWatermarkNameCharacters + 1] = {};
-  LoadUiString(module, kStringNoWatermark, translated);
-  CopyText(name, FieldText(translated));
+  if (World().modules.LoadStringW(module, kStringNoWatermark, translated,
+                                  static_cast<int>(std::size(translated))) > 0) {
+    CopyText(name, FieldText(translated));
+  }
 }
 
 }  // namespace

@@ -634,6 +634,26 @@ TEST_F(DevmodeCopyOut, WithoutReferenceTheRecordsOwnSizesCount) {
   EXPECT_TRUE(std::equal(out.bytes(), out.bytes() + 316, BytesOf(shorter).begin()));
 }
 
+TEST_F(DevmodeCopyOut, CurrentRecordThatAnnouncesMoreThanItHoldsIsRefused) {
+  struct TooLarge {
+    std::uint16_t size;
+    std::uint16_t extra;
+  };
+  constexpr TooLarge kTooLarge[] = {{221, 7676}, {220, 7677}, {65535, 0}, {220, 65535}};
+  for (const TooLarge& words : kTooLarge) {
+    DriverDevmode current = current_;
+    current.publicDevmode.dmSize = words.size;
+    current.publicDevmode.dmDriverExtra = words.extra;
+    for (const PublicDevmode* reference :
+         {static_cast<const PublicDevmode*>(nullptr), &current_.publicDevmode}) {
+      CallerBlock out(kDriverDevmodeBytes);
+      const auto before = out.copy();
+      EXPECT_FALSE(CopyDevmodeOut(&current, reference, out.get())) << words.size;
+      EXPECT_EQ(out.copy(), before) << words.size;
+    }
+  }
+}
+
 struct ReferenceCase {
   const char* name;
   Shape reference;

@@ -284,14 +284,25 @@ TEST_P(PrivateLibraryText, IsCutToTheCharactersOfItsField) {
             "");
 }
 
-TEST(InitPrivateDevmode, LibraryWithoutTheTextsGivesTheirFallbacks) {
+TEST(InitPrivateDevmode,
+     LibraryWithoutTheTextsGivesTheFavoriteItsFallbackAndLeavesTheWatermarkItsName) {
   test::TestWorld world;
   world.platform.modules.Install(test::kEnglishLibraryPath);
   auto record = Poisoned<PrivateDevmode>();
   EXPECT_EQ(InitPrivateDevmode(&record, kOstrel), 0U);
   EXPECT_EQ(Difference(test::BytesOf(record),
-                       ExpectedPrivateRecord(u"id:202 missing!", u"id:146 missing!")),
+                       ExpectedPrivateRecord(u"id:202 missing!", u"[No Watermark]")),
             "");
+}
+
+TEST(InitPrivateDevmode, WatermarkIsNamedByTheFirstLibraryThatHasTheText) {
+  test::TestWorld world;
+  world.platform.modules.Install(test::kEnglishLibraryPath);
+  auto record = Poisoned<PrivateDevmode>();
+  InitPrivateDevmode(&record, kOstrel);
+  world.platform.modules.Install(test::kEnglishLibraryPath, {{146, u"[Kein Wasserzeichen]"}});
+  InitPrivateDevmode(&record, kOstrel);
+  EXPECT_EQ(std::u16string(record.WatermarkData.PageWMName), u"[Kein Wasserzeichen]");
 }
 
 TEST(InitPrivateDevmode, NullRecordIsToldAndNoLibraryIsOpened) {
