@@ -8,8 +8,11 @@ target_link_libraries(ostrel_headless PUBLIC ostrel_logic PRIVATE ostrel_flags)
 # The scene that tests, benches and fuzzers play on; it reads the compiled texts that are shipped.
 add_library(ostrel_test_world STATIC ${CMAKE_SOURCE_DIR}/tests/support/test_world.cpp)
 target_include_directories(ostrel_test_world PUBLIC ${CMAKE_SOURCE_DIR}/tests)
+list(JOIN OSTREL_LANGUAGES " " languages)
 target_compile_definitions(ostrel_test_world
-  PRIVATE OSTREL_COMPILED_RESOURCES="${CMAKE_BINARY_DIR}/resources")
+  PRIVATE
+    OSTREL_COMPILED_RESOURCES="${CMAKE_BINARY_DIR}/resources"
+    OSTREL_LANGUAGES="${languages}")
 target_link_libraries(ostrel_test_world PUBLIC ostrel_headless PRIVATE ostrel_flags)
 add_dependencies(ostrel_test_world ostrel_resources)
 
@@ -27,6 +30,9 @@ list(FILTER OSTREL_TEST_SOURCES EXCLUDE REGEX "/tests/print_system/")
 add_executable(ostrel_tests ${OSTREL_TEST_SOURCES} ${CMAKE_SOURCE_DIR}/tests/support/test_main.cpp)
 target_link_libraries(ostrel_tests PRIVATE ostrel_test_world GTest::gmock GTest::gtest ostrel_flags)
 add_test(NAME native_tests COMMAND ostrel_tests --gtest_brief=1)
+add_test(NAME shipped_texts COMMAND ${OSTREL_PYTHON} ${CMAKE_SOURCE_DIR}/tools/check-strings.py)
+add_test(NAME shipped_texts_check
+  COMMAND ${OSTREL_PYTHON} ${CMAKE_SOURCE_DIR}/tests/tools/check_strings_test.py)
 
 include(fuzz/fuzzers.cmake)
 

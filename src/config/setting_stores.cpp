@@ -193,7 +193,7 @@ SettingsFileState Corrupt(ScopedCfg file) {
     return module != nullptr && World().modules.LoadStringW(module, id, buffer.data(),
                                                             static_cast<int>(buffer.size())) > 0;
   };
-  if (!load(kStringCorruptFileCaption, caption) || !load(kStringCorruptFileText, text)) {
+  if (!load(kStringFavorites, caption) || !load(kStringSettingsFileDamaged, text)) {
     CopyText(caption, u"Config File");
     CopyText(text, u"File Corruption!");
   }

@@ -1,6 +1,7 @@
 // The user's language: which resource library holds the texts, and how a text is loaded from it.
 #pragma once
 
+#include "core/string_ids.h"
 #include "platform/print_types.h"
 
 #include <cstdint>
@@ -10,19 +11,6 @@
 namespace ostrel {
 
 inline constexpr std::size_t kLanguageSuffixUnits = 128;
-
-// The language library's strings that the core names.
-enum StringId : std::uint16_t {
-  kStringNoWatermark = 146,
-  kStringCorruptFileCaption = 199,
-  kStringUniversalCaption = 200,
-  kStringDefaultFavorite = 202,
-  kStringRecordRefused = 207,
-  kStringCorruptFileText = 254,
-  kStringModelChangedTip = 255,
-  kStringModelChangedTip2 = 256,
-  kStringCustomPaperFormat = 281,  // with one "%d"
-};
 
 // Loads a string. When the module is null or has no such string, "id:%d missing!" takes its place,
 // provided that it fits; otherwise the buffer is empty. A text that is too long is cut.

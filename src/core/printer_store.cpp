@@ -197,7 +197,7 @@ void WriteCaption(ModuleHandle module, const char16_t* printerName) {
   UserText caption;
   TextBuilder text(caption);
   if (ReadUserValue(u"PrinterName", model, printerName) &&
-      LoadExistingString(module, kStringUniversalCaption, word)) {
+      LoadExistingString(module, kStringCurrentSettings, word)) {
     text.Add(FieldText(word)).Add(u":").Add(FieldText(model)).Add(u" ");
   } else {
     text.Add(CallerText(printerName));
@@ -209,8 +209,8 @@ void WriteCaption(ModuleHandle module, const char16_t* printerName) {
 void WriteWarningWords(ModuleHandle module, const char16_t* printerName) {
   UserText first = {};
   UserText second = {};
-  if (LoadExistingString(module, kStringModelChangedTip, first) &&
-      LoadExistingString(module, kStringModelChangedTip2, second)) {
+  if (LoadExistingString(module, kStringModelChangedAdvice, first) &&
+      LoadExistingString(module, kStringModelChanged, second)) {
     WriteUserString(u"RegTips", first.data(), printerName);
     WriteUserString(u"RegTips2", second.data(), printerName);
   }

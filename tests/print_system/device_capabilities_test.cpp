@@ -23,12 +23,12 @@ constexpr std::array<ExpectedPaper, 28> kPapers = {{
     {  9, 2100, 2970, L"A4"},
     {  5, 2159, 3556, L"Legal"},
     { 13, 1820, 2570, L"B5 (JIS)"},
-    { 37,  984, 1905, L"Monarch Envelope"},
-    { 27, 1100, 2200, L"DL Envelope"},
-    { 28, 1620, 2290, L"C5 Envelope"},
-    { 20, 1048, 2413, L"No. 10 Envelope"},
+    { 37,  984, 1905, L"Monarch envelope"},
+    { 27, 1100, 2200, L"DL envelope"},
+    { 28, 1620, 2290, L"C5 envelope"},
+    { 20, 1048, 2413, L"No. 10 envelope"},
     { 11, 1480, 2100, L"A5"},
-    { 43, 1000, 1480, L"Japanese Postcard"},
+    { 43, 1000, 1480, L"Japanese postcard"},
     {250, 1950, 2700, L"16K (195 x 270 mm)"},
     {245, 1850, 2600, L"16K (185 x 260 mm)"},
     {252, 1350, 1950, L"32K (135 x 195 mm)"},
@@ -39,14 +39,14 @@ constexpr std::array<ExpectedPaper, 28> kPapers = {{
     { 14, 2159, 3302, L"Folio"},
     {243, 2160, 3430, L"Oficio (216 x 343 mm)"},
     {  6, 1397, 2159, L"Statement"},
-    { 31, 1140, 1620, L"C6 Envelope"},
-    {242, 1200, 2300, L"ZL Envelope"},
+    { 31, 1140, 1620, L"C6 envelope"},
+    {242, 1200, 2300, L"ZL envelope"},
     {241, 1250, 1760, L"B6 (ISO)"},
-    {276, 1050, 2350, L"Japanese Envelope You 4"},
-    {277, 1480, 2000, L"Japanese Double Postcard"},
-    {278, 1200, 2350, L"Japanese Envelope Chou 3"},
-    {279, 1200, 2350, L"Japanese Envelope You Chou 3"},
-    {280, 1140, 1620, L"Japanese Envelope You 2"},
+    {276, 1050, 2350, L"Japanese envelope You 4"},
+    {277, 1480, 2000, L"Japanese double postcard"},
+    {278, 1200, 2350, L"Japanese envelope Chou 3"},
+    {279, 1200, 2350, L"Japanese envelope You Chou 3"},
+    {280, 1140, 1620, L"Japanese envelope You 2"},
 }};
 // clang-format on
 
@@ -136,7 +136,7 @@ TEST(Capabilities, BinNamesAreRowsOf24Units) {
   const auto answer = AskList<wchar_t>(DC_BINNAMES, 3 * 24);
   EXPECT_EQ(answer.count, 3);
   EXPECT_EQ(RowsOf(answer.items, 24),
-            (std::vector<std::wstring>{L"Automatic", L"Manual Feed", L"Tray 1"}));
+            (std::vector<std::wstring>{L"Automatic", L"Manual feed", L"Tray 1"}));
   EXPECT_TRUE(answer.restUntouched);
 }
 
@@ -235,7 +235,7 @@ TEST(Capabilities, ANullDeviceNameStillGivesNames) {
   EXPECT_EQ(driver->DrvDeviceCapabilities(nullptr, nullptr, DC_BINNAMES, names.data(), nullptr),
             3U);
   EXPECT_EQ(RowsOf(names, 24),
-            (std::vector<std::wstring>{L"Automatic", L"Manual Feed", L"Tray 1"}));
+            (std::vector<std::wstring>{L"Automatic", L"Manual feed", L"Tray 1"}));
 }
 
 }  // namespace

@@ -4,13 +4,16 @@
 
 #include <fstream>
 #include <iterator>
+#include <map>
 #include <span>
+#include <sstream>
 #include <stdexcept>
 
 namespace ostrel::test {
 namespace {
 
-std::vector<std::byte> ReadBuildFile(const std::string& path) {
+std::vector<std::byte> ReadResourceFile(const std::string& language) {
+  const std::string path = OSTREL_COMPILED_RESOURCES "/ostrelPCL6ui" + language + ".res";
   std::ifstream file(path, std::ios::binary);
   if (!file) {
     throw std::runtime_error("missing " + path);
@@ -22,14 +25,25 @@ std::vector<std::byte> ReadBuildFile(const std::string& path) {
 
 }  // namespace
 
-const headless::StringTable& EnglishStrings() {
-  static const headless::StringTable strings = headless::ReadStringTable(EnglishResourceFile());
-  return strings;
+const std::vector<std::string>& Languages() {
+  static const std::vector<std::string> languages = [] {
+    std::istringstream words(OSTREL_LANGUAGES);
+    return std::vector<std::string>(std::istream_iterator<std::string>(words), {});
+  }();
+  return languages;
+}
+
+const headless::StringTable& Strings(std::string_view language) {
+  static std::map<std::string, headless::StringTable> tables;
+  const std::string suffix(language);
+  if (const auto known = tables.find(suffix); known != tables.end()) {
+    return known->second;
+  }
+  return tables.emplace(suffix, headless::ReadStringTable(ReadResourceFile(suffix))).first->second;
 }
 
 const std::vector<std::byte>& EnglishResourceFile() {
-  static const std::vector<std::byte> file =
-      ReadBuildFile(OSTREL_COMPILED_RESOURCES "/ostrelPCL6uienus.res");
+  static const std::vector<std::byte> file = ReadResourceFile("enus");
   return file;
 }
 

@@ -7,6 +7,7 @@
 
 #include <cstddef>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace ostrel::test {
@@ -20,10 +21,16 @@ inline constexpr char16_t kBitmapLibraryPath[] =
 inline constexpr char16_t kPrinterName[] = u"Front office";
 inline constexpr char16_t kDriverName[] = u"Ostrel Hazel 2 Series";
 
-// The texts that the shipped English library holds, read from its compiled form.
-const headless::StringTable& EnglishStrings();
+// The suffixes of the languages that are shipped.
+const std::vector<std::string>& Languages();
 
-// The bytes of that compiled form.
+// The texts that a language's shipped library holds, read from its compiled form.
+const headless::StringTable& Strings(std::string_view language);
+inline const headless::StringTable& EnglishStrings() {
+  return Strings("enus");
+}
+
+// The bytes of the English library in its compiled form.
 const std::vector<std::byte>& EnglishResourceFile();
 
 class TestWorld {
