@@ -61,6 +61,10 @@ TestWorld::~TestWorld() {
   FreeUIContext(process.DefaultContextCopy);
 }
 
+headless::StoredValues& TestWorld::UserValues(std::u16string_view subkey) {
+  return platform.registry.Values(std::u16string(kUserStore).append(subkey));
+}
+
 PrinterHandle TestWorld::OpenPrinter() {
   PrinterHandle handle = nullptr;
   platform.print.OpenPrinterW(kPrinterName, &handle, nullptr);
