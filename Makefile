@@ -24,7 +24,7 @@ packages:
 
 # $(call build,PRESET); what it says goes to standard error, so that a report can be piped on.
 define build
-	@cmake --preset $(1) --log-level=WARNING > build/$(1).configure.log 2>&1 || { cat build/$(1).configure.log; exit 1; }
+	@cmake --preset $(1) --log-level=WARNING > build/$(1).configure.log 2>&1 || { cat build/$(1).configure.log >&2; exit 1; }
 	@cmake --build --preset $(1) --parallel $(JOBS) >&2
 endef
 

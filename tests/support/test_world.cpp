@@ -6,6 +6,7 @@
 #include <iterator>
 #include <span>
 #include <stdexcept>
+#include <utility>
 
 namespace ostrel::test {
 namespace {
@@ -19,6 +20,8 @@ std::vector<std::byte> ReadBuildFile(const std::string& path) {
   const auto view = std::as_bytes(std::span(bytes));
   return {view.begin(), view.end()};
 }
+
+std::string unfreed;
 
 }  // namespace
 
@@ -45,6 +48,13 @@ TestWorld::TestWorld() {
 
 TestWorld::~TestWorld() {
   FreeUIContext(process.DefaultContextCopy);
+  if (platform.memory.liveBlocks() != 0) {
+    unfreed += std::to_string(platform.memory.liveBlocks()) + " blocks; ";
+  }
+}
+
+std::string TakeUnfreed() {
+  return std::exchange(unfreed, {});
 }
 
 PrinterHandle TestWorld::OpenPrinter() {
