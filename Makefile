@@ -51,6 +51,7 @@ test-print-system: packages | build
 
 lint: packages | build
 	$(call build,native)
+	$(call build,windows)
 	@tools/lint
 
 dist: packages | build
@@ -63,7 +64,7 @@ dist: packages | build
 bench: packages | build
 	$(call build,native)
 	$(call build,windows)
-	@build/native/bin/ostrel_bench
+	@tools/bench-ratios.py build/native/bin/ostrel_bench --benchmark_min_time=0.05
 	@tools/print-system run $(WINDOWS_BIN)/print_system_bench.exe
 
 fuzz: packages | build
