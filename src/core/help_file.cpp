@@ -13,8 +13,8 @@ constexpr std::u16string_view kHelpExtension = u".chm";
 constexpr std::u16string_view kEnglishHelp = u"enus.chm";
 constexpr std::u16string_view kVersionFolder = u"\\3";
 
-// Characters that the later tries drop from the end of a help file's name: two letters and ".chm",
-// four letters and ".chm".
+// What the later tries cut off the end of a help file's name: two letters and
+// ".chm", four letters and ".chm".
 constexpr std::size_t kTwoLetterCut = 6;
 constexpr std::size_t kEnglishCut = 8;
 

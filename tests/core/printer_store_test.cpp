@@ -698,15 +698,20 @@ std::string ModeName(const ModeWord& mode) {
   return mode ? std::to_string(*mode) : "None";
 }
 
+struct CombinationName {
+  template <typename Row>
+  std::string operator()(const testing::TestParamInfo<Row>& row) const {
+    const auto& [installMode, upd, tray2, tray3] = row.param;
+    return "InstallMode" + ModeName(installMode) + "Upd" + ModeName(upd) + "Trays" +
+           std::to_string(tray2) + std::to_string(tray3);
+  }
+};
+
 INSTANTIATE_TEST_SUITE_P(Combinations, MissingTrays,
                          testing::Combine(testing::Values(ModeWord{}, 0U, 1U, 2U),
                                           testing::Values(ModeWord{}, 0U, 1U, 2U),
                                           testing::Values(0U, 1U, 2U), testing::Values(0U, 1U, 2U)),
-                         [](const auto& row) {
-                           const auto& [installMode, upd, tray2, tray3] = row.param;
-                           return "InstallMode" + ModeName(installMode) + "Upd" + ModeName(upd) +
-                                  "Trays" + std::to_string(tray2) + std::to_string(tray3);
-                         });
+                         CombinationName());
 
 TEST_P(MissingTrays, AreTheWordsOfTheModeThatAreNotOne) {
   const auto [installMode, upd, tray2, tray3] = GetParam();
