@@ -1,5 +1,7 @@
 #include "platform/headless/headless_platform.h"
 
+#include "support/case_name.h"
+
 #include <algorithm>
 #include <cstring>
 #include <gtest/gtest.h>
@@ -67,10 +69,14 @@ TEST_F(Headless, FreeingWhatIsNotAllocatedIsADefectOfTheCaller) {
 
 TEST_F(Headless, MemoryCanRunOut) {
   platform_.faults.FailOperation("HeapAlloc", 2);
-  EXPECT_NE(platform_.memory.HeapAlloc(1), nullptr);
+  void* const first = platform_.memory.HeapAlloc(1);
+  EXPECT_NE(first, nullptr);
   EXPECT_EQ(platform_.memory.HeapAlloc(1), nullptr);
-  EXPECT_NE(platform_.memory.HeapAlloc(1), nullptr);
-  EXPECT_EQ(platform_.memory.liveBlocks(), 2U);  // freed with the platform
+  void* const third = platform_.memory.HeapAlloc(1);
+  EXPECT_NE(third, nullptr);
+  EXPECT_EQ(platform_.memory.liveBlocks(), 2U);
+  platform_.memory.HeapFree(first);
+  platform_.memory.HeapFree(third);
 }
 
 // ---- Locale -------------------------------------------------------------------------------------
@@ -706,7 +712,7 @@ INSTANTIATE_TEST_SUITE_P(
                     IniCase{"SectionEnded", "[S]\r\n[T]\r\nKey=value\r\n", u"fallback"},
                     IniCase{"OtherKey", "[S]\r\nKeys=value\r\n", u"fallback"},
                     IniCase{"EmptyFile", "", u"fallback"}),
-    [](const testing::TestParamInfo<IniCase>& row) { return row.param.name; });
+    test::CaseName());
 
 TEST_P(HeadlessIni, GivesTheValueOrTheFallback) {
   const auto bytes = std::as_bytes(std::span(std::string_view(GetParam().text)));
