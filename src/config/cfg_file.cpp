@@ -285,7 +285,7 @@ class ScopedFile {
   FileHandle file_;
 };
 
-// The bytes of a file, read in blocks of 1024 bytes. A block that can't be read ends the file.
+// The bytes of a file, read in blocks of 1024 bytes. A block that can't be read ends them.
 class BlockReader {
  public:
   explicit BlockReader(FileHandle file) : file_(file) {}
@@ -326,6 +326,9 @@ class BlockReader {
     return taken;
   }
 
+  // Whether the bytes ended at a block that can't be read, and not with the file.
+  bool failed() const { return failed_; }
+
   // Bytes that may still come, by the size that the file has now.
   std::uint64_t BytesLeft() const {
     std::uint64_t size = 0;
@@ -339,7 +342,8 @@ class BlockReader {
  private:
   std::size_t ReadBlock(std::span<std::byte, kReadBlockBytes> out) {
     std::uint32_t read = 0;
-    if (!World().files.ReadFile(file_, out.data(), kReadBlockBytes, &read)) {
+    if (failed_ || !World().files.ReadFile(file_, out.data(), kReadBlockBytes, &read)) {
+      failed_ = true;
       return 0;
     }
     bytesRead_ += read;
@@ -351,6 +355,7 @@ class BlockReader {
   std::size_t place_ = 0;
   std::size_t filled_ = 0;
   std::uint64_t bytesRead_ = 0;
+  bool failed_ = false;
 };
 
 // Builds a tree from a stream of tags and values.
@@ -361,8 +366,14 @@ class TreeReader {
   TreeReader(const TreeReader&) = delete;
   TreeReader& operator=(const TreeReader&) = delete;
 
-  // Reads to the end of the file. Result: false for a tag that can't be read, and without memory.
-  bool Read() {
+  // Reads to the end of the file. Result: false for a tag that can't be read, without memory, and
+  // when reading breaks off: half a tree must not be saved over the whole one.
+  bool Read() { return ReadObjects() && !reader_.failed(); }
+
+  CfgNode* release() { return std::exchange(root_, nullptr); }
+
+ private:
+  bool ReadObjects() {
     while (FindTagStart()) {
       if (!ReadTag()) {
         return tagCutOff_;  // a file may end anywhere; what was read stands
@@ -374,9 +385,6 @@ class TreeReader {
     return true;
   }
 
-  CfgNode* release() { return std::exchange(root_, nullptr); }
-
- private:
   // Skips what stands between tags: line feeds, and whatever a hand may have put there.
   bool FindTagStart() {
     for (;;) {
