@@ -56,7 +56,12 @@ bool HeadlessFiles::IsReadOnly(const std::u16string& key) const {
 }
 
 void HeadlessFiles::Put(std::u16string_view path, Content content) {
-  files_[LowerCase(path)] = std::make_shared<Content>(std::move(content));
+  const std::u16string key = LowerCase(path);
+  // The folders stay when the file goes.
+  for (std::size_t end = key.find(u'\\'); end != key.npos; end = key.find(u'\\', end + 1)) {
+    directories_.insert(key.substr(0, end));
+  }
+  files_[key] = std::make_shared<Content>(std::move(content));
 }
 
 const HeadlessFiles::Content* HeadlessFiles::Get(std::u16string_view path) const {
@@ -101,8 +106,8 @@ FileHandle HeadlessFiles::CreateFileW(const char16_t* path, Access access) {
   if (faults_.ShouldFail("CreateFileW") || IsDirectory(path) ||
       (access != Access::kOpenExistingForReading && IsReadOnly(key))) {
     error = kErrorAccessDenied;
-  } else if (!exists && folder != key && !IsDirectory(folder)) {
-    error = kErrorPathNotFound;
+  } else if (key.empty() || (!exists && folder != key && !IsDirectory(folder))) {
+    error = kErrorPathNotFound;  // an empty path names no place at all
   } else if (mustExist && !exists) {
     error = kErrorFileNotFound;
   }
