@@ -304,6 +304,9 @@ INSTANTIATE_TEST_SUITE_P(
         MigrationCase{"RecordsThatShareANameInsideLeaveTheLast",
                       Earlier({Favorite("A", u"A", 1, u"A"), Favorite("B", u"A", 2, u"B")}),
                       Now({Favorite("B", u"A", 2, u"B"), Favorite("A", u"A", 2, u"A")})},
+        // Deleting takes one of them, saving the other.
+        MigrationCase{"TwoRecordsOfOneNameBecomeTheFirst",
+                      Earlier({Favorite("A", 1), Favorite("A", 2)}), Now({Favorite("A", 1)})},
         MigrationCase{"RecordWithANameInsideOf33UnitsStays",
                       Earlier({Favorite("A", std::u16string(33, u'n'), 1, u"x"), Favorite("B", 2)}),
                       Now({Favorite("A", std::u16string(33, u'n'), 1, u"x"), Favorite("B", 2)})},
