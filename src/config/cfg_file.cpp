@@ -75,6 +75,19 @@ bool AllocateValue(CfgNode& node, std::uint32_t bytes) {
   return true;
 }
 
+// Makes room for so many bytes behind those that are there, zeros for now. Result: false, with the
+// value as it was, when there is no memory.
+bool GrowValue(CfgNode& node, std::uint32_t bytes) {
+  auto* value = static_cast<std::byte*>(Heap().HeapAlloc(bytes + kValueSlackBytes));
+  if (value == nullptr) {
+    return false;
+  }
+  std::memcpy(value, node.value, node.storedBytes);
+  Heap().HeapFree(std::exchange(node.value, value));
+  node.storedBytes = bytes;
+  return true;
+}
+
 void Append(CfgNode& parent, CfgNode& child) {
   child.parent = &parent;
   if (parent.lastChild == nullptr) {
@@ -429,15 +442,24 @@ class TreeReader {
     return node->len < 1 || ReadValue(*node);
   }
 
-  // A tag may announce any length; memory is taken for what the file can still fill.
+  // A tag may announce any length; memory is taken for what the file can still fill. Its size is
+  // a hint only: where it can't be had, or another process makes the file longer meanwhile, the
+  // value grows as its bytes arrive. They are taken by count, never for tags.
   bool ReadValue(CfgNode& node) {
     const auto announced = static_cast<std::uint32_t>(node.len);
-    const auto expected =
-        static_cast<std::uint32_t>(std::min<std::uint64_t>(announced, reader_.BytesLeft()));
-    if (!AllocateValue(node, expected)) {
+    const auto room = [announced](std::uint64_t bytes) {
+      return static_cast<std::uint32_t>(std::min<std::uint64_t>(announced, bytes));
+    };
+    if (!AllocateValue(node, room(reader_.BytesLeft()))) {
       return false;
     }
-    reader_.Take({node.value, expected});
+    std::size_t taken = reader_.Take({node.value, node.storedBytes});
+    while (taken == node.storedBytes && taken < announced && !reader_.Peek().empty()) {
+      if (!GrowValue(node, room(std::max(taken * 2, kReadBlockBytes)))) {
+        return false;
+      }
+      taken += reader_.Take({node.value + taken, node.storedBytes - taken});
+    }
     return true;
   }
 
