@@ -651,7 +651,9 @@ CfgNode* CfgAddChild(CfgNode* parent, const char16_t* name, const char* type, co
     std::memcpy(child->value, value, static_cast<std::size_t>(len));
   }
   Append(*parent, *child);
-  ++parent->childCount;
+  if (parent->childCount < INT32_MAX) {  // a file may announce the greatest number there is
+    ++parent->childCount;
+  }
   return child;
 }
 
