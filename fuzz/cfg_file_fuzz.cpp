@@ -29,7 +29,7 @@ constexpr std::size_t kMostSteps = 16;
 
 // Announced and missing bytes are written as zeros. What is between these two bounds is saved as
 // well, but only costs time.
-constexpr std::uint64_t kMissingBytesSaved = 1 << 16;
+constexpr std::uint64_t kMissingBytesSaved = 1 << 12;
 constexpr std::uint64_t kMissingBytesRefused = 64 << 20;
 
 // The plain heap, so that the sanitizers see every block as it is.
@@ -221,9 +221,8 @@ bool Describe(const CfgNode* node, int depth, std::vector<std::string>& lines) {
   bool good = ReadsBack(*node);
   std::string line = std::to_string(depth) + TagOf(*node) + '>';
   if (node->childCount < 1) {
-    for (const std::byte each : ValueOf(*node)) {
-      line.push_back(static_cast<char>(each));
-    }
+    const std::vector<std::byte> value = ValueOf(*node);
+    line.append(reinterpret_cast<const char*>(value.data()), value.size());
   }
   lines.push_back(std::move(line));
   const CfgNode* child = node->childCount < 1 ? nullptr : node->firstChild;
@@ -299,7 +298,7 @@ void Add(CfgNode* node, const char16_t* name, std::uint8_t value) {
                                                         "",     ",,",     "a:b"};
   const std::int32_t before = node == nullptr ? 0 : node->childCount;
   const std::int32_t len = (value % 16) * 97 - 97;
-  const std::vector<char> bytes(2000, static_cast<char>(value));
+  static const std::vector<char> bytes(2000, 'v');
   const CfgNode* child = CfgAddChild(node, name, kTypes[value % kTypes.size()],
                                      value % 5 == 0 ? nullptr : bytes.data(), len);
   if (child == nullptr) {
