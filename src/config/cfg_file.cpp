@@ -326,14 +326,14 @@ class BlockReader {
     return taken;
   }
 
-  // Bytes that may still come, by the size that the file has now.
-  std::uint64_t BytesLeft() const {
-    std::uint64_t size = 0;
-    if (!World().files.GetFileSizeEx(file_, &size)) {
-      return 0;
+  // Bytes that may still come, by the size that the file had when it was first asked for: a hint.
+  std::uint64_t BytesLeft() {
+    if (!size_) {
+      std::uint64_t size = 0;
+      size_ = World().files.GetFileSizeEx(file_, &size) ? size : 0;
     }
     const std::uint64_t behind = bytesRead_ - (filled_ - place_);
-    return size > behind ? size - behind : 0;
+    return *size_ > behind ? *size_ - behind : 0;
   }
 
  private:
@@ -351,6 +351,7 @@ class BlockReader {
   std::size_t place_ = 0;
   std::size_t filled_ = 0;
   std::uint64_t bytesRead_ = 0;
+  std::optional<std::uint64_t> size_;
 };
 
 // Builds a tree from a stream of tags and values.
