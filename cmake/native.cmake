@@ -42,8 +42,14 @@ include(fuzz/fuzzers.cmake)
 
 if(NOT OSTREL_SANITIZE)
   find_package(benchmark REQUIRED)
+  find_package(pugixml REQUIRED)  # a peer
   file(GLOB OSTREL_BENCH_SOURCES CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/bench/native/*_bench.cpp)
   add_executable(ostrel_bench ${OSTREL_BENCH_SOURCES})
   target_link_libraries(ostrel_bench
-    PRIVATE ostrel_test_world benchmark::benchmark benchmark::benchmark_main ostrel_flags)
+    PRIVATE
+      ostrel_test_world
+      benchmark::benchmark
+      benchmark::benchmark_main
+      pugixml::pugixml
+      ostrel_flags)
 endif()
