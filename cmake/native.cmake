@@ -6,7 +6,9 @@ add_library(ostrel_headless STATIC ${OSTREL_HEADLESS_SOURCES})
 target_link_libraries(ostrel_headless PUBLIC ostrel_logic PRIVATE ostrel_flags)
 
 # The scene that tests, benches and fuzzers play on; it reads the compiled texts that are shipped.
-add_library(ostrel_test_world STATIC ${CMAKE_SOURCE_DIR}/tests/support/test_world.cpp)
+add_library(ostrel_test_world STATIC
+  ${CMAKE_SOURCE_DIR}/tests/support/disk_files.cpp
+  ${CMAKE_SOURCE_DIR}/tests/support/test_world.cpp)
 target_include_directories(ostrel_test_world PUBLIC ${CMAKE_SOURCE_DIR}/tests)
 list(JOIN OSTREL_LANGUAGES " " languages)
 target_compile_definitions(ostrel_test_world
@@ -40,8 +42,14 @@ include(fuzz/fuzzers.cmake)
 
 if(NOT OSTREL_SANITIZE)
   find_package(benchmark REQUIRED)
+  find_package(pugixml REQUIRED)  # a peer
   file(GLOB OSTREL_BENCH_SOURCES CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/bench/native/*_bench.cpp)
   add_executable(ostrel_bench ${OSTREL_BENCH_SOURCES})
   target_link_libraries(ostrel_bench
-    PRIVATE ostrel_test_world benchmark::benchmark benchmark::benchmark_main ostrel_flags)
+    PRIVATE
+      ostrel_test_world
+      benchmark::benchmark
+      benchmark::benchmark_main
+      pugixml::pugixml
+      ostrel_flags)
 endif()

@@ -329,14 +329,14 @@ class BlockReader {
   // Whether the bytes ended at a block that can't be read, and not with the file.
   bool failed() const { return failed_; }
 
-  // Bytes that may still come, by the size that the file has now.
-  std::uint64_t BytesLeft() const {
-    std::uint64_t size = 0;
-    if (!World().files.GetFileSizeEx(file_, &size)) {
-      return 0;
+  // Bytes that may still come, by the size that the file had when it was first asked for: a hint.
+  std::uint64_t BytesLeft() {
+    if (!size_) {
+      std::uint64_t size = 0;
+      size_ = World().files.GetFileSizeEx(file_, &size) ? size : 0;
     }
     const std::uint64_t behind = bytesRead_ - (filled_ - place_);
-    return size > behind ? size - behind : 0;
+    return *size_ > behind ? *size_ - behind : 0;
   }
 
  private:
@@ -356,6 +356,7 @@ class BlockReader {
   std::size_t filled_ = 0;
   std::uint64_t bytesRead_ = 0;
   bool failed_ = false;
+  std::optional<std::uint64_t> size_;
 };
 
 // Builds a tree from a stream of tags and values.
@@ -392,12 +393,12 @@ class TreeReader {
       if (ready.empty()) {
         return false;
       }
-      const auto start = std::ranges::find(ready, std::byte{'<'});
-      reader_.Skip(static_cast<std::size_t>(start - ready.begin()));
-      if (start != ready.end()) {
-        reader_.Skip(1);
+      const std::size_t before = DistanceTo('<', ready);
+      if (before < ready.size()) {
+        reader_.Skip(before + 1);
         return true;
       }
+      reader_.Skip(before);
     }
   }
 
@@ -411,19 +412,45 @@ class TreeReader {
         tagCutOff_ = true;
         return false;
       }
-      const char next = static_cast<char>(ready.front());
-      reader_.Skip(1);
-      if (next == '>' && (tag().find("childobjs") != std::string_view::npos ||
-                          tag().find("endobj") != std::string_view::npos)) {
+      const std::size_t before = DistanceTo('>', ready);
+      if (!AddToTag(ready.first(before))) {
+        return false;
+      }
+      reader_.Skip(before);
+      if (before == ready.size()) {
+        continue;
+      }
+      const bool ends = tag().find("childobjs") != std::string_view::npos ||
+                        tag().find("endobj") != std::string_view::npos;
+      if (ends) {
+        reader_.Skip(1);
         text_[size_++] = ',';
         return true;
       }
-      // The comma and a terminator must still fit. No legal tag is longer.
-      if (size_ + 2 >= text_.size()) {
+      if (!AddToTag(ready.subspan(before, 1))) {
         return false;
       }
-      text_[size_++] = next;
+      reader_.Skip(1);
     }
+  }
+
+  // Result: false when the tag with its comma and a terminator would not fit. No legal tag is so
+  // long.
+  bool AddToTag(std::span<const std::byte> bytes) {
+    if (bytes.size() + 2 > text_.size() - size_) {
+      return bytes.empty();
+    }
+    std::memcpy(text_.data() + size_, bytes.data(), bytes.size());
+    size_ += bytes.size();
+    return true;
+  }
+
+  // Bytes before the first of these; all of them when there is none.
+  static std::size_t DistanceTo(char wanted, std::span<const std::byte> bytes) {
+    const void* found = std::memchr(bytes.data(), wanted, bytes.size());
+    return found == nullptr
+               ? bytes.size()
+               : static_cast<std::size_t>(static_cast<const std::byte*>(found) - bytes.data());
   }
 
   bool HandleTag() {
@@ -659,7 +686,9 @@ CfgNode* CfgAddChild(CfgNode* parent, const char16_t* name, const char* type, co
     std::memcpy(child->value, value, static_cast<std::size_t>(len));
   }
   Append(*parent, *child);
-  ++parent->childCount;
+  if (parent->childCount < INT32_MAX) {  // a file may announce the greatest number there is
+    ++parent->childCount;
+  }
   return child;
 }
 
@@ -740,7 +769,10 @@ void CfgCopyValue(const CfgNode& node, std::span<std::byte> out) {
   if (copied != 0) {
     std::memcpy(out.data(), node.value, copied);
   }
-  std::ranges::fill(out.subspan(copied), std::byte{0});
+  const std::span<std::byte> rest = out.subspan(copied);
+  if (!rest.empty()) {
+    std::memset(rest.data(), 0, rest.size());
+  }
 }
 
 }  // namespace ostrel
