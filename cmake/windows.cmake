@@ -84,5 +84,5 @@ target_link_libraries(print_system_tests PRIVATE ostrel_print_system_setup ostre
 ostrel_add_program(store_peer tests/peers/windows_peer.cpp tests/peers/store_script.cpp)
 ostrel_add_program(store_stress tests/peers/store_stress.cpp tests/peers/stress_file.cpp)
 foreach(program store_peer store_stress)
-  target_link_libraries(${program} PRIVATE ostrel_logic ostrel_win32)
+  target_link_libraries(${program} PRIVATE ostrel_logic ostrel_win32 psapi)
 endforeach()

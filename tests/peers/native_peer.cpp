@@ -39,7 +39,6 @@ class NativeWorld {
 
 int main(int count, char** arguments) {
   using namespace ostrel::peers;
-  return RunPeer({arguments + 1, arguments + count}, [](const std::string& folder) {
-    return std::make_unique<NativeWorld>(folder);
-  });
+  return RunPeer({arguments + 1, arguments + count},
+                 [](const std::string& folder) { return std::make_unique<NativeWorld>(folder); });
 }

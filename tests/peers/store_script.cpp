@@ -84,8 +84,8 @@ bool SaveFavorite(const std::u16string& name, std::uint32_t seed) {
 void FirstFavorites(Outcome& outcome) {
   const FavoriteStore store;
   for (const char16_t* name :
-       {u"Default", u"Text", u"Images", u"Booklet", u"R\u00E9glage \u2013 \u65E5\u672C",
-        u"a,b:c>d", u"\U0001F5A8 duplex", u"\xD800 alone"}) {
+       {u"Default", u"Text", u"Images", u"Booklet", u"R\u00E9glage \u2013 \u65E5\u672C", u"a,b:c>d",
+        u"\U0001F5A8 duplex", u"\xD800 alone"}) {
     outcome.Expect(SaveFavorite(name, 1), "a favourite is saved");
   }
   outcome.Expect(SaveFavorite(std::u16string(k31Units), 2), "31 units are a name");

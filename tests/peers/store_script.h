@@ -10,8 +10,8 @@ namespace ostrel::peers {
 // The script has two acts; the second continues from the file that the first leaves.
 inline constexpr int kActs = 2;
 
-// Runs an act in the process state in force. Result: the operations that didn't answer as the script
-// expects, a line each; empty when all did.
+// Runs an act in the process state in force. Result: the operations that didn't answer as the
+// script expects, a line each; empty when all did.
 std::string RunAct(int act);
 
 // What the stores hold, as text: each name with the length of its record and a sum over its bytes.

@@ -4,6 +4,7 @@
 #include <charconv>
 #include <cstring>
 #include <optional>
+#include <vector>
 
 namespace ostrel::peers {
 namespace {
@@ -83,8 +84,7 @@ class ShapeReader {
     }
     tag->name = *name;
     return Take("type:") && TakeUntil(',') && Take("len:") && TakeNumber(',', &tag->len) &&
-           Take("childobjs:") && TakeNumber('>', &tag->children) &&
-           (tag->len != 0 || Take("\n"));
+           Take("childobjs:") && TakeNumber('>', &tag->children) && (tag->len != 0 || Take("\n"));
   }
 
   bool ReadValue(const OpenTag& tag, bool isFavorite) {
@@ -94,11 +94,9 @@ class ShapeReader {
     }
     const auto value = std::as_bytes(std::span(rest_.data(), tag.len));
     rest_.remove_prefix(tag.len);
-    if (isFavorite) {
-      mended_ = mended_ || value.back() == std::byte{0};
-      return IsStampedOrCut(value) || Fail("a favourite of two writers' bytes");
-    }
-    return true;
+    const ValueShape shape = isFavorite ? ShapeOfFavorite(value, tag.name) : ValueShape::kWhole;
+    mended_ = mended_ || shape == ValueShape::kCut;
+    return shape != ValueShape::kTorn || Fail("a favourite of two writers' bytes");
   }
 
   bool ReadObject(int depth) {
@@ -132,26 +130,31 @@ class ShapeReader {
 
 }  // namespace
 
-void PutStamp(std::span<std::byte> record, const Stamp& stamp) {
+void PutStamp(std::span<std::byte> record, std::uint32_t stamp) {
   for (std::size_t i = 0; i + sizeof(stamp) <= record.size(); i += sizeof(stamp)) {
     std::memcpy(&record[i], &stamp, sizeof(stamp));
   }
-  // A last byte that isn't zero tells a whole record from one that was cut.
-  const std::size_t end = record.size() / sizeof(stamp) * sizeof(stamp);
-  std::ranges::fill(record.subspan(end), std::byte{0xEE});
 }
 
-bool IsStampedOrCut(std::span<const std::byte> record) {
-  Stamp first;
-  if (record.size() < sizeof(first)) {
-    return false;
+ValueShape ShapeOfFavorite(std::span<const std::byte> value, std::string_view name) {
+  constexpr std::size_t kNameBytes = 512;
+  if (value.size() != kStampedBytes + kNameBytes) {
+    return ValueShape::kTorn;
   }
-  std::memcpy(&first, record.data(), sizeof(first));
-  std::string expected(record.size(), '\0');
-  PutStamp(std::as_writable_bytes(std::span(expected)), first);
-  const auto wanted = std::as_bytes(std::span(expected));
-  const auto differs = std::ranges::mismatch(record, wanted).in1;
-  return std::all_of(differs, record.end(), [](std::byte byte) { return byte == std::byte{0}; });
+  std::vector<std::byte> expected(value.size());
+  std::uint32_t stamp = 0;
+  std::memcpy(&stamp, value.data(), sizeof(stamp));
+  PutStamp(std::span(expected).first(kStampedBytes), stamp);
+  for (std::size_t i = 0; i < name.size(); ++i) {
+    expected[kStampedBytes + 2 * i] = static_cast<std::byte>(name[i]);
+  }
+  const auto differs = std::ranges::mismatch(value, expected).in1;
+  if (differs == value.end()) {
+    return ValueShape::kWhole;
+  }
+  const bool zeros =
+      std::all_of(differs, value.end(), [](std::byte byte) { return byte == std::byte{0}; });
+  return zeros ? ValueShape::kCut : ValueShape::kTorn;
 }
 
 const char* NameOf(FileShape shape) {

@@ -1,5 +1,5 @@
-// What a settings file may look like while several processes save favourites to it: a reading of its
-// bytes that has nothing in common with the driver's own.
+// What a settings file may look like while several processes save favourites to it: a reading of
+// its bytes that has nothing in common with the driver's own.
 #pragma once
 
 #include <cstdint>
@@ -9,24 +9,29 @@
 
 namespace ostrel::peers {
 
-// A favourite in the stress is one writer's stamp all over its record: who wrote it, and the
+// A favourite in the stress bears one stamp all over its settings record: who wrote it, and the
 // how-many-eth of its saves it was.
-struct Stamp {
-  std::uint32_t writer;
-  std::uint32_t save;
-  bool operator==(const Stamp&) const = default;
+inline constexpr std::size_t kStampedBytes = 7896;
+constexpr std::uint32_t Stamp(std::uint32_t writer, std::uint32_t save) {
+  return (writer << 24) | (save & 0xFFFFFF);  // the last byte of each stamp is the writer, not 0
+}
+void PutStamp(std::span<std::byte> record, std::uint32_t stamp);
+
+// A favourite's value as the file has it: the stamped record, then its name in a field of 512
+// bytes.
+enum class ValueShape {
+  kWhole,
+  kCut,   // the beginning of one, and zeros
+  kTorn,  // anything else
 };
-void PutStamp(std::span<std::byte> record, const Stamp& stamp);
-// Whether a record that was read bears one stamp all over, up to a point from which it is zero: a
-// file that was read while it was being written ends there.
-bool IsStampedOrCut(std::span<const std::byte> record);
+ValueShape ShapeOfFavorite(std::span<const std::byte> value, std::string_view name);
 
 enum class FileShape {
-  kWhole,   // a tree from the first byte to the last, each record with one stamp
+  kWhole,   // a tree from the first byte to the last, each favourite with one stamp
   kEmpty,   // no byte yet
   kCut,     // the beginning of a whole one
-  kMended,  // a tree to the last byte, but with a record that ends in zeros or a count that is too
-            // high: someone read a cut file and saved it
+  kMended,  // a tree to the last byte, but with a favourite that ends in zeros or a count that is
+            // too high: someone read a cut file and saved it
   kTail,    // a tree, and behind it the rest of a longer one
   kBroken,  // anything else
 };

@@ -1,5 +1,5 @@
-// The driver's logic over the real platform, in a process of our own, with the application data in a
-// folder of the caller's choice.
+// The driver's logic over the real platform, in a process of our own, with the application data in
+// a folder of the caller's choice.
 #pragma once
 
 #include "config/setting_stores.h"
