@@ -27,7 +27,7 @@ packages:
 
 # $(call build,PRESET); what it says goes to standard error, so that a report can be piped on.
 define build
-	@cmake --preset $(1) --log-level=WARNING > build/$(1).configure.log 2>&1 || { cat build/$(1).configure.log; exit 1; }
+	@cmake --preset $(1) --log-level=WARNING > build/$(1).configure.log 2>&1 || { cat build/$(1).configure.log >&2; exit 1; }
 	@cmake --build --preset $(1) --parallel $(JOBS) >&2
 endef
 
@@ -59,6 +59,7 @@ test-peers: packages | build
 
 lint: packages | build
 	$(call build,native)
+	$(call build,windows)
 	@tools/lint
 
 dist: packages | build
@@ -71,7 +72,7 @@ dist: packages | build
 bench: packages | build
 	$(call build,native)
 	$(call build,windows)
-	@build/native/bin/ostrel_bench
+	@tools/bench-ratios.py build/native/bin/ostrel_bench --benchmark_min_time=0.05
 	@tools/print-system run $(WINDOWS_BIN)/print_system_bench.exe
 
 fuzz: packages | build

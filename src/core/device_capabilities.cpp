@@ -3,11 +3,13 @@
 #include "core/language.h"
 #include "core/paper_tables.h"
 #include "core/printer_store.h"
+#include "core/process_state.h"
 #include "core/settings_record.h"
 #include "core/text.h"
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 
 namespace ostrel {
 namespace {
@@ -17,16 +19,14 @@ constexpr std::uint32_t kMinExtentLength_tenths_mm = 1270;
 constexpr std::uint32_t kMaxExtentWidth_tenths_mm = 2159;
 constexpr std::uint32_t kMaxExtentLength_tenths_mm = 3556;
 constexpr std::uint32_t kLandscapeAngle = 90;
-constexpr std::uint32_t kMaxCopies = 999;
 constexpr std::uint32_t kTrueTypeAnswer = 6;  // DCTT_DOWNLOAD | DCTT_SUBDEV
 
 constexpr std::uint32_t Words(std::uint32_t low, std::uint32_t high) {
   return low | (high << 16);
 }
 
-constexpr std::array<Point, 2> kResolutions = {{{600, 600}, {1200, 1200}}};
-
-using PaperNameRow = std::array<char16_t, kPaperNameUnits>;
+constexpr std::array<Point, 2> kResolutions = {
+    {{kResolution600, kResolution600}, {kResolution1200, kResolution1200}}};
 
 // The custom papers of the moment, at most as many as a list has room for.
 struct CustomPapers {
@@ -55,29 +55,13 @@ void WriteTableNames(ModuleHandle module, char16_t* rows) {
   }
 }
 
-// The row of a custom paper in the list of media that are ready: a number from 1 on in the words of
-// the language library.
-void WriteMediaReadyCustomRow(ModuleHandle module, int number, PaperNameRow& row) {
-  char16_t format[kPaperNameUnits] = {};
-  const int length = module == nullptr ? 0 : LoadUiString(module, kStringCustomPaperFormat, format);
-  TextBuilder name(row);
-  AddWithNumber(name, std::u16string_view(format, static_cast<std::size_t>(length)), number);
-  if (length == 0 || !name.fits()) {
-    TextBuilder fallback(row);
-    AddWithNumber(fallback, u"Custom %d", number);
-  }
-}
-
-// All names that the driver could have ready: the table's, then a row for each possible custom.
+// All names that the driver could have ready. The custom rows are not handed out: the answer lists
+// table sizes only, and callers' buffers are as large as that answer.
 std::uint32_t AnswerMediaReady(ModuleHandle module, char16_t* output) {
-  std::array<PaperNameRow, kPaperRows + kMaxCustomPapers> names = {};
-  WriteTableNames(module, names.front().data());
-  for (std::size_t i = 0; i < kMaxCustomPapers; ++i) {
-    WriteMediaReadyCustomRow(module, static_cast<int>(i) + 1, names[kPaperRows + i]);
+  if (output != nullptr) {
+    const MediaReadyNames names = BuildMediaReadyNames(module);
+    std::copy_n(names.front().data(), kPaperRows * kPaperNameUnits, output);
   }
-  // The custom rows are not handed out: the answer has always listed table sizes only, and callers'
-  // buffers are as large as that answer.
-  std::copy_n(names.front().data(), kPaperRows * kPaperNameUnits, output);
   return static_cast<std::uint32_t>(kPaperRows);
 }
 
@@ -99,26 +83,44 @@ std::uint32_t AnswerFileDependencies(char16_t* output) {
   return 0;
 }
 
-// Lists whose rows are texts: the language library is opened for a buffer only, and closed again.
-std::uint32_t AnswerNames(PrinterHandle printer, const char16_t* deviceName,
-                          std::uint16_t capability, char16_t* output) {
-  const ScopedModule module(output == nullptr ? nullptr : LoadLanguageModule(deviceName));
-  switch (capability) {
-    case kDcBinNames:
-      return AnswerBinNames(CountMissingTrays(printer), module.get(), output);
-    case kDcPaperNames:
-      return AnswerPaperNames(CustomPapers().list(), module.get(), output);
-    default:
-      return output == nullptr ? static_cast<std::uint32_t>(kPaperRows)
-                               : AnswerMediaReady(module.get(), output);
-  }
-}
+// The language library for a list of names: opened for a buffer only, and closed with the call.
+class NamesModule {
+ public:
+  NamesModule(const char16_t* deviceName, const char16_t* output)
+      : module_(output == nullptr ? nullptr : LoadLanguageModule(deviceName)) {}
+  ModuleHandle get() const { return module_.get(); }
+
+ private:
+  ScopedModule module_;
+};
 
 }  // namespace
+
+MediaReadyNames BuildMediaReadyNames(ModuleHandle module) {
+  MediaReadyNames names = {};
+  WriteTableNames(module, names.front().data());
+  char16_t format[2 * kPaperNameUnits] = {};
+  const bool hasFormat =
+      module != nullptr && World().modules.LoadStringW(module, kStringCustomPaperFormat, format,
+                                                       static_cast<int>(std::size(format))) > 0;
+  std::int64_t number = 0;
+  for (PaperNameRow& row : std::span(names).subspan(kPaperRows)) {
+    ++number;
+    TextBuilder text(row);
+    AddWithNumber(text, FieldText(format), number);
+    if (!hasFormat || !text.fits()) {
+      row.fill(u'\0');
+      TextBuilder fallback(row);
+      AddWithNumber(fallback, u"Custom %d", number);
+    }
+  }
+  return names;
+}
 
 void WriteCustomPaperName(std::u16string_view name, std::size_t place, std::uint32_t width_mm,
                           std::uint32_t length_mm, std::span<char16_t, kPaperNameUnits> row) {
   const auto write = [&](auto&& addName) {
+    std::ranges::fill(row, u'\0');
     TextBuilder text(row);
     addName(text);
     text.Add(u" (").AddNumber(width_mm).Add(u" x ").AddNumber(length_mm).Add(u"mm)");
@@ -164,7 +166,6 @@ std::uint32_t AnswerPaperNames(std::span<const CustomPaperRecord> customs, Modul
     char16_t* row = output + kPaperRows * kPaperNameUnits;
     for (std::size_t i = 0; i < customs.size(); ++i, row += kPaperNameUnits) {
       const CustomPaperRecord& custom = customs[i];
-      std::fill_n(row, kPaperNameUnits, u'\0');
       WriteCustomPaperName(FieldText(custom.Name), i, WholeMillimetres(custom.Width),
                            WholeMillimetres(custom.Length),
                            std::span<char16_t, kPaperNameUnits>(row, kPaperNameUnits));
@@ -177,8 +178,8 @@ std::uint32_t AnswerBins(int missingTrays, std::uint16_t* output) {
   constexpr std::size_t kFixedSources = 3;
   const std::uint32_t count = CountSources(missingTrays);
   if (output != nullptr) {
-    // With one optional tray the answer is four, and both optional trays are written all the same:
-    // callers have always found five words there.
+    // With one optional tray the answer is four, and both optional trays are written all the same.
+    // That is kept.
     const std::size_t written = count > kFixedSources ? kSourceRows : kFixedSources;
     std::ranges::transform(std::span(kSourceTable).first(written), output, &SourceRow::binId);
   }
@@ -199,6 +200,7 @@ std::uint32_t AnswerBinNames(int missingTrays, ModuleHandle module, char16_t* ou
 std::uint32_t DrvDeviceCapabilities(PrinterHandle printer, const char16_t* deviceName,
                                     std::uint16_t capability, void* output,
                                     const PublicDevmode* /*devmode*/) {
+  auto* names = static_cast<char16_t*>(output);
   switch (capability) {
     case kDcFields:
       return kDriverDevmodeFields;
@@ -223,13 +225,16 @@ std::uint32_t DrvDeviceCapabilities(PrinterHandle printer, const char16_t* devic
     case kDcDriver:
       return kDevmodeDriverVersion;
     case kDcBinNames:
+      return AnswerBinNames(CountMissingTrays(printer), NamesModule(deviceName, names).get(),
+                            names);
     case kDcPaperNames:
+      return AnswerPaperNames(CustomPapers().list(), NamesModule(deviceName, names).get(), names);
     case kDcMediaReady:
-      return AnswerNames(printer, deviceName, capability, static_cast<char16_t*>(output));
+      return AnswerMediaReady(NamesModule(deviceName, names).get(), names);
     case kDcEnumResolutions:
       return AnswerResolutions(static_cast<Point*>(output));
     case kDcFileDependencies:
-      return AnswerFileDependencies(static_cast<char16_t*>(output));
+      return AnswerFileDependencies(names);
     case kDcTrueType:
       return (kDriverDevmodeFields & kDmTTOption) != 0 ? kTrueTypeAnswer : 0;
     case kDcOrientation:

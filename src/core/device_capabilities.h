@@ -7,6 +7,7 @@
 #include "config/setting_stores.h"
 #include "platform/print_types.h"
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -32,9 +33,18 @@ std::uint32_t AnswerPaperNames(std::span<const CustomPaperRecord> customs, Modul
 std::uint32_t AnswerBins(int missingTrays, std::uint16_t* output);
 std::uint32_t AnswerBinNames(int missingTrays, ModuleHandle module, char16_t* output);
 
+// One name of the paper lists, filled with NUL behind the text.
+using PaperNameRow = std::array<char16_t, kPaperNameUnits>;
+
+// The names of all media that the driver could have ready: the 28 of the paper table, and then
+// twenty custom papers numbered from 1, in the words of the library's format or as "Custom %d" when
+// that is missing or its text too long.
+using MediaReadyNames = std::array<PaperNameRow, 28 + kMaxCustomPapers>;
+MediaReadyNames BuildMediaReadyNames(ModuleHandle module);
+
 // Writes the name of a custom paper with its size, "Name (w x hmm)", into a row of 64 units. A text
 // that has 64 characters or more gives way to "Custom n (w x hmm)", n being its place in the list,
-// counted from 0.
+// counted from 0. The rest of the row is NUL.
 void WriteCustomPaperName(std::u16string_view name, std::size_t place, std::uint32_t width_mm,
                           std::uint32_t length_mm, std::span<char16_t, kPaperNameUnits> row);
 

@@ -68,7 +68,7 @@ void MergePaper(DriverDevmode& target, const PublicDevmode& incoming) {
 }
 
 std::int16_t ResolutionOr600(std::int16_t resolution) {
-  return resolution == 1200 ? resolution : std::int16_t{600};
+  return resolution == kResolution1200 ? resolution : kResolution600;
 }
 
 void MergePublicFields(DriverDevmode& target, const PublicDevmode& incoming) {
@@ -81,7 +81,7 @@ void MergePublicFields(DriverDevmode& target, const PublicDevmode& incoming) {
   if (both(kDmOrientation) && within(incoming.dmOrientation, 1, 2)) {
     record.dmOrientation = incoming.dmOrientation;
   }
-  if (both(kDmCopies) && within(incoming.dmCopies, 1, 999)) {
+  if (both(kDmCopies) && within(incoming.dmCopies, 1, kMaxCopies)) {
     record.dmCopies = incoming.dmCopies;
   }
   if (both(kDmPrintQuality)) {
@@ -110,7 +110,7 @@ void MergePublicFields(DriverDevmode& target, const PublicDevmode& incoming) {
     record.dmCollate = incoming.dmCollate;
   }
   if (both(kDmColor)) {
-    record.dmColor = 1;  // whatever is asked for: the device is monochrome
+    record.dmColor = kColorMonochrome;  // whatever is asked for: the device is monochrome
   }
 }
 

@@ -66,7 +66,7 @@ bool HasRoomFor(std::uint32_t neededBytes, const PublicDevmode* out, std::int32_
 }
 
 bool ConvertToOldHeader(const PublicDevmode* in, PublicDevmode* out, std::int32_t* sizeBytes) {
-  // The record of the last driver before Unicode private parts: DEVMODEW of 192 bytes and 112 more.
+  // The old format's record: DEVMODEW of 192 bytes and 112 private ones.
   constexpr DevmodeHeader kOldHeader = {
       .specVersion = 800, .driverVersion = 848, .size = 192, .driverExtra = 112};
   if (!HasRoomFor(kOldHeader.TotalBytes(), out, sizeBytes)) {
@@ -150,8 +150,8 @@ std::uint32_t DrvQueryJobAttributes(const PublicDevmode* devmode, std::uint32_t 
       .dwJobNumberOfCopies = static_cast<std::uint32_t>(copies),
       .dwDrvNumberOfCopies = static_cast<std::uint32_t>(copies),
       .dwColorOptimization = 0,
-      .dmPrintQuality = 600,  // the print processor's grid, also for a job of 1200 dpi
-      .dmYResolution = 600,
+      .dmPrintQuality = kResolution600,  // also for a job of 1200 dpi
+      .dmYResolution = kResolution600,
   };
   std::memcpy(attributes, &answer, sizeof(answer));
   return 1;

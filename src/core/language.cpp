@@ -148,7 +148,7 @@ ModuleHandle LoadLanguageModule(const char16_t* driverName) {
     return module;
   }
   // For a two-letter suffix the second try names this library itself: a module without strings. The
-  // third then cuts two characters of the stem and fails. Both stay so: where they lead is in use.
+  // third then cuts two characters of the stem and fails. Both are to stay so.
   if (name.size() >= kSecondTryCut) {
     if (ModuleHandle module = LoadFrom(
             place.directory(), name.substr(0, name.size() - kSecondTryCut), kLibraryExtension)) {

@@ -20,7 +20,7 @@ using FormatArgument =
     std::variant<StringArgument, std::u16string_view, char16_t, std::int32_t, std::uint32_t>;
 
 // Copies `format` to `buffer`, cut to fit and terminated, replacing in the order of `arguments`
-//   %!           a text of `module`, by a StringArgument
+//   %!           a text of `module`, by a StringArgument; 1023 characters at most
 //   %s           a text
 //   %c           one unit
 //   %ld          a signed number in decimal

@@ -72,7 +72,7 @@ int GetPaperExtent(const PrivateDevmode* privateDevmode, std::uint16_t paperId,
   if (privateDevmode != nullptr && FindCustomPaper(paperId, &stored)) {
     *out = ExtentOf(stored.Width, stored.Length);
   } else {
-    *out = ExtentOf(kUnknownCustomWidth_px600, kUnknownCustomLength_px600);
+    *out = ExtentOf(kDefaultCustomWidth_px600, kDefaultCustomLength_px600);
   }
   return 0;
 }

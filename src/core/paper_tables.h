@@ -11,7 +11,6 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <span>
 
 namespace ostrel {
 
@@ -21,8 +20,6 @@ inline constexpr std::uint16_t kFirstCustomPaperId = 288;
 inline constexpr std::uint16_t kLastCustomPaperId = 319;
 
 inline constexpr std::uint16_t kPaperMargin_px600 = 95;  // 4 mm, on all four sides of every paper
-inline constexpr std::uint16_t kUnknownCustomWidth_px600 = 4960;
-inline constexpr std::uint16_t kUnknownCustomLength_px600 = 7015;
 
 // Width, length and four margins of a paper in portrait, pixels at 600 dpi.
 struct PaperExtent {

@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <cstring>
-#include <span>
 #include <string_view>
 
 namespace ostrel {
@@ -18,7 +17,7 @@ struct ParameterRow {
   std::uint16_t width;
 };
 
-inline constexpr std::size_t kFilledSlots = 69;
+constexpr std::size_t kFilledSlots = 69;
 
 // A field's key is its name in the record; its place and width are the record's own.
 #define OSTREL_SLOT(slot, key) \
@@ -250,7 +249,7 @@ Result GetDevmodeField(UIContext* context, std::uint32_t flag, std::int16_t* val
       *value = 100;
       break;
     case kDmCopies:
-      *value = OneUnlessWithin(record.dmCopies, 1, 999);
+      *value = OneUnlessWithin(record.dmCopies, 1, kMaxCopies);
       break;
     case kDmDuplex:
       *value = OneUnlessWithin(record.dmDuplex, 1, kDuplexPublicMax);

@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cstring>
-#include <limits>
 #include <span>
 
 namespace ostrel {
@@ -155,6 +154,12 @@ void EnforceRow(std::byte* record, const SchemaRow& row) {
   }
 }
 
+// The watermark family repairs by its rows, but starts from the default watermark record.
+bool LiesInWatermark(const RecordField& field) {
+  return field.offset >= offsetof(PrivateDevmode, WatermarkData) &&
+         field.offset < offsetof(PrivateDevmode, WatermarkEditorWord);
+}
+
 std::byte* Bytes(PrivateDevmode& record) {
   return reinterpret_cast<std::byte*>(&record);
 }
@@ -180,7 +185,9 @@ const SchemaRow* FindSchemaRow(std::string_view key) {
 
 void WriteSchemaDefaults(PrivateDevmode& record) {
   for (const SchemaRow& row : RecordRows()) {
-    WriteDefault(Bytes(record), row.field, row.defaultValue);
+    if (!LiesInWatermark(row.field)) {
+      WriteDefault(Bytes(record), row.field, row.defaultValue);
+    }
   }
   for (const UnlistedRow& row : kUnlistedWords) {
     WriteDefault(Bytes(record), row.field, row.defaultValue);

@@ -91,7 +91,7 @@ inline constexpr std::array<SchemaRow, kSchemaRows> kRecordSchema = {{
     {"PageParasOutLine",                  OSTREL_FIELD(PageBorder),                               0,       0,         1, "Border",              Repair::kRange},
     {"PageParasMixedOrient",              OSTREL_FIELD(MixedOrient),                              0,       0,         2, "Oreint",              Repair::kRange},
     {"PagePosterPosterPrint",             OSTREL_FIELD(PosterPrint),                              0,       0,         1, "Poster",              Repair::kRange},
-    {"PagePosterPosterType",              OSTREL_FIELD(PosterType),                               0,       0,         2, "Type",                Repair::kRange},
+    {"PagePosterPosterType",              OSTREL_FIELD(PosterType),                               0,       0,         2, "Poster",                Repair::kRange},
     {"PagePosterCropMarks",               OSTREL_FIELD(CropMarks),                                0,       0,         1, "CropMarks",           Repair::kRange},
     {"PageNormalPaperTray",               OSTREL_FIELD(SourceTray),                               0,       0,         4, "PaperTray",           Repair::kNone},
     {"PageNormalRotate",                  OSTREL_FIELD(Rotate),                                   0,       0,         3, "Degrees",             Repair::kRange},
@@ -105,11 +105,11 @@ inline constexpr std::array<SchemaRow, kSchemaRows> kRecordSchema = {{
     {"PageBookletGutter",                 OSTREL_FIELD(BookletGutter),                            0,       0,         1, "Gutter",              Repair::kRange},
     {"PageBookletAutoFit",                OSTREL_FIELD(BookletAutoFit),                           1,       0,         1, "AutoFit",             Repair::kRange},
     {"PageBookletMargins",                OSTREL_FIELD(BookletMargins),                           0,       0,      1181, "Margins",             Repair::kRange},
-    {"PageBookletPrintCover",             OSTREL_FIELD(BookletPrintCover),                        0,       0,         1, "flag",                Repair::kRange},
-    {"PageBookletPrintOnCoverOutSide",    OSTREL_FIELD(BookletPrintOnCoverOutside),               0,       0,         1, "flag",                Repair::kRange},
-    {"PageBookletPrintOnBackCoverOutside", OSTREL_FIELD(BoookletPrintOnBackCoverOutside),         0,       0,         1, "flag",                Repair::kRange},
-    {"PageBookletPrintOnCoverInside",     OSTREL_FIELD(BookletPrintOnCoverInside),                0,       0,         1, "flag",                Repair::kRange},
-    {"PageBookletPrintOnBackCoverInside", OSTREL_FIELD(BoookletPrintOnBackCoverInside),           0,       0,         1, "flag",                Repair::kRange},
+    {"PageBookletPrintCover",             OSTREL_FIELD(BookletPrintCover),                        0,       0,         1, "Booklet",                Repair::kRange},
+    {"PageBookletPrintOnCoverOutSide",    OSTREL_FIELD(BookletPrintOnCoverOutside),               0,       0,         1, "Booklet",                Repair::kRange},
+    {"PageBookletPrintOnBackCoverOutside", OSTREL_FIELD(BoookletPrintOnBackCoverOutside),         0,       0,         1, "Booklet",                Repair::kRange},
+    {"PageBookletPrintOnCoverInside",     OSTREL_FIELD(BookletPrintOnCoverInside),                0,       0,         1, "Booklet",                Repair::kRange},
+    {"PageBookletPrintOnBackCoverInside", OSTREL_FIELD(BoookletPrintOnBackCoverInside),           0,       0,         1, "Booklet",                Repair::kRange},
     {"PageBookletCoverType",              OSTREL_FIELD(BookletCoverType),                         1,       0,        12, "Type",                Repair::kRange},
     {"PageBookletCoverSource",            OSTREL_FIELD(BookletCoverSource),                       0,       0,        10, "Source",              Repair::kNone},
     {"PageMarginsImageShift",             OSTREL_FIELD(ImageShift),                               0,       0,         8, "ImageShift",          Repair::kRange},
@@ -122,14 +122,14 @@ inline constexpr std::array<SchemaRow, kSchemaRows> kRecordSchema = {{
     {"PageMarginsUpDown",                 OSTREL_FIELD(UpDown),                                   0,   -1181,      1181, "pixel",               Repair::kRange},
     // A setting that never had a place in the record.
     {"PageMarginsEnableUserMargin",       {},                                                     0,       0,         1, "EnableUserMargins",   Repair::kNone},
-    // The range is stated and must not be enforced: the check has always asked for a value below the
-    // minimum and above the maximum at once, and records with an index of -1 or 40 are in use.
+    // The range is stated and must not be enforced: the format's check asks for a value below the
+    // minimum and above the maximum at once, so an index of -1 or 40 is kept.
     {"FavoriteIndex",                     OSTREL_FIELD(FavoriteIndex),                           26,       0,        29, "Index",               Repair::kNone},
     {"PageNormalAdjustMode",              OSTREL_FIELD(PrintMode),                                0,       0,         2, "Mode",                Repair::kRange},
     {"PageNormalImageType",               OSTREL_FIELD(ImageType[0]),                             0,       0,         2, "Type",                Repair::kRange},
     {"PageNormalICMType",                 OSTREL_FIELD(ImageType[1]),                             0,       0,         3, "Type",                Repair::kRange},
-    {"PageNormalApplyElement",            OSTREL_FIELD(ApplyElements),                            0,       0,         1, "flag",                Repair::kRange},
-    {"PageNormalDocElement",              OSTREL_FIELD(DocumentElement),                          0,       0,         2, "Type",                Repair::kRange},
+    {"PageNormalApplyElement",            OSTREL_FIELD(ApplyElements),                            0,       0,         1, "Mode",                Repair::kRange},
+    {"PageNormalDocElement",              OSTREL_FIELD(DocumentElement),                          0,       0,         2, "Mode",                Repair::kRange},
     {"PageNormalBrightness",              OSTREL_FIELD(Brightness),                               0,    -100,       100, "Bightness",           Repair::kRange},
     {"PageNormalContrast",                OSTREL_FIELD(Constrast),                                0,    -100,       100, "Contrast",            Repair::kRange},
     {"PageNormalSaturation",              OSTREL_FIELD(Saturation),                               0,    -100,       100, "Saturation",          Repair::kRange},
@@ -150,7 +150,7 @@ inline constexpr std::array<SchemaRow, kSchemaRows> kRecordSchema = {{
     {"PageNormalMirror",                  OSTREL_FIELD(Mirror),                                   0,       0,         1, "flag",                Repair::kRange},
     {"PageNormalThickness",               OSTREL_FIELD(Thickness),                                2,       0,         4, "Mode",                Repair::kRange},
     {"PageNormalNegative",                OSTREL_FIELD(Negative),                                 0,       0,         1, "flag",                Repair::kRange},
-    {"PageWMPrintOn1stPage",              OSTREL_FIELD(FirstPageOnly),                            0,       0,         1, "flag",                Repair::kRange},
+    {"PageWMPrintOn1stPage",              OSTREL_FIELD(FirstPageOnly),                            0,       0,         1, "Flag",                Repair::kRange},
     // The watermark family: a new record starts from the default watermark, not from these defaults.
     {"PageWMIndex",                       OSTREL_FIELD(WatermarkData.PageWMIndex),                0,       0,        32, "Index",               Repair::kRange},
     {"PageWMFlag",                        OSTREL_FIELD(WatermarkData.PageWMFlag),                 0,       0,         2, "Flag",                Repair::kRange},
@@ -161,25 +161,25 @@ inline constexpr std::array<SchemaRow, kSchemaRows> kRecordSchema = {{
     {"PageWMSize",                        OSTREL_FIELD(WatermarkData.PageWMSize),                72,       6,       600, "Size",                Repair::kRange},
     {"PageWMBold",                        OSTREL_FIELD(WatermarkData.PageWMBold),                 0,       0,         1, "Bold",                Repair::kRange},
     {"PageWMItalic",                      OSTREL_FIELD(WatermarkData.PageWMItalic),               0,       0,         1, "Italic",              Repair::kRange},
-    {"PageWMTransparent",                 OSTREL_FIELD(WatermarkData.PageWMTransparent),          0,       0,         1, "flag",                Repair::kRange},
+    {"PageWMTransparent",                 OSTREL_FIELD(WatermarkData.PageWMTransparent),          0,       0,         1, "Flag",                Repair::kRange},
     {"PageWMBorder",                      OSTREL_FIELD(WatermarkData.PageWMBorder),               0,       0,         2, "Border",              Repair::kRange},
     {"PageWMAngle",                       OSTREL_FIELD(WatermarkData.PageWMAngle),                0,     -90,        90, "Degrees",             Repair::kRange},
     {"PageWMScale",                       OSTREL_FIELD(WatermarkData.PageWMScale),                0,       0,      1000, "Scale",               Repair::kRange},
     {"PageWMPosition",                    OSTREL_FIELD(WatermarkData.PageWMPosition),             0,       0,        10, "Position",            Repair::kRange},
-    {"PageWMRepeat",                      OSTREL_FIELD(WatermarkData.PageWMRepeat),               0,       0,         1, "flag",                Repair::kRange},
+    {"PageWMRepeat",                      OSTREL_FIELD(WatermarkData.PageWMRepeat),               0,       0,         1, "Flag",                Repair::kRange},
     // No value but zero is valid, and any other is replaced by 0x8F30, which is not valid either.
-    // Nothing reads the word; the replacement stays so that records compare equal to those in use.
-    {"WMFontChosen",                      OSTREL_FIELD(WatermarkData.WMFontChosen),          0x8F30,       0,         0, "flag",                Repair::kRange},
+    // Nothing reads the word; the replacement is kept so that equal records stay equal.
+    {"WMFontChosen",                      OSTREL_FIELD(WatermarkData.WMFontChosen),          0x8F30,       0,         0, "Flag",                Repair::kRange},
     {"PageWMColor",                       OSTREL_FIELD(WatermarkData.PageWMColor),            13311,       0,  0xFFFFFF, "RGB",                 Repair::kRange},
-    {"WMReserved",                        OSTREL_FIELD(WatermarkData.WMReserved),                 0,       0,         7, "flag",                Repair::kRange},
+    {"WMReserved",                        OSTREL_FIELD(WatermarkData.WMReserved),                 0,       0,         7, "Flag",                Repair::kRange},
     // The custom papers: these rows hold for each of the twenty entries.
-    {"PageCustom%dWidth",                 OSTREL_PAPER_FIELD(Width),                           4960,    1800,      5100, "pixel",               Repair::kRange},
-    {"PageCustom%dLength",                OSTREL_PAPER_FIELD(Length),                          7015,    3000,      8400, "pixel",               Repair::kRange},
+    {"PageCustom%dWidth",                 OSTREL_PAPER_FIELD(Width),    kDefaultCustomWidth_px600,    1800,      5100, "pixel",               Repair::kRange},
+    {"PageCustom%dLength",                OSTREL_PAPER_FIELD(Length),  kDefaultCustomLength_px600,    3000,      8400, "pixel",               Repair::kRange},
     {"CustomPaperSizeName",               OSTREL_PAPER_FIELD(Name),                               0,       0,        24, "Characters",          Repair::kForceTerminator, u"Custom %d"},
 }};
 
-// Words of the record that validation holds to a range although the schema has no row for them, in
-// the order of their checks. The signature, checked among them, is rewritten by name.
+// Words of the record that validation holds to a range although the schema has no row for them. They
+// are checked behind the schema's rows, and the signature behind them.
 struct UnlistedRow {
   RecordField field;
   std::int32_t defaultValue;
@@ -190,8 +190,8 @@ struct UnlistedRow {
 inline constexpr std::array<UnlistedRow, 7> kUnlistedWords = {{
     // Field                                  Default  Minimum  Maximum
     {OSTREL_FIELD(sLaserTestAPResolution),         0,       0,       2},
-    {OSTREL_FIELD(ColorMode),                      1,       1,       1},
-    {OSTREL_FIELD(Duplex),                         1,       1,       5},
+    {OSTREL_FIELD(ColorMode),       kColorMonochrome, kColorMonochrome, kColorMonochrome},
+    {OSTREL_FIELD(Duplex),          kDuplexSimplex, kDuplexSimplex, kDuplexPrivateMax},
     {OSTREL_FIELD(DuplexIndex),                    0,       0,       2},
     {OSTREL_FIELD(ReversePrint),                   0,       0,       1},
     {OSTREL_FIELD(UseSoftFont),                    1,       0,       1},
@@ -205,8 +205,8 @@ inline constexpr std::array<UnlistedRow, 7> kUnlistedWords = {{
 // The row of a setting; null when there is none.
 const SchemaRow* FindSchemaRow(std::string_view key);
 
-// Writes the defaults of all rows, in the schema and beside it. Texts without a default of their
-// own stay empty; custom papers are named "Custom 1" to "Custom 20".
+// Writes the defaults of all rows, in the schema and beside it, but for the watermark record, which
+// starts as a whole. Texts stay empty; custom papers are named "Custom 1" to "Custom 20".
 void WriteSchemaDefaults(PrivateDevmode& record);
 
 // Repairs what the rows state: the schema's rows, then each custom paper, then the words beside

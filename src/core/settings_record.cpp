@@ -12,9 +12,8 @@ namespace ostrel {
 namespace {
 
 constexpr std::int16_t kSourceAutomatic = 7;
-constexpr std::int16_t kColorMonochrome = 1;  // DMCOLOR_MONOCHROME
-constexpr std::int16_t kTrueTypeBitmap = 1;   // DMTT_BITMAP
-constexpr std::uint32_t kMediaStandard = 1;   // DMMEDIA_STANDARD
+constexpr std::int16_t kTrueTypeBitmap = 1;  // DMTT_BITMAP
+constexpr std::uint32_t kMediaStandard = 1;  // DMMEDIA_STANDARD
 
 constexpr std::size_t kWatermarkNameCharacters = 31;
 
@@ -22,7 +21,7 @@ constexpr std::size_t kWatermarkNameCharacters = 31;
 // language library is there. A later language in the same process keeps the first one's word.
 void TranslateDefaultWatermark(ModuleHandle module) {
   auto& name = Process().DefaultWatermark.PageWMName;
-  if (FieldText(name) != kUntranslatedNoWatermark) {
+  if (FieldText(name) != FieldText(kNoWatermark.PageWMName)) {
     return;
   }
   // Only a real text: the words that stand in for a missing one would stay for good.
@@ -52,12 +51,12 @@ Result InitPublicDevmode(PublicDevmode* record, const char16_t* deviceName) {
   record->dmPaperWidth = paper.width_tenths_mm;
   record->dmPaperLength = paper.length_tenths_mm;
   CopyText(record->dmFormName, paper.formName);
-  // Not announced in dmFields, but the graphics engine scales everything to nothing without it.
+  // Not announced in dmFields; set all the same, since a scale of 0 would scale pages to nothing.
   record->dmScale = 100;
   record->dmCopies = 1;
   record->dmDefaultSource = kSourceAutomatic;
-  record->dmPrintQuality = 600;
-  record->dmYResolution = 600;
+  record->dmPrintQuality = kResolution600;
+  record->dmYResolution = kResolution600;
   record->dmColor = kColorMonochrome;
   record->dmDuplex = kDuplexSimplex;
   record->dmTTOption = kTrueTypeBitmap;

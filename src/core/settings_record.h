@@ -32,6 +32,16 @@ inline constexpr std::uint32_t kDriverDevmodeFields =
     kDmPrintQuality | kDmColor | kDmDuplex | kDmYResolution | kDmCollate | kDmMediaType;
 static_assert(kDriverDevmodeFields == 0x0200BF0F);
 
+// Values of the public words that more than one rule asks for.
+inline constexpr std::int16_t kMaxCopies = 999;
+inline constexpr std::int16_t kResolution600 = 600;
+inline constexpr std::int16_t kResolution1200 = 1200;
+inline constexpr std::int16_t kColorMonochrome = 1;  // DMCOLOR_MONOCHROME
+
+// A user's paper size that isn't known: A4, pixels at 600 dpi.
+inline constexpr std::uint16_t kDefaultCustomWidth_px600 = 4960;
+inline constexpr std::uint16_t kDefaultCustomLength_px600 = 7015;
+
 // dmDuplex and the private Duplex word: values above 3 are this driver's own.
 inline constexpr std::int16_t kDuplexSimplex = 1;
 inline constexpr std::int16_t kDuplexPublicMax = 3;
@@ -63,13 +73,13 @@ struct WatermarkData {
   std::int16_t WMOffsetX;          // 810; percent of the page
   std::int16_t WMOffsetY;          // 812; percent of the page
   std::int16_t WMGrayLevel;        // 814; 0..4
-  std::int16_t WMStampOn;          // 816; 1 adds the items below to the text
-  std::int16_t WMStampDate;        // 818
-  std::int16_t WMStampTime;        // 820
-  std::int16_t WMStampPage;        // 822
+  std::int16_t WMStampOn;          // 816; 0, 1; 1 adds the items below to the text
+  std::int16_t WMStampDate;        // 818; 0, 1; current date
+  std::int16_t WMStampTime;        // 820; 0, 1; current time, "HH:mm:ss"
+  std::int16_t WMStampPage;        // 822; 0, 1; page number
   char16_t WMStampFormat[260];     // 824; text of the page number item
-  std::int16_t WMStampComputer;    // 1344
-  std::int16_t WMStampUser;        // 1346
+  std::int16_t WMStampComputer;    // 1344; 0, 1; computer name
+  std::int16_t WMStampUser;        // 1346; 0, 1; user name
 };
 static_assert(sizeof(WatermarkData) == 1348);
 static_assert(offsetof(WatermarkData, PageWMIndex) == 0);
@@ -101,10 +111,8 @@ static_assert(offsetof(WatermarkData, WMStampFormat) == 824);
 static_assert(offsetof(WatermarkData, WMStampComputer) == 1344);
 static_assert(offsetof(WatermarkData, WMStampUser) == 1346);
 
-// The name that the default watermark record bears until a language library has given its own word.
-inline constexpr char16_t kUntranslatedNoWatermark[] = u"[No Watermark]";
-
-// The record of "no watermark" from which every settings record starts.
+// The record of "no watermark" from which every settings record starts. It bears this name until a
+// language library has given its own word.
 inline constexpr WatermarkData kNoWatermark = {
     .PageWMIndex = 0,
     .PageWMFlag = 0,
@@ -156,10 +164,10 @@ static_assert(offsetof(CustomPaperEntry, Rest) == 54);
 
 // ---- Private part, 7676 bytes -------------------------------------------------------------------
 
-// Members bear the names of their keys in the parameter table, spelled as the format has them since
-// its first version ("Boooklet", "Constrast" and "FinessMode" among them: other halves of the
-// driver know these names). Words are signed. "0, 1" and "a..b" are the values that validation
-// accepts; a member without a range isn't checked.
+// Members bear the names of their keys in the parameter table, with their spelling ("Boooklet",
+// "Constrast" and "FinessMode" among them). Words are signed. "0, 1" and "a..b" are the values that
+// validation accepts; a member without a range isn't checked. A member without a meaning is stored
+// and passed on for the render driver, who alone knows what it stands for.
 //
 // The colour words from PrintMode to InputImage are carried, defaulted and validated although the
 // device is monochrome: the record is a format, and they keep everything behind them in its place.
@@ -202,7 +210,7 @@ struct PrivateDevmode {
   std::int16_t BookletPrintOnCoverInside;        // 328; 0, 1
   std::int16_t BoookletPrintOnBackCoverInside;   // 330; 0, 1
   std::int16_t BookletCoverType;                 // 332; 0..12
-  std::int16_t BookletCoverSource;               // 334
+  std::int16_t BookletCoverSource;               // 334; source of the cover sheet, a bin id
   std::int16_t ImageShift;                       // 336; 0..8
   std::int16_t MarginsAutoFit;                   // 338; 0, 1
   std::int16_t Side;                             // 340; pixels, 0..1181
@@ -212,48 +220,48 @@ struct PrivateDevmode {
   std::int16_t LeftRight;                        // 348; pixels, -1181..1181
   std::int16_t UpDown;                           // 350; pixels, -1181..1181
   char16_t FavoriteName[256];                    // 352; name of the favourite in force
-  std::int16_t FavoriteIndex;                    // 864
-  std::int16_t JobMode;                          // 866; extra print-options word of some families
-  std::int16_t JobFlag;                          // 868; extra print-options flag of one family
-  std::int16_t PrintMode;                        // 870; 0..2
-  std::int16_t sLaserTestAPResolution;           // 872; 0..2
-  std::int16_t ImageType[2];                     // 874; image type 0..2, ICM type 0..3: one key
-  std::int16_t ApplyElements;                    // 878; 0, 1
-  std::int16_t DocumentElement;                  // 880; 0..2
-  std::int16_t Brightness[4];                    // 882; each -100..100
-  std::int16_t Constrast[4];                     // 890; each -100..100
-  std::int16_t Saturation[4];                    // 898; each -100..100
-  std::int16_t AdjustBalance;                    // 906; 0, 1
-  std::int16_t TargetColor;                      // 908; 0..3
-  std::int16_t Highlights[4];                    // 910; each -3..3
-  std::int16_t Midtones[4];                      // 918; each -3..3
-  std::int16_t Shadows[4];                       // 926; each -3..3
-  std::int16_t Profile;                          // 934; 0..2
-  std::int16_t ColorTemperature;                 // 936; 0..2
-  std::int16_t GammaCorrection;                  // 938; 0..4
-  std::int16_t ImageInputIndex;                  // 940; 0..2
-  char16_t Monitor[256];                         // 942; emptied when not terminated
-  char16_t InputImage[256];                      // 1454; emptied when not terminated
-  std::int16_t ScreenType;                       // 1966; 0..3
-  std::int16_t TonerSavingMode;                  // 1968; 0..3
-  std::int16_t Rotate180;                        // 1970; 0, 1
-  std::int16_t Mirror;                           // 1972; 0, 1
-  std::int16_t Thickness;                        // 1974; 0..4
-  std::int16_t Negative;                         // 1976; 0, 1
-  std::int16_t Reserved1978;                     // 1978
-  std::uint32_t JobPinEnabled;                   // 1980; 1 when a job PIN is in force
-  char16_t JobPin[5];                            // 1984; with terminator
-  char16_t JobUserName[17];                      // 1994; with terminator
-  char16_t JobName[25];                          // 2028; with terminator
-  std::int16_t Reserved2078;                     // 2078
-  std::uint32_t JobNamesEnabled;                 // 2080; 1 when user and job names go with the PIN
-  std::int16_t FirstPageOnly;                    // 2084; 0, 1; watermark on the first page only
-  std::int16_t Reserved2086;                     // 2086
-  struct WatermarkData WatermarkData;            // 2088
-  std::uint32_t WatermarkEditorWord;             // 3436; kept for the watermark editor
-  std::int16_t OverlayFlag;                      // 3440
-  char16_t OverlayFileName[260];                 // 3442
-  std::int16_t Reserved3962;                     // 3962
+  std::int16_t FavoriteIndex;           // 864; kept with any value; place of the favourite in force
+  std::int16_t JobMode;                 // 866; extra print-options word of some families
+  std::int16_t JobFlag;                 // 868; extra print-options flag of one family
+  std::int16_t PrintMode;               // 870; 0..2
+  std::int16_t sLaserTestAPResolution;  // 872; 0..2
+  std::int16_t ImageType[2];            // 874; image type 0..2, ICM type 0..3: one key
+  std::int16_t ApplyElements;           // 878; 0, 1
+  std::int16_t DocumentElement;         // 880; 0..2
+  std::int16_t Brightness[4];           // 882; each -100..100
+  std::int16_t Constrast[4];            // 890; each -100..100
+  std::int16_t Saturation[4];           // 898; each -100..100
+  std::int16_t AdjustBalance;           // 906; 0, 1
+  std::int16_t TargetColor;             // 908; 0..3
+  std::int16_t Highlights[4];           // 910; each -3..3
+  std::int16_t Midtones[4];             // 918; each -3..3
+  std::int16_t Shadows[4];              // 926; each -3..3
+  std::int16_t Profile;                 // 934; 0..2
+  std::int16_t ColorTemperature;        // 936; 0..2
+  std::int16_t GammaCorrection;         // 938; 0..4
+  std::int16_t ImageInputIndex;         // 940; 0..2
+  char16_t Monitor[256];                // 942; emptied when not terminated
+  char16_t InputImage[256];             // 1454; emptied when not terminated
+  std::int16_t ScreenType;              // 1966; 0..3
+  std::int16_t TonerSavingMode;         // 1968; 0..3
+  std::int16_t Rotate180;               // 1970; 0, 1
+  std::int16_t Mirror;                  // 1972; 0, 1
+  std::int16_t Thickness;               // 1974; 0..4
+  std::int16_t Negative;                // 1976; 0, 1
+  std::int16_t Reserved1978;            // 1978
+  std::uint32_t JobPinEnabled;          // 1980; 1 when a job PIN is in force
+  char16_t JobPin[5];                   // 1984; with terminator
+  char16_t JobUserName[17];             // 1994; with terminator
+  char16_t JobName[25];                 // 2028; with terminator
+  std::int16_t Reserved2078;            // 2078
+  std::uint32_t JobNamesEnabled;        // 2080; 1 when user and job names go with the PIN
+  std::int16_t FirstPageOnly;           // 2084; 0, 1; watermark on the first page only
+  std::int16_t Reserved2086;            // 2086
+  struct WatermarkData WatermarkData;   // 2088
+  std::uint32_t WatermarkEditorWord;    // 3436; kept for the watermark editor
+  std::int16_t OverlayFlag;             // 3440; an overlay file is used
+  char16_t OverlayFileName[260];        // 3442; its path, 259 characters
+  std::int16_t Reserved3962;            // 3962
   CustomPaperEntry CustomPaperSize[kCustomPaperEntries];  // 3964
   std::uint32_t UseSoftFont;                              // 5404; 0, 1
   std::uint32_t SoftFontBitmap;                           // 5408; 0, 1

@@ -8,6 +8,7 @@
 #include "core/text.h"
 
 #include <cstring>
+#include <iterator>
 #include <type_traits>
 
 namespace ostrel {
@@ -56,6 +57,17 @@ bool LoadResources(UIContext& context) {
   return context.bitmapModule != nullptr;
 }
 
+// A record without a favourite's name gets that of the default one, and nothing of an old name
+// stays behind it.
+void NameFavoriteInForce(UIContext& context) {
+  auto& name = context.privatePointer->FavoriteName;
+  if (name[0] == u'\0') {
+    char16_t text[std::size(PrivateDevmode{}.FavoriteName)] = {};
+    LoadUiString(context.languageModule, kStringDefaultFavorite, text);
+    CopyText(name, FieldText(text));
+  }
+}
+
 }  // namespace
 
 UIContext* CreateUIContext(PrinterHandle printer, const PublicDevmode* callerDevmode) {
@@ -85,10 +97,7 @@ UIContext* CreateUIContext(PrinterHandle printer, const PublicDevmode* callerDev
   MergeDevmode(&context->devmode, info->pDevMode);
   MergeDevmode(&context->devmode, callerDevmode);
 
-  if (context->privatePointer->FavoriteName[0] == u'\0') {
-    LoadUiString(context->languageModule, kStringDefaultFavorite,
-                 context->privatePointer->FavoriteName);
-  }
+  NameFavoriteInForce(*context);
   // Custom sizes live in the settings file; whatever the merged records held is gone.
   ClearCustomPapers(*context);
   return context.release();

@@ -27,8 +27,8 @@ constexpr LONG kNoSheet = -1;
 
 constinit ostrel::ProcessState processState;
 
-// Runs an entry point's work. The callers' frames know nothing of C++, so an exception (there is
-// none but for want of memory) ends here and the entry point fails.
+// Runs an entry point's work. The logic throws nothing; but the callers' frames know nothing of
+// C++, so whatever a library below it might throw ends here, and the entry point fails.
 template <typename Answer, typename Work>
 Answer Contained(Answer onException, Work work) noexcept {
   try {

@@ -89,13 +89,39 @@ struct PublicDevmode {
 };
 static_assert(sizeof(PublicDevmode) == 220);
 static_assert(alignof(PublicDevmode) == 4);
+static_assert(offsetof(PublicDevmode, dmDeviceName) == 0);
 static_assert(offsetof(PublicDevmode, dmSpecVersion) == 64);
+static_assert(offsetof(PublicDevmode, dmDriverVersion) == 66);
+static_assert(offsetof(PublicDevmode, dmSize) == 68);
 static_assert(offsetof(PublicDevmode, dmDriverExtra) == 70);
 static_assert(offsetof(PublicDevmode, dmFields) == 72);
+static_assert(offsetof(PublicDevmode, dmOrientation) == 76);
+static_assert(offsetof(PublicDevmode, dmPaperSize) == 78);
+static_assert(offsetof(PublicDevmode, dmPaperLength) == 80);
+static_assert(offsetof(PublicDevmode, dmPaperWidth) == 82);
+static_assert(offsetof(PublicDevmode, dmScale) == 84);
+static_assert(offsetof(PublicDevmode, dmCopies) == 86);
+static_assert(offsetof(PublicDevmode, dmDefaultSource) == 88);
+static_assert(offsetof(PublicDevmode, dmPrintQuality) == 90);
+static_assert(offsetof(PublicDevmode, dmColor) == 92);
+static_assert(offsetof(PublicDevmode, dmDuplex) == 94);
+static_assert(offsetof(PublicDevmode, dmYResolution) == 96);
+static_assert(offsetof(PublicDevmode, dmTTOption) == 98);
 static_assert(offsetof(PublicDevmode, dmCollate) == 100);
 static_assert(offsetof(PublicDevmode, dmFormName) == 102);
+static_assert(offsetof(PublicDevmode, dmLogPixels) == 166);
 static_assert(offsetof(PublicDevmode, dmBitsPerPel) == 168);
+static_assert(offsetof(PublicDevmode, dmPelsWidth) == 172);
+static_assert(offsetof(PublicDevmode, dmPelsHeight) == 176);
+static_assert(offsetof(PublicDevmode, dmDisplayFlags) == 180);
+static_assert(offsetof(PublicDevmode, dmDisplayFrequency) == 184);
+static_assert(offsetof(PublicDevmode, dmICMMethod) == 188);
+static_assert(offsetof(PublicDevmode, dmICMIntent) == 192);
 static_assert(offsetof(PublicDevmode, dmMediaType) == 196);
+static_assert(offsetof(PublicDevmode, dmDitherType) == 200);
+static_assert(offsetof(PublicDevmode, dmReserved1) == 204);
+static_assert(offsetof(PublicDevmode, dmReserved2) == 208);
+static_assert(offsetof(PublicDevmode, dmPanningWidth) == 212);
 static_assert(offsetof(PublicDevmode, dmPanningHeight) == 216);
 
 // Bytes up to the end of the header words: the least that a caller's record must hold before its
@@ -118,6 +144,10 @@ struct PrinterDefaults {
   PublicDevmode* pDevMode;
   std::uint32_t DesiredAccess;
 };
+static_assert(sizeof(PrinterDefaults) == 24);
+static_assert(offsetof(PrinterDefaults, pDatatype) == 0);
+static_assert(offsetof(PrinterDefaults, pDevMode) == 8);
+static_assert(offsetof(PrinterDefaults, DesiredAccess) == 16);
 
 inline constexpr std::uint32_t kPrinterAllAccess = 0x000F000C;  // PRINTER_ALL_ACCESS
 
@@ -146,6 +176,27 @@ struct PrinterInfo2 {
   std::uint32_t AveragePPM;
 };
 static_assert(sizeof(PrinterInfo2) == 136);
+static_assert(offsetof(PrinterInfo2, pServerName) == 0);
+static_assert(offsetof(PrinterInfo2, pPrinterName) == 8);
+static_assert(offsetof(PrinterInfo2, pShareName) == 16);
+static_assert(offsetof(PrinterInfo2, pPortName) == 24);
+static_assert(offsetof(PrinterInfo2, pDriverName) == 32);
+static_assert(offsetof(PrinterInfo2, pComment) == 40);
+static_assert(offsetof(PrinterInfo2, pLocation) == 48);
+static_assert(offsetof(PrinterInfo2, pDevMode) == 56);
+static_assert(offsetof(PrinterInfo2, pSepFile) == 64);
+static_assert(offsetof(PrinterInfo2, pPrintProcessor) == 72);
+static_assert(offsetof(PrinterInfo2, pDatatype) == 80);
+static_assert(offsetof(PrinterInfo2, pParameters) == 88);
+static_assert(offsetof(PrinterInfo2, pSecurityDescriptor) == 96);
+static_assert(offsetof(PrinterInfo2, Attributes) == 104);
+static_assert(offsetof(PrinterInfo2, Priority) == 108);
+static_assert(offsetof(PrinterInfo2, DefaultPriority) == 112);
+static_assert(offsetof(PrinterInfo2, StartTime) == 116);
+static_assert(offsetof(PrinterInfo2, UntilTime) == 120);
+static_assert(offsetof(PrinterInfo2, Status) == 124);
+static_assert(offsetof(PrinterInfo2, cJobs) == 128);
+static_assert(offsetof(PrinterInfo2, AveragePPM) == 132);
 
 // DRIVER_INFO_2W.
 struct DriverInfo2 {
@@ -157,6 +208,12 @@ struct DriverInfo2 {
   char16_t* pConfigFile;
 };
 static_assert(sizeof(DriverInfo2) == 48);
+static_assert(offsetof(DriverInfo2, cVersion) == 0);
+static_assert(offsetof(DriverInfo2, pName) == 8);
+static_assert(offsetof(DriverInfo2, pEnvironment) == 16);
+static_assert(offsetof(DriverInfo2, pDriverPath) == 24);
+static_assert(offsetof(DriverInfo2, pDataFile) == 32);
+static_assert(offsetof(DriverInfo2, pConfigFile) == 40);
 
 // ---- Driver entry points (winddiui.h, winddi.h) -------------------------------------------------
 
@@ -172,6 +229,14 @@ struct DocumentPropertyHeader {
   std::uint32_t fMode;
 };
 static_assert(sizeof(DocumentPropertyHeader) == 48);
+static_assert(offsetof(DocumentPropertyHeader, cbSize) == 0);
+static_assert(offsetof(DocumentPropertyHeader, Reserved) == 2);
+static_assert(offsetof(DocumentPropertyHeader, hPrinter) == 8);
+static_assert(offsetof(DocumentPropertyHeader, pszPrinterName) == 16);
+static_assert(offsetof(DocumentPropertyHeader, pdmIn) == 24);
+static_assert(offsetof(DocumentPropertyHeader, pdmOut) == 32);
+static_assert(offsetof(DocumentPropertyHeader, cbOut) == 40);
+static_assert(offsetof(DocumentPropertyHeader, fMode) == 44);
 
 // DEVQUERYPRINT_INFO.
 struct DevQueryPrintInfo {
@@ -184,6 +249,13 @@ struct DevQueryPrintInfo {
   std::uint32_t cchNeeded;    // units needed, with the terminator
 };
 static_assert(sizeof(DevQueryPrintInfo) == 40);
+static_assert(offsetof(DevQueryPrintInfo, cbSize) == 0);
+static_assert(offsetof(DevQueryPrintInfo, Level) == 2);
+static_assert(offsetof(DevQueryPrintInfo, hPrinter) == 8);
+static_assert(offsetof(DevQueryPrintInfo, pDevMode) == 16);
+static_assert(offsetof(DevQueryPrintInfo, pszErrorStr) == 24);
+static_assert(offsetof(DevQueryPrintInfo, cchErrorStr) == 32);
+static_assert(offsetof(DevQueryPrintInfo, cchNeeded) == 36);
 
 // ATTRIBUTE_INFO_3.
 struct AttributeInfo3 {
@@ -199,12 +271,25 @@ struct AttributeInfo3 {
   std::int16_t dmYResolution;
 };
 static_assert(sizeof(AttributeInfo3) == 36);
+static_assert(offsetof(AttributeInfo3, dwJobNumberOfPagesPerSide) == 0);
+static_assert(offsetof(AttributeInfo3, dwDrvNumberOfPagesPerSide) == 4);
+static_assert(offsetof(AttributeInfo3, dwNupBorderFlags) == 8);
+static_assert(offsetof(AttributeInfo3, dwJobPageOrderFlags) == 12);
+static_assert(offsetof(AttributeInfo3, dwDrvPageOrderFlags) == 16);
+static_assert(offsetof(AttributeInfo3, dwJobNumberOfCopies) == 20);
+static_assert(offsetof(AttributeInfo3, dwDrvNumberOfCopies) == 24);
+static_assert(offsetof(AttributeInfo3, dwColorOptimization) == 28);
+static_assert(offsetof(AttributeInfo3, dmPrintQuality) == 32);
+static_assert(offsetof(AttributeInfo3, dmYResolution) == 34);
 
 // DRIVER_UPGRADE_INFO_1W.
 struct DriverUpgradeInfo1 {
   char16_t* pPrinterName;
   char16_t* pOldDriverDirectory;
 };
+static_assert(sizeof(DriverUpgradeInfo1) == 16);
+static_assert(offsetof(DriverUpgradeInfo1, pPrinterName) == 0);
+static_assert(offsetof(DriverUpgradeInfo1, pOldDriverDirectory) == 8);
 
 // Modes of DrvConvertDevMode, CDM_... of winddiui.h.
 enum ConvertMode : std::uint32_t {

@@ -116,6 +116,18 @@ TEST_P(CapabilityNumber, DoesNotDependOnTheCallersRecord) {
             GetParam().answer);
 }
 
+TEST_P(CapabilityNumber, WritesTheSameListWhateverTheCallersRecordHolds) {
+  test::TestWorld world;
+  DriverDevmode record;
+  std::memset(&record, 0xA5, sizeof(record));
+  std::vector<char16_t> without(48 * kPaperNameUnits, kPoison);
+  std::vector<char16_t> with = without;
+  DrvDeviceCapabilities(nullptr, test::kPrinterName, GetParam().code, without.data(), nullptr);
+  DrvDeviceCapabilities(nullptr, test::kPrinterName, GetParam().code, with.data(),
+                        &record.publicDevmode);
+  EXPECT_EQ(without, with);
+}
+
 TEST_P(CapabilityNumber, LeavesNothingBehind) {
   test::TestWorld world;
   std::vector<char16_t> buffer(48 * kPaperNameUnits);
@@ -309,7 +321,9 @@ TEST_P(CustomPaperName, TakesItsSizeOrGivesWayToItsPlace) {
   buffer.fill(kPoison);
   WriteCustomPaperName(row.paper, row.place, row.width_mm, row.length_mm,
                        std::span<char16_t, kPaperNameUnits>(buffer.data(), kPaperNameUnits));
-  EXPECT_EQ(std::u16string(FieldText(buffer)), row.expected);
+  std::u16string expected = row.expected;
+  expected.resize(kPaperNameUnits, u'\0');
+  EXPECT_EQ(std::u16string(buffer.data(), kPaperNameUnits), expected);
   EXPECT_EQ(buffer.back(), kPoison);
 }
 
@@ -325,11 +339,42 @@ TEST(CapabilityMediaReady, ListsTheTableNamesAndNothingMore) {
   EXPECT_TRUE(names.IsPoisonedFrom(28));
 }
 
-TEST(CapabilityMediaReady, BuildsItsCustomRowsFromTheLibrarysFormat) {
+std::u16string MediaReadyName(ModuleHandle module, std::size_t row) {
+  return std::u16string(FieldText(BuildMediaReadyNames(module)[row]));
+}
+
+TEST(MediaReadyNames, NumberTheCustomsFromOneInTheLibrarysWords) {
   test::TestWorld world;
-  PaperNameRows names(28);
-  Ask(world, kDcMediaReady, names.units.data());
-  EXPECT_THAT(world.platform.modules.requestedStrings, testing::Contains(281U).Times(20));
+  world.platform.modules.Install(test::kEnglishLibraryPath,
+                                 {{108, u"Letter"}, {281, u"Eigen %d!"}});
+  const ModuleHandle module = world.platform.modules.LoadLibraryW(test::kEnglishLibraryPath);
+  EXPECT_EQ(BuildMediaReadyNames(module).size(), 48U);
+  EXPECT_EQ(MediaReadyName(module, 0), u"Letter");
+  EXPECT_EQ(MediaReadyName(module, 28), u"Eigen 1!");
+  EXPECT_EQ(MediaReadyName(module, 47), u"Eigen 20!");
+}
+
+TEST(MediaReadyNames, FallBackToCustomWithoutALibraryOrItsFormat) {
+  test::TestWorld world;
+  world.platform.modules.Install(test::kEnglishLibraryPath, {{108, u"Letter"}});
+  const ModuleHandle module = world.platform.modules.LoadLibraryW(test::kEnglishLibraryPath);
+  for (const ModuleHandle source : {module, ModuleHandle{nullptr}}) {
+    EXPECT_EQ(MediaReadyName(source, 28), u"Custom 1");
+    EXPECT_EQ(MediaReadyName(source, 47), u"Custom 20");
+  }
+}
+
+TEST(MediaReadyNames, FallBackToCustomWhenTheTextIsTooLong) {
+  test::TestWorld world;
+  // With one digit the first fits its row of 64 units, with two digits it doesn't.
+  world.platform.modules.Install(test::kEnglishLibraryPath,
+                                 {{281, std::u16string(62, u'x') + u"%d"}});
+  const ModuleHandle module = world.platform.modules.LoadLibraryW(test::kEnglishLibraryPath);
+  EXPECT_EQ(MediaReadyName(module, 28), std::u16string(62, u'x') + u"1");
+  EXPECT_EQ(MediaReadyName(module, 37), u"Custom 10");
+  const auto names = BuildMediaReadyNames(module);
+  EXPECT_TRUE(std::all_of(names[37].begin() + 9, names[37].end(),
+                          [](char16_t unit) { return unit == u'\0'; }));
 }
 
 TEST(CapabilityMediaReady, WithoutALanguageLibraryHasFallbackTexts) {

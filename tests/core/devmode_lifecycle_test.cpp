@@ -608,6 +608,26 @@ TEST(DevmodeConversionOntoItself, CountsAllBytesAndChangesNone) {
 
 // ---- Copy out -----------------------------------------------------------------------------------
 
+// Each of the two announces a paper, and that they do it by different words doesn't matter.
+TEST(MergedPaperFlags, MayDifferBetweenTheRecords) {
+  test::TestWorld world;
+  constexpr std::uint32_t kPaperFlags[] = {kDmPaperSize, kDmPaperLength, kDmPaperWidth};
+  for (const std::uint32_t ours : kPaperFlags) {
+    for (const std::uint32_t theirs : kPaperFlags) {
+      DriverDevmode target;
+      DriverDevmode incoming;
+      InitDriverDevmode(&target, test::kDriverName, nullptr);
+      InitDriverDevmode(&incoming, test::kDriverName, nullptr);
+      target.publicDevmode.dmFields = ours;
+      incoming.publicDevmode.dmFields = theirs;
+      incoming.publicDevmode.dmPaperSize = 11;
+      EXPECT_TRUE(MergeDevmode(&target, &incoming.publicDevmode));
+      EXPECT_EQ(target.publicDevmode.dmPaperSize, 11) << ours << " and " << theirs;
+      EXPECT_EQ(target.publicDevmode.dmPaperWidth, 1480) << ours << " and " << theirs;
+    }
+  }
+}
+
 class DevmodeCopyOut : public testing::Test {
  protected:
   test::TestWorld world_;

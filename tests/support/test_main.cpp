@@ -1,5 +1,7 @@
-// Runs the native tests. A listener asserts after each that no process-wide state is left in force.
+// Runs the native tests. A listener asserts after each that no process-wide state is left in force,
+// and that the driver has freed all that it had allocated.
 #include "core/process_state.h"
+#include "support/test_world.h"
 
 #include <gtest/gtest.h>
 
@@ -8,6 +10,7 @@ namespace {
 class NothingLeftInForce final : public testing::EmptyTestEventListener {
   void OnTestEnd(const testing::TestInfo& /*test*/) override {
     EXPECT_FALSE(ostrel::IsProcessStateSet()) << "a process state outlived its test";
+    EXPECT_EQ(ostrel::test::TakeUnfreed(), "") << "memory outlived its test";
   }
 };
 

@@ -8,6 +8,7 @@
 #include <span>
 #include <sstream>
 #include <stdexcept>
+#include <utility>
 
 namespace ostrel::test {
 namespace {
@@ -22,6 +23,8 @@ std::vector<std::byte> ReadResourceFile(const std::string& language) {
   const auto view = std::as_bytes(std::span(bytes));
   return {view.begin(), view.end()};
 }
+
+std::string unfreed;
 
 }  // namespace
 
@@ -59,6 +62,13 @@ TestWorld::TestWorld() {
 
 TestWorld::~TestWorld() {
   FreeUIContext(process.DefaultContextCopy);
+  if (platform.memory.liveBlocks() != 0) {
+    unfreed += std::to_string(platform.memory.liveBlocks()) + " blocks; ";
+  }
+}
+
+std::string TakeUnfreed() {
+  return std::exchange(unfreed, {});
 }
 
 PrinterHandle TestWorld::OpenPrinter() {

@@ -39,6 +39,8 @@ class TestWorld {
   // kPrinterName of driver kDriverName, without a stored record. The country is Germany, so that
   // the locale's paper is A4; the user's language is English.
   TestWorld();
+  // Frees what lives until the end of a process, and writes down for the test's end what the driver
+  // left behind besides: see TakeUnfreed.
   ~TestWorld();
   TestWorld(const TestWorld&) = delete;
   TestWorld& operator=(const TestWorld&) = delete;
@@ -59,5 +61,8 @@ class TestWorld {
  private:
   ScopedProcessState scope_{process};
 };
+
+// What worlds have found unfreed at their ends since the last call; empty when all was clean.
+std::string TakeUnfreed();
 
 }  // namespace ostrel::test
