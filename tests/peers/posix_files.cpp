@@ -86,6 +86,11 @@ bool PosixFiles::WriteFile(FileHandle file, const void* data, std::uint32_t size
   return count >= 0;
 }
 
+bool PosixFiles::SetEndOfFile(FileHandle file) {
+  const off_t place = lseek(ToDescriptor(file), 0, SEEK_CUR);
+  return place >= 0 && ftruncate(ToDescriptor(file), place) == 0;
+}
+
 bool PosixFiles::CloseHandle(FileHandle file) {
   return close(ToDescriptor(file)) == 0;
 }

@@ -33,6 +33,9 @@ class ShapeReader {
     if (!rest_.empty()) {
       return FileShape::kTail;
     }
+    if (mixed_) {
+      return FileShape::kMixed;
+    }
     return mended_ ? FileShape::kMended : FileShape::kWhole;
   }
 
@@ -96,7 +99,8 @@ class ShapeReader {
     rest_.remove_prefix(tag.len);
     const ValueShape shape = isFavorite ? ShapeOfFavorite(value, tag.name) : ValueShape::kWhole;
     mended_ = mended_ || shape == ValueShape::kCut;
-    return shape != ValueShape::kTorn || Fail("a favourite of two writers' bytes");
+    mixed_ = mixed_ || shape == ValueShape::kTorn;
+    return true;
   }
 
   bool ReadObject(int depth) {
@@ -126,6 +130,7 @@ class ShapeReader {
   std::string why_;
   bool cut_ = false;
   bool mended_ = false;
+  bool mixed_ = false;
 };
 
 }  // namespace
@@ -167,6 +172,8 @@ const char* NameOf(FileShape shape) {
       return "cut";
     case FileShape::kMended:
       return "mended";
+    case FileShape::kMixed:
+      return "mixed";
     case FileShape::kTail:
       return "with a tail";
     default:

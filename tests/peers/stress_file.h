@@ -32,10 +32,12 @@ enum class FileShape {
   kCut,     // the beginning of a whole one
   kMended,  // a tree to the last byte, but with a favourite that ends in zeros or a count that is
             // too high: someone read a cut file and saved it
-  kTail,    // a tree, and behind it the rest of a longer one
+  kMixed,   // a tree to the last byte, but with a favourite of more than one save's bytes: someone
+           // read it while it was being replaced, and saved it
+  kTail,    // a tree, and behind it the rest of a longer one: not cut off yet
   kBroken,  // anything else
 };
-inline constexpr int kFileShapes = 6;
+inline constexpr int kFileShapes = 7;
 const char* NameOf(FileShape shape);
 
 // `why` takes the reason for kBroken.
