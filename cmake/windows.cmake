@@ -62,8 +62,9 @@ configure_file(hosts/ostrel_hazel_2.ppd ${CMAKE_BINARY_DIR}/bin/ostrel_hazel_2.p
 configure_file(resources/ostrelConfig.ini ${CMAKE_BINARY_DIR}/bin/ostrelConfig.ini COPYONLY)
 
 ostrel_add_program(driver_report
-  hosts/driver_report.cpp hosts/report_data.cpp hosts/report_text.cpp hosts/report_json.cpp)
-target_link_libraries(driver_report PRIVATE ostrel_print_system_setup)
+  hosts/driver_report.cpp hosts/report_data.cpp hosts/report_kept.cpp hosts/report_text.cpp
+  hosts/report_json.cpp)
+target_link_libraries(driver_report PRIVATE ostrel_print_system_setup ostrel_logic ostrel_win32)
 target_include_directories(driver_report SYSTEM PRIVATE ${CMAKE_BINARY_DIR}/json_include)
 
 ostrel_add_program(print_system_bench bench/print_system/print_system_bench.cpp)

@@ -9,6 +9,7 @@
 namespace ostrel::peers {
 namespace {
 
+constexpr std::size_t kFavoriteBytes = kStampedBytes + 512;  // the record and its name
 constexpr std::string_view kCloseTag = "<endobj>\n";
 
 struct OpenTag {
@@ -17,7 +18,7 @@ struct OpenTag {
   std::uint32_t children = 0;
 };
 
-// Reads a file object by object. Nothing here recurses deeper than a settings file does.
+// Reads a file object by object.
 class ShapeReader {
  public:
   explicit ShapeReader(std::string_view file) : rest_(file) {}
@@ -104,14 +105,16 @@ class ShapeReader {
   }
 
   bool ReadObject(int depth) {
-    constexpr int kDeepest = 3;  // root, "UIParam", branch, record
+    constexpr int kDepthOfRecords = 3;  // below the root, "UIParam" and a branch
+    constexpr int kDeepest = 32;
     OpenTag tag;
     if (depth > kDeepest) {
       return Fail("too deep");
     }
-    if (!ReadTag(&tag) || !ReadValue(tag, depth == kDeepest)) {
+    if (!ReadTag(&tag) || !ReadValue(tag, tag.len == kFavoriteBytes)) {
       return false;
     }
+    mixed_ = mixed_ || depth > kDepthOfRecords;
     std::uint32_t children = 0;
     while (rest_.starts_with("<o")) {
       if (!ReadObject(depth + 1)) {
@@ -119,9 +122,7 @@ class ShapeReader {
       }
       ++children;
     }
-    if (children > tag.children) {
-      return Fail("more children than announced in " + std::string(tag.name));
-    }
+    mixed_ = mixed_ || children > tag.children;
     mended_ = mended_ || children < tag.children;
     return Take(kCloseTag);
   }
@@ -142,8 +143,7 @@ void PutStamp(std::span<std::byte> record, std::uint32_t stamp) {
 }
 
 ValueShape ShapeOfFavorite(std::span<const std::byte> value, std::string_view name) {
-  constexpr std::size_t kNameBytes = 512;
-  if (value.size() != kStampedBytes + kNameBytes) {
+  if (value.size() != kFavoriteBytes) {
     return ValueShape::kTorn;
   }
   std::vector<std::byte> expected(value.size());

@@ -32,8 +32,8 @@ enum class FileShape {
   kCut,     // the beginning of a whole one
   kMended,  // a tree to the last byte, but with a favourite that ends in zeros or a count that is
             // too high: someone read a cut file and saved it
-  kMixed,   // a tree to the last byte, but with a favourite of more than one save's bytes: someone
-           // read it while it was being replaced, and saved it
+  kMixed,   // a tree to the last byte, but with a favourite of more than one save's bytes or with
+            // objects where none belong: someone read it while it was being replaced, and saved it
   kTail,    // a tree, and behind it the rest of a longer one: not cut off yet
   kBroken,  // anything else
 };
