@@ -67,8 +67,10 @@ ostrel_add_program(driver_report
 target_link_libraries(driver_report PRIVATE ostrel_print_system_setup ostrel_logic ostrel_win32)
 target_include_directories(driver_report SYSTEM PRIVATE ${CMAKE_BINARY_DIR}/json_include)
 
-ostrel_add_program(print_system_bench bench/print_system/print_system_bench.cpp)
-target_link_libraries(print_system_bench PRIVATE ostrel_print_system_setup)
+ostrel_add_program(print_system_bench
+  bench/print_system/print_system_bench.cpp bench/print_system/store_cost.cpp)
+target_link_libraries(print_system_bench
+  PRIVATE ostrel_print_system_setup ostrel_logic ostrel_win32)
 
 # ---- Tests ----------------------------------------------------------------------------------------
 

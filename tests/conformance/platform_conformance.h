@@ -313,6 +313,31 @@ TYPED_TEST_P(PlatformConformance, AnEmptyFileReadsAsNothingAndSucceeds) {
   EXPECT_TRUE(this->platform().files.DeleteFileW(path.c_str()));
 }
 
+TYPED_TEST_P(PlatformConformance, AFileIsEndedWhereItsWriterStands) {
+  const std::u16string path = this->host_.newFile();
+  this->WriteWholeFile(path, "a long text");
+  Files& files = this->platform().files;
+  const FileHandle file = files.CreateFileW(path.c_str(), Files::Access::kOpenExistingForUpdate);
+  ASSERT_NE(file, nullptr);
+  std::uint32_t written = 0;
+  EXPECT_TRUE(files.WriteFile(file, "short", 5, &written));
+  EXPECT_TRUE(files.SetEndOfFile(file));
+  EXPECT_TRUE(files.CloseHandle(file));
+  EXPECT_EQ(this->ReadWholeFile(path), "short");
+  files.DeleteFileW(path.c_str());
+}
+
+TYPED_TEST_P(PlatformConformance, AFileOpenedForReadingCannotBeEnded) {
+  const std::u16string path = this->host_.newFile();
+  this->WriteWholeFile(path, "text");
+  Files& files = this->platform().files;
+  const FileHandle file = files.CreateFileW(path.c_str(), Files::Access::kOpenExistingForReading);
+  EXPECT_FALSE(files.SetEndOfFile(file));
+  EXPECT_TRUE(files.CloseHandle(file));
+  EXPECT_EQ(this->ReadWholeFile(path), "text");
+  files.DeleteFileW(path.c_str());
+}
+
 TYPED_TEST_P(PlatformConformance, AMissingFileCannotBeDeleted) {
   EXPECT_FALSE(this->platform().files.DeleteFileW(this->host_.newFile().c_str()));
   EXPECT_EQ(this->lastError(), kErrorFileNotFound);
@@ -357,6 +382,7 @@ REGISTER_TYPED_TEST_SUITE_P(
     AStringIntoOneUnitHasNoLength, AMissingStringHasNoLength, ALibraryTellsItsPath,
     APathThatDoesNotFitIsCutAndTold, AMissingFileCannotBeRead, WhatIsWrittenIsReadBack,
     AFileMadeAnewForgetsWhatItHeld, AnEmptyFileReadsAsNothingAndSucceeds,
+    AFileIsEndedWhereItsWriterStands, AFileOpenedForReadingCannotBeEnded,
     AMissingFileCannotBeDeleted, ABlockIsZeroAndAlignedForAnyType, ANullBlockMayBeFreed,
     TheLastErrorIsTheOneThatWasSet, ADebugLineIsTaken);
 

@@ -115,11 +115,22 @@ std::string ReadWhole(const std::wstring& path) {
   return bytes;
 }
 
-// A file that was left behind: two readings in a row that agree. Without a value when others are
+// The file between two writings: two readings in a row that agree. Without a value when others are
 // busy with it.
 std::optional<std::string> ReadAtRest(const std::wstring& path) {
   std::string first = ReadWhole(path);
   return ReadWhole(path) == first ? std::optional(std::move(first)) : std::nullopt;
+}
+
+// Whether the file was left like this: a writer that is at it just now would be done long before.
+bool IsLeftBehind(const std::wstring& path, const std::string& file) {
+  for (int wait = 0; wait < 500; ++wait) {
+    Sleep(1);
+    if (ReadWhole(path) != file) {
+      return false;
+    }
+  }
+  return true;
 }
 
 int Read(WindowsWorld& world, ULONGLONG until) {
@@ -137,7 +148,7 @@ int Read(WindowsWorld& world, ULONGLONG until) {
       std::string why;
       const FileShape shape = ShapeOf(*file, &why);
       ++shapes[static_cast<std::size_t>(shape)];
-      if (shape == FileShape::kBroken) {
+      if (shape == FileShape::kBroken && IsLeftBehind(path, *file)) {
         whyBroken = why;
       }
     } else {
