@@ -1,4 +1,4 @@
-// The part of the report that tells what is kept for the printer and its user.
+// The section of the report that tells what is kept for the printer and its user.
 #pragma once
 
 #include "report_data.h"
