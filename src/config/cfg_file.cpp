@@ -75,6 +75,19 @@ bool AllocateValue(CfgNode& node, std::uint32_t bytes) {
   return true;
 }
 
+// Makes room for so many bytes behind those that are there, zeros for now. Result: false, with the
+// value as it was, when there is no memory.
+bool GrowValue(CfgNode& node, std::uint32_t bytes) {
+  auto* value = static_cast<std::byte*>(Heap().HeapAlloc(bytes + kValueSlackBytes));
+  if (value == nullptr) {
+    return false;
+  }
+  std::memcpy(value, node.value, node.storedBytes);
+  Heap().HeapFree(std::exchange(node.value, value));
+  node.storedBytes = bytes;
+  return true;
+}
+
 void Append(CfgNode& parent, CfgNode& child) {
   child.parent = &parent;
   if (parent.lastChild == nullptr) {
@@ -272,7 +285,7 @@ class ScopedFile {
   FileHandle file_;
 };
 
-// The bytes of a file, read in blocks of 1024 bytes. A block that can't be read ends the file.
+// The bytes of a file, read in blocks of 1024 bytes. A block that can't be read ends them.
 class BlockReader {
  public:
   explicit BlockReader(FileHandle file) : file_(file) {}
@@ -313,6 +326,9 @@ class BlockReader {
     return taken;
   }
 
+  // Whether the bytes ended at a block that can't be read, and not with the file.
+  bool failed() const { return failed_; }
+
   // Bytes that may still come, by the size that the file has now.
   std::uint64_t BytesLeft() const {
     std::uint64_t size = 0;
@@ -326,7 +342,8 @@ class BlockReader {
  private:
   std::size_t ReadBlock(std::span<std::byte, kReadBlockBytes> out) {
     std::uint32_t read = 0;
-    if (!World().files.ReadFile(file_, out.data(), kReadBlockBytes, &read)) {
+    if (failed_ || !World().files.ReadFile(file_, out.data(), kReadBlockBytes, &read)) {
+      failed_ = true;
       return 0;
     }
     bytesRead_ += read;
@@ -338,6 +355,7 @@ class BlockReader {
   std::size_t place_ = 0;
   std::size_t filled_ = 0;
   std::uint64_t bytesRead_ = 0;
+  bool failed_ = false;
 };
 
 // Builds a tree from a stream of tags and values.
@@ -348,8 +366,14 @@ class TreeReader {
   TreeReader(const TreeReader&) = delete;
   TreeReader& operator=(const TreeReader&) = delete;
 
-  // Reads to the end of the file. Result: false for a tag that can't be read, and without memory.
-  bool Read() {
+  // Reads to the end of the file. Result: false for a tag that can't be read, without memory, and
+  // when reading breaks off: half a tree must not be saved over the whole one.
+  bool Read() { return ReadObjects() && !reader_.failed(); }
+
+  CfgNode* release() { return std::exchange(root_, nullptr); }
+
+ private:
+  bool ReadObjects() {
     while (FindTagStart()) {
       if (!ReadTag()) {
         return tagCutOff_;  // a file may end anywhere; what was read stands
@@ -361,9 +385,6 @@ class TreeReader {
     return true;
   }
 
-  CfgNode* release() { return std::exchange(root_, nullptr); }
-
- private:
   // Skips what stands between tags: line feeds, and whatever a hand may have put there.
   bool FindTagStart() {
     for (;;) {
@@ -429,15 +450,24 @@ class TreeReader {
     return node->len < 1 || ReadValue(*node);
   }
 
-  // A tag may announce any length; memory is taken for what the file can still fill.
+  // A tag may announce any length; memory is taken for what the file can still fill. Its size is
+  // a hint only: where it can't be had, or another process makes the file longer meanwhile, the
+  // value grows as its bytes arrive. They are taken by count, never for tags.
   bool ReadValue(CfgNode& node) {
     const auto announced = static_cast<std::uint32_t>(node.len);
-    const auto expected =
-        static_cast<std::uint32_t>(std::min<std::uint64_t>(announced, reader_.BytesLeft()));
-    if (!AllocateValue(node, expected)) {
+    const auto room = [announced](std::uint64_t bytes) {
+      return static_cast<std::uint32_t>(std::min<std::uint64_t>(announced, bytes));
+    };
+    if (!AllocateValue(node, room(reader_.BytesLeft()))) {
       return false;
     }
-    reader_.Take({node.value, expected});
+    std::size_t taken = reader_.Take({node.value, node.storedBytes});
+    while (taken == node.storedBytes && taken < announced && !reader_.Peek().empty()) {
+      if (!GrowValue(node, room(std::max(taken * 2, kReadBlockBytes)))) {
+        return false;
+      }
+      taken += reader_.Take({node.value + taken, node.storedBytes - taken});
+    }
     return true;
   }
 

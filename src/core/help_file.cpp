@@ -13,7 +13,7 @@ constexpr std::u16string_view kHelpExtension = u".chm";
 constexpr std::u16string_view kEnglishHelp = u"enus.chm";
 constexpr std::u16string_view kVersionFolder = u"\\3";
 
-// Characters behind the part of a help file's name that the later tries keep: two letters and
+// What the later tries cut off the end of a help file's name: two letters and
 // ".chm", four letters and ".chm".
 constexpr std::size_t kTwoLetterCut = 6;
 constexpr std::size_t kEnglishCut = 8;

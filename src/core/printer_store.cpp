@@ -89,7 +89,7 @@ bool WritePair(PrinterHandle printer, const BlockNames& names, std::u16string_vi
                                        data, sizeBytes) == kErrorSuccess;
 }
 
-// Reads a pair into a block of at least `leastBytes`, zeros behind what was stored.
+// Reads a pair into a block of at least a T's size, zeros behind what was stored.
 template <typename T>
 HeapBlock<T> ReadPair(PrinterHandle printer, const BlockNames& names, std::uint32_t* sizeBytes) {
   std::uint32_t type = 0;
