@@ -589,13 +589,23 @@ class TreeWriter {
   std::byte* place_;
 };
 
+// Cuts off what stands behind the image that was just written: the rest of a longer one, by another
+// process that had emptied the file at the same moment. Such a file could not be read any more, by
+// anyone and for good. A file that has become shorter since is left as short: to make it longer
+// would put zeros into whatever the other process has written.
+bool CutBehind(FileHandle file, std::size_t imageBytes) {
+  std::uint64_t size = 0;
+  return World().files.GetFileSizeEx(file, &size) &&
+         (size <= imageBytes || World().files.SetEndOfFile(file));
+}
+
 void WriteImage(const char16_t* path, std::span<const std::byte> image) {
   const ScopedFile file(path, Files::Access::kCreateAlwaysForWriting);
   std::uint32_t written = 0;
   if (file.get() == nullptr ||
       !World().files.WriteFile(file.get(), image.data(), static_cast<std::uint32_t>(image.size()),
                                &written) ||
-      written != image.size()) {
+      written != image.size() || !CutBehind(file.get(), image.size())) {
     char16_t buffer[kMaxPathUnits + 64];
     TextBuilder line(buffer);
     line.Add(u"config file can't be written: ").Add(path).Add(u"\n");

@@ -374,6 +374,31 @@ TYPED_TEST_P(PlatformConformance, AnEmptyFileReadsAsNothingAndSucceeds) {
   EXPECT_TRUE(this->platform().files.DeleteFileW(path.c_str()));
 }
 
+TYPED_TEST_P(PlatformConformance, AFileIsEndedWhereItsWriterStands) {
+  const std::u16string path = this->host_.newFile();
+  this->WriteWholeFile(path, "a long text");
+  Files& files = this->platform().files;
+  const FileHandle file = files.CreateFileW(path.c_str(), Files::Access::kOpenExistingForUpdate);
+  ASSERT_NE(file, nullptr);
+  std::uint32_t written = 0;
+  EXPECT_TRUE(files.WriteFile(file, "short", 5, &written));
+  EXPECT_TRUE(files.SetEndOfFile(file));
+  EXPECT_TRUE(files.CloseHandle(file));
+  EXPECT_EQ(this->ReadWholeFile(path), "short");
+  files.DeleteFileW(path.c_str());
+}
+
+TYPED_TEST_P(PlatformConformance, AFileOpenedForReadingCannotBeEnded) {
+  const std::u16string path = this->host_.newFile();
+  this->WriteWholeFile(path, "text");
+  Files& files = this->platform().files;
+  const FileHandle file = files.CreateFileW(path.c_str(), Files::Access::kOpenExistingForReading);
+  EXPECT_FALSE(files.SetEndOfFile(file));
+  EXPECT_TRUE(files.CloseHandle(file));
+  EXPECT_EQ(this->ReadWholeFile(path), "text");
+  files.DeleteFileW(path.c_str());
+}
+
 TYPED_TEST_P(PlatformConformance, AMissingFileCannotBeDeleted) {
   EXPECT_FALSE(this->platform().files.DeleteFileW(this->host_.newFile().c_str()));
   EXPECT_EQ(this->lastError(), kErrorFileNotFound);
@@ -509,10 +534,11 @@ TYPED_TEST_P(PlatformConformance, AccessThatWasNotAskedForIsDenied) {
 TYPED_TEST_P(PlatformConformance, AMissingIniFileGivesTheFallback) {
   // Without a folder the platform would look among its own files.
   const std::u16string path = this->host_.newFolder() + u"\\none.ini";
-  std::array<char16_t, 8> text;
+  constexpr std::uint32_t kUnits = 8;
+  std::array<char16_t, kUnits> text;
   text.fill(u'#');
   EXPECT_EQ(this->platform().files.GetPrivateProfileStringW(u"Print", u"OEM_NAME", u"none",
-                                                            text.data(), text.size(), path.c_str()),
+                                                            text.data(), kUnits, path.c_str()),
             4U);
   EXPECT_EQ(std::u16string_view(text.data()), u"none");
 }
@@ -524,9 +550,10 @@ TYPED_TEST_P(PlatformConformance, AnIniValueIsReadThroughADoubledSeparator) {
   const std::u16string path = folder + u"\\a.ini";
   this->WriteWholeFile(path, "[Other]\r\nOEM_NAME=wrong\r\n[Print]\r\nOEM_NAME=Acme\r\n");
   const std::u16string doubled = folder + u"\\\\a.ini";
-  std::array<char16_t, 8> text;
+  constexpr std::uint32_t kUnits = 8;
+  std::array<char16_t, kUnits> text;
   text.fill(u'#');
-  EXPECT_EQ(files.GetPrivateProfileStringW(u"PRINT", u"oem_name", u"", text.data(), text.size(),
+  EXPECT_EQ(files.GetPrivateProfileStringW(u"PRINT", u"oem_name", u"", text.data(), kUnits,
                                            doubled.c_str()),
             4U);
   EXPECT_EQ(std::u16string_view(text.data()), u"Acme");
@@ -534,9 +561,9 @@ TYPED_TEST_P(PlatformConformance, AnIniValueIsReadThroughADoubledSeparator) {
       files.GetPrivateProfileStringW(u"Print", u"OEM_NAME", u"", text.data(), 3, doubled.c_str()),
       2U);
   EXPECT_EQ(std::u16string_view(text.data()), u"Ac");
-  EXPECT_EQ(files.GetPrivateProfileStringW(u"Print", u"Other", u"", text.data(), text.size(),
-                                           doubled.c_str()),
-            0U);
+  EXPECT_EQ(
+      files.GetPrivateProfileStringW(u"Print", u"Other", u"", text.data(), kUnits, doubled.c_str()),
+      0U);
   EXPECT_TRUE(files.DeleteFileW(path.c_str()));
 }
 
@@ -545,7 +572,7 @@ TYPED_TEST_P(PlatformConformance, AnIniValueIsReadThroughADoubledSeparator) {
 TYPED_TEST_P(PlatformConformance, TheUserHasAName) {
   Security& security = this->platform().security;
   std::array<char16_t, kUserNameUnits> name = {};
-  std::uint32_t units = name.size();
+  std::uint32_t units = kUserNameUnits;
   ASSERT_TRUE(security.GetUserNameW(name.data(), &units));
   const std::u16string_view text(name.data());
   EXPECT_FALSE(text.empty());
@@ -588,7 +615,7 @@ TYPED_TEST_P(PlatformConformance, ValuesAreReadAsTheyWereSetBelowTheUsersKey) {
   std::array<unsigned char, 4> read;
   read.fill(0xC5);
   std::uint32_t type = 0;
-  std::uint32_t size = read.size();
+  std::uint32_t size = sizeof(read);
   EXPECT_EQ(registry.RegQueryValueExW(key, u"BYTES", &type, read.data(), &size), kErrorSuccess);
   EXPECT_EQ(type, kRegBinary);
   EXPECT_EQ(size, 3U);
@@ -659,7 +686,8 @@ REGISTER_TYPED_TEST_SUITE_P(
     AStringThatDoesNotFitIsCutAndTerminated, AStringIntoOneUnitHasNoLength,
     AMissingStringHasNoLength, ALibraryTellsItsPath, APathThatDoesNotFitIsCutAndTold,
     AMissingFileCannotBeRead, WhatIsWrittenIsReadBack, AFileMadeAnewForgetsWhatItHeld,
-    AnEmptyFileReadsAsNothingAndSucceeds, AMissingFileCannotBeDeleted,
+    AnEmptyFileReadsAsNothingAndSucceeds, AFileIsEndedWhereItsWriterStands,
+    AFileOpenedForReadingCannotBeEnded, AMissingFileCannotBeDeleted,
     AMissingFileHasNoAttributesAndIsNotFound, AFileHasAttributesAndIsFound, AFolderIsMadeOnce,
     AFolderIsNoFile, AFileInAMissingFolderIsToldApart, AFileInANewFolderIsWrittenAndRead,
     AFileTellsItsWholeSize, AFileOpenForUpdateIsReadAndWrittenInPlace,

@@ -183,6 +183,18 @@ bool HeadlessFiles::WriteFile(FileHandle file, const void* data, std::uint32_t s
   return count == sizeBytes || Fail(kErrorDiskFull);
 }
 
+bool HeadlessFiles::SetEndOfFile(FileHandle file) {
+  OpenFile* open = Find(file);
+  if (faults_.ShouldFail("SetEndOfFile") || open == nullptr) {
+    return Fail(kErrorInvalidHandle);
+  }
+  if (open->access == Access::kOpenExistingForReading) {
+    return Fail(kErrorAccessDenied);
+  }
+  open->content->resize(open->place);
+  return true;
+}
+
 bool HeadlessFiles::CloseHandle(FileHandle file) {
   return open_.erase(NumberOf(file)) != 0 || Fail(kErrorInvalidHandle);
 }
