@@ -356,7 +356,7 @@ void ReadConfigValue(std::span<char16_t> output, const char16_t* section, const 
   TextBuilder text(path);
   // The separator comes twice; the platform takes that for one.
   text.Add(place.directory()).Add(u"\\").Add(place.modulePrefix()).Add(u"Config.ini");
-  if (text.fits()) {
+  if (text.fits() && !place.directory().empty()) {
     World().files.GetPrivateProfileStringW(section, key, u"", output.data(),
                                            static_cast<std::uint32_t>(output.size()), path.data());
   }
