@@ -2,6 +2,7 @@
 
 #include "config/utf8.h"
 #include "core/text.h"
+#include "platform/headless/headless_platform.h"
 #include "platform/headless/names.h"
 
 #include <algorithm>
@@ -9,6 +10,9 @@
 #include <cerrno>
 #include <cstdlib>
 #include <fcntl.h>
+#include <fstream>
+#include <iterator>
+#include <span>
 #include <stdexcept>
 #include <string_view>
 #include <sys/stat.h>
@@ -181,11 +185,20 @@ bool DiskFiles::CreateDirectoryW(const char16_t* path) {
   return mkdir(place.c_str(), kMode) == 0 || Fail(place);
 }
 
-std::uint32_t DiskFiles::GetPrivateProfileStringW(const char16_t* /*section*/,
-                                                  const char16_t* /*key*/, const char16_t* fallback,
-                                                  char16_t* buffer, std::uint32_t units,
-                                                  const char16_t* /*path*/) {
-  return static_cast<std::uint32_t>(CopyText({buffer, units}, CallerText(fallback)));
+// Read as the in-memory files read theirs.
+std::uint32_t DiskFiles::GetPrivateProfileStringW(const char16_t* section, const char16_t* key,
+                                                  const char16_t* fallback, char16_t* buffer,
+                                                  std::uint32_t units, const char16_t* path) {
+  constexpr char16_t kName[] = u"C:\\a.ini";
+  headless::FaultPlan faults;
+  headless::HeadlessDebugOutput debug;
+  headless::HeadlessFiles files(faults, debug);
+  if (std::ifstream file(PlaceOf(path), std::ios::binary); file) {
+    const std::string text(std::istreambuf_iterator<char>(file), {});
+    const auto bytes = std::as_bytes(std::span(text));
+    files.Put(kName, {bytes.begin(), bytes.end()});
+  }
+  return files.GetPrivateProfileStringW(section, key, fallback, buffer, units, kName);
 }
 
 TemporaryFolder::TemporaryFolder() {
