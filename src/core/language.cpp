@@ -156,8 +156,8 @@ ModuleHandle LoadLanguageModule(const char16_t* driverName) {
   // For a two-letter suffix the second try names this library itself: a module without strings. The
   // third then cuts two characters of the stem and fails. Both are to stay so.
   if (name.size() >= kSecondTryCut) {
-    if (ModuleHandle module = LoadFrom(
-            place.directory(), name.substr(0, name.size() - kSecondTryCut), kLibraryExtension)) {
+    if (ModuleHandle module =
+            LoadNeighbour(place, name.substr(0, name.size() - kSecondTryCut), kLibraryExtension)) {
       return module;
     }
   }
