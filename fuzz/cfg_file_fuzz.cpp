@@ -85,7 +85,12 @@ class OneFile final : public Files {
                  std::uint32_t* writtenBytes) override {
     const auto* bytes = static_cast<const std::uint8_t*>(data);
     content.insert(content.end(), bytes, bytes + sizeBytes);
+    place_ = content.size();
     *writtenBytes = sizeBytes;
+    return true;
+  }
+  bool SetEndOfFile(FileHandle /*file*/) override {
+    content.resize(place_);
     return true;
   }
   bool CloseHandle(FileHandle /*file*/) override {

@@ -595,8 +595,8 @@ class TreeWriter {
 // would put zeros into whatever the other process has written.
 bool CutBehind(FileHandle file, std::size_t imageBytes) {
   std::uint64_t size = 0;
-  return World().files.GetFileSizeEx(file, &size) &&
-         (size <= imageBytes || World().files.SetEndOfFile(file));
+  return !World().files.GetFileSizeEx(file, &size) || size <= imageBytes ||
+         World().files.SetEndOfFile(file);
 }
 
 void WriteImage(const char16_t* path, std::span<const std::byte> image) {

@@ -917,6 +917,7 @@ class ProfileQuestions final : public Files {
                  std::uint32_t* /*writtenBytes*/) override {
     return false;
   }
+  bool SetEndOfFile(FileHandle /*file*/) override { return false; }
   bool CloseHandle(FileHandle /*file*/) override { return false; }
   bool DeleteFileW(const char16_t* /*path*/) override { return false; }
   bool CreateDirectoryW(const char16_t* /*path*/) override { return false; }

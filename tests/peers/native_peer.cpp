@@ -1,7 +1,7 @@
 // The peer over the in-memory platform, with real files.
 #include "folder_shell.h"
-#include "posix_files.h"
 #include "store_peer.h"
+#include "support/disk_files.h"
 #include "support/test_world.h"
 
 #include <memory>
@@ -20,7 +20,7 @@ class NativeWorld {
 
  private:
   test::TestWorld world_;
-  PosixFiles files_;
+  test::DiskFiles files_{"/", world_.platform.debug};
   FolderShell shell_;
   Platform lists_ = {.print = world_.platform.print,
                      .locale = world_.platform.locale,

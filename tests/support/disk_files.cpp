@@ -157,6 +157,11 @@ bool DiskFiles::WriteFile(FileHandle file, const void* data, std::uint32_t sizeB
   return true;
 }
 
+bool DiskFiles::SetEndOfFile(FileHandle file) {
+  const off_t place = lseek(DescriptorOf(file), 0, SEEK_CUR);
+  return (place >= 0 && ftruncate(DescriptorOf(file), place) == 0) || Fail({});
+}
+
 bool DiskFiles::CloseHandle(FileHandle file) {
   if (close(DescriptorOf(file)) != 0) {
     return Fail({});
