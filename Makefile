@@ -5,13 +5,16 @@ JOBS ?= $(shell nproc)
 WINDOWS_BIN := build/windows/bin
 # Seconds that each fuzzer runs.
 FUZZ_SECONDS ?= 60
+# Seconds that processes fight over one settings file.
+STRESS_SECONDS ?= 5
 
-.PHONY: help packages run test test-native test-asan test-print-system lint dist bench fuzz format clean
+.PHONY: help packages run test test-native test-asan test-print-system test-peers lint dist bench fuzz format clean
 
 help:
 	@echo 'make run      install the driver in a print system of its own and show what it answers'
 	@echo '              (REPORT=--json gives the same for a program)'
-	@echo 'make test     prove everything: lint, native tests, sanitizer run, print-system tests'
+	@echo 'make test     prove everything: lint, native tests, sanitizer run, print-system tests,'
+	@echo '              and one settings file between several processes (STRESS_SECONDS=$(STRESS_SECONDS))'
 	@echo 'make dist     leave what is shipped in build/dist'
 	@echo 'make bench    measure, natively and in the print system, as ratios in one run'
 	@echo 'make fuzz     run each fuzzer for FUZZ_SECONDS ($(FUZZ_SECONDS)) seconds'
@@ -35,7 +38,7 @@ run: packages | build
 	$(call build,windows)
 	@tools/print-system run $(WINDOWS_BIN)/driver_report.exe $(REPORT)
 
-test: packages lint test-native test-asan test-print-system
+test: packages lint test-native test-asan test-print-system test-peers
 
 test-native: packages | build
 	$(call build,native)
@@ -49,6 +52,11 @@ test-print-system: packages | build
 	$(call build,windows)
 	@tools/test-print-system
 
+test-peers: packages | build
+	$(call build,native)
+	$(call build,windows)
+	@tools/test-peers $(STRESS_SECONDS)
+
 lint: packages | build
 	$(call build,native)
 	$(call build,windows)
@@ -58,7 +66,7 @@ dist: packages | build
 	$(call build,windows)
 	@rm -rf build/dist
 	@mkdir -p build/dist
-	@cp $(WINDOWS_BIN)/ostrelPCL6ui*.dll build/dist/
+	@cp $(WINDOWS_BIN)/ostrelPCL6ui*.dll $(WINDOWS_BIN)/ostrelConfig.ini build/dist/
 	@ls -l build/dist
 
 bench: packages | build

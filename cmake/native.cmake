@@ -36,6 +36,11 @@ add_test(NAME shipped_texts COMMAND ${OSTREL_PYTHON} ${CMAKE_SOURCE_DIR}/tools/c
 add_test(NAME shipped_texts_check
   COMMAND ${OSTREL_PYTHON} ${CMAKE_SOURCE_DIR}/tests/tools/check_strings_test.py)
 
+# The native side of tools/test-peers.
+add_executable(store_peer
+  tests/peers/native_peer.cpp tests/peers/store_script.cpp tests/peers/posix_files.cpp)
+target_link_libraries(store_peer PRIVATE ostrel_test_world ostrel_flags)
+
 include(fuzz/fuzzers.cmake)
 
 # ---- Benches --------------------------------------------------------------------------------------

@@ -59,14 +59,18 @@ target_link_libraries(ostrel_print_system_setup PUBLIC ostrel_windows winspool)
 target_include_directories(ostrel_print_system_setup PUBLIC ${CMAKE_SOURCE_DIR}/hosts)
 
 configure_file(hosts/ostrel_hazel_2.ppd ${CMAKE_BINARY_DIR}/bin/ostrel_hazel_2.ppd COPYONLY)
+configure_file(resources/ostrelConfig.ini ${CMAKE_BINARY_DIR}/bin/ostrelConfig.ini COPYONLY)
 
 ostrel_add_program(driver_report
-  hosts/driver_report.cpp hosts/report_data.cpp hosts/report_text.cpp hosts/report_json.cpp)
-target_link_libraries(driver_report PRIVATE ostrel_print_system_setup)
+  hosts/driver_report.cpp hosts/report_data.cpp hosts/report_kept.cpp hosts/report_text.cpp
+  hosts/report_json.cpp)
+target_link_libraries(driver_report PRIVATE ostrel_print_system_setup ostrel_logic ostrel_win32)
 target_include_directories(driver_report SYSTEM PRIVATE ${CMAKE_BINARY_DIR}/json_include)
 
-ostrel_add_program(print_system_bench bench/print_system/print_system_bench.cpp)
-target_link_libraries(print_system_bench PRIVATE ostrel_print_system_setup)
+ostrel_add_program(print_system_bench
+  bench/print_system/print_system_bench.cpp bench/print_system/store_cost.cpp)
+target_link_libraries(print_system_bench
+  PRIVATE ostrel_print_system_setup ostrel_logic ostrel_win32)
 
 # ---- Tests ----------------------------------------------------------------------------------------
 
@@ -78,3 +82,10 @@ file(GLOB OSTREL_PRINT_SYSTEM_TESTS CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/
 ostrel_add_program(print_system_tests ${OSTREL_PRINT_SYSTEM_TESTS})
 target_include_directories(print_system_tests PRIVATE ${CMAKE_SOURCE_DIR}/tests)
 target_link_libraries(print_system_tests PRIVATE ostrel_print_system_setup ostrel_win32 gtest version)
+
+# Programs that work on a settings file beside others: tools/test-peers runs them.
+ostrel_add_program(store_peer tests/peers/windows_peer.cpp tests/peers/store_script.cpp)
+ostrel_add_program(store_stress tests/peers/store_stress.cpp tests/peers/stress_file.cpp)
+foreach(program store_peer store_stress)
+  target_link_libraries(${program} PRIVATE ostrel_logic ostrel_win32 psapi)
+endforeach()

@@ -1,5 +1,5 @@
-// Installs the driver into the print system, makes a printer with it, and shows what an application
-// then hears about that printer.
+// Installs the driver into the print system, makes a printer with it, stores a few samples of what
+// its users would store, and shows what an application then hears about that printer.
 //
 //   driver_report [--json]
 //
@@ -24,6 +24,7 @@ void Show(bool json) {
   print_system::InstallDriver(package, print_system::ProgramFolder());
   print_system::AddPrinterWithDriver(kPrinterName, package.driverName);
 
+  report::StoreSamples(kPrinterName);
   const report::PrinterReport report = report::GatherReport(kPrinterName);
   const std::string text = json ? report::JsonReport(report) : report::TextReport(report);
   std::fwrite(text.data(), 1, text.size(), stdout);

@@ -39,7 +39,8 @@ DriverPackage OstrelPackage(const std::wstring& driverName) {
           .driverFile = kDriverLibraryFile,
           .dataFile = kPrinterDescriptionFile,
           .configFile = kDriverLibraryFile,
-          .dependentFiles = {kLanguageLibraryFile, kPictureLibraryFile}};
+          .dependentFiles = {kLanguageLibraryFile, kGermanLibraryFile, kHebrewLibraryFile,
+                             kPictureLibraryFile, kConfigFile}};
 }
 
 DriverPackage PostScriptPackage() {
@@ -126,6 +127,22 @@ bool HasPrinter(const std::wstring& printerName) {
   }
   ClosePrinter(printer);
   return true;
+}
+
+void RemovePrinter(const std::wstring& printerName) {
+  PRINTER_DEFAULTSW access = {};
+  access.DesiredAccess = PRINTER_ALL_ACCESS;
+  HANDLE printer = nullptr;
+  if (OpenPrinterW(Writable(printerName), &printer, &access) == FALSE) {
+    ThrowLastError("OpenPrinterW");
+  }
+  const BOOL removed = DeletePrinter(printer);
+  const DWORD code = GetLastError();
+  ClosePrinter(printer);
+  if (removed == FALSE) {
+    SetLastError(code);
+    ThrowLastError("DeletePrinter");
+  }
 }
 
 std::wstring ConfigLibraryPath(HANDLE printer) {

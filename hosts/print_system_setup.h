@@ -24,8 +24,12 @@ struct DriverPackage {
 
 inline constexpr wchar_t kOstrelDriverName[] = L"Ostrel Hazel 2 Series";
 inline constexpr wchar_t kDriverLibraryFile[] = L"ostrelPCL6ui.dll";
-inline constexpr wchar_t kLanguageLibraryFile[] = L"ostrelPCL6uienus.dll";
+inline constexpr wchar_t kLanguageLibraryFile[] =
+    L"ostrelPCL6uienus.dll";  // English, of last resort
+inline constexpr wchar_t kGermanLibraryFile[] = L"ostrelPCL6uide.dll";
+inline constexpr wchar_t kHebrewLibraryFile[] = L"ostrelPCL6uihe.dll";
 inline constexpr wchar_t kPictureLibraryFile[] = L"ostrelPCL6uiResBmp.dll";
+inline constexpr wchar_t kConfigFile[] = L"ostrelConfig.ini";
 inline constexpr wchar_t kPrinterDescriptionFile[] = L"ostrel_hazel_2.ppd";
 
 // Our driver, under the name of one of its models.
@@ -49,6 +53,9 @@ void InstallDriver(const DriverPackage& package, const std::wstring& sourceFolde
 void AddPrinterWithDriver(const std::wstring& printerName, const std::wstring& driverName);
 
 bool HasPrinter(const std::wstring& printerName);
+
+// Takes a printer away, with all that the print system keeps for it.
+void RemovePrinter(const std::wstring& printerName);
 
 // The full path of the library that answers for a printer.
 std::wstring ConfigLibraryPath(HANDLE printer);

@@ -3,6 +3,7 @@
 #include "core/settings_record.h"
 #include "driver_exports.h"
 #include "print_system_setup.h"
+#include "report_kept.h"
 
 #include <windows.h>
 #include <winspool.h>
@@ -415,6 +416,24 @@ std::vector<DirectAnswer> GatherDirectAnswers(const std::wstring& libraryPath, H
   };
 }
 
+// Through the entry point, with a printer's handle: this print system passes none of its own.
+std::vector<Bin> AskSourcesWithHandle(const DriverExports& driver, HANDLE printer,
+                                      const std::wstring& printerName) {
+  constexpr std::size_t kMostSources = 5;
+  const auto ask = [&](WORD code, void* output) {
+    return driver.DrvDeviceCapabilities(printer, Writable(printerName), code, output, nullptr);
+  };
+  std::array<WORD, kMostSources> ids = {};
+  std::array<wchar_t, kMostSources* kBinNameRow> names = {};
+  const std::size_t count = std::min<std::size_t>(ask(DC_BINS, ids.data()), kMostSources);
+  ask(DC_BINNAMES, names.data());
+  std::vector<Bin> sources;
+  for (std::size_t index = 0; index < count; ++index) {
+    sources.push_back({.id = ids[index], .name = &names[index * kBinNameRow]});
+  }
+  return sources;
+}
+
 std::wstring DriverNameOf(HANDLE printer) {
   DWORD needed = 0;
   GetPrinterW(printer, 2, nullptr, 0, &needed);
@@ -433,6 +452,9 @@ PrinterReport GatherReport(const std::wstring& printerName) {
   report.printerName = printerName;
   report.driverName = DriverNameOf(printer.get());
   report.configLibrary = print_system::ConfigLibraryPath(printer.get());
+  report.kept = GatherKeptState(printer.get(), printerName, report.configLibrary);
+  report.kept.sources =
+      AskSourcesWithHandle(DriverExports(report.configLibrary), printer.get(), printerName);
   report.capabilities = GatherCapabilities(printerName);
   Record defaults;
   report.documentAnswers = GatherDocumentAnswers(printer.get(), printerName, defaults);

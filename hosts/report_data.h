@@ -73,14 +73,35 @@ struct DirectAnswer {
   std::string answer;
 };
 
+// What is kept for the printer and its user, and what the driver makes of it.
+struct KeptState {
+  std::wstring model;  // the one that the user chose; empty for none
+  std::uint64_t familyFlags;
+  std::string family;
+  std::uint16_t languageId;
+  std::wstring languageSuffix;
+  std::wstring languageLibrary;  // the file's name
+  bool decimalComma;
+  bool rightToLeft;
+  std::vector<bool> optionalTrays;  // tray 2 and on, whether it is fitted
+  std::vector<Bin> sources;         // asked with a printer's handle, which shows the trays
+  std::wstring settingsFile;
+  std::vector<Paper> customPapers;  // in the order of the file
+};
+
 struct PrinterReport {
   std::wstring printerName;
   std::wstring driverName;
   std::wstring configLibrary;
+  KeptState kept;
   Capabilities capabilities;
   DocumentAnswers documentAnswers;
   std::vector<DirectAnswer> directAnswers;
 };
+
+// Stores what an installer, the user's choice of a model and a few pages would have stored: a
+// model, a fitted tray and two paper sizes of the user's own.
+void StoreSamples(const std::wstring& printerName);
 
 // Throws std::runtime_error when the print system fails.
 PrinterReport GatherReport(const std::wstring& printerName);

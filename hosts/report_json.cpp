@@ -22,14 +22,18 @@ Json ExtentJson(const Extent& extent) {
           {"length_tenths_mm", extent.length_tenths_mm}};
 }
 
-Json CapabilitiesJson(const Capabilities& all) {
-  Json papers = Json::array();
-  for (const Paper& paper : all.papers) {
-    papers.push_back({{"id", paper.id},
-                      {"width_tenths_mm", paper.width_tenths_mm},
-                      {"length_tenths_mm", paper.length_tenths_mm},
-                      {"name", Utf8(paper.name)}});
+Json PapersJson(const std::vector<Paper>& papers) {
+  Json list = Json::array();
+  for (const Paper& paper : papers) {
+    list.push_back({{"id", paper.id},
+                    {"width_tenths_mm", paper.width_tenths_mm},
+                    {"length_tenths_mm", paper.length_tenths_mm},
+                    {"name", Utf8(paper.name)}});
   }
+  return list;
+}
+
+Json CapabilitiesJson(const Capabilities& all) {
   Json mediaReady = Json::array();
   for (const std::wstring& name : all.mediaReady) {
     mediaReady.push_back(Utf8(name));
@@ -44,7 +48,7 @@ Json CapabilitiesJson(const Capabilities& all) {
   }
   return {{"fields", all.fields},
           {"fieldNames", all.fieldNames},
-          {"papers", papers},
+          {"papers", PapersJson(all.papers)},
           {"mediaReady", mediaReady},
           {"bins", bins},
           {"resolutions", resolutions},
@@ -52,6 +56,25 @@ Json CapabilitiesJson(const Capabilities& all) {
           {"maxExtent", ExtentJson(all.maxExtent)},
           {"numbers", Numbers(all.numbers)},
           {"unknown", Numbers(all.unknown)}};
+}
+
+Json KeptJson(const KeptState& kept) {
+  Json sources = Json::array();
+  for (const Bin& source : kept.sources) {
+    sources.push_back({{"id", source.id}, {"name", Utf8(source.name)}});
+  }
+  return {{"model", Utf8(kept.model)},
+          {"familyFlags", kept.familyFlags},
+          {"family", kept.family},
+          {"languageId", kept.languageId},
+          {"languageSuffix", Utf8(kept.languageSuffix)},
+          {"languageLibrary", Utf8(kept.languageLibrary)},
+          {"decimalComma", kept.decimalComma},
+          {"rightToLeft", kept.rightToLeft},
+          {"optionalTrays", kept.optionalTrays},
+          {"sources", sources},
+          {"settingsFile", Utf8(kept.settingsFile)},
+          {"customPapers", PapersJson(kept.customPapers)}};
 }
 
 Json DocumentAnswersJson(const DocumentAnswers& all) {
@@ -84,6 +107,7 @@ std::string JsonReport(const PrinterReport& report) {
   const Json whole = {{"printerName", Utf8(report.printerName)},
                       {"driverName", Utf8(report.driverName)},
                       {"configLibrary", Utf8(report.configLibrary)},
+                      {"kept", KeptJson(report.kept)},
                       {"capabilities", CapabilitiesJson(report.capabilities)},
                       {"documentAnswers", DocumentAnswersJson(report.documentAnswers)},
                       {"directAnswers", DirectAnswersJson(report.directAnswers)}};

@@ -149,6 +149,41 @@ std::string DocumentAnswersText(const DocumentAnswers& all) {
          Heading("A record with wrong values, and what came back") + fields.Text();
 }
 
+std::string KeptText(const KeptState& kept) {
+  const auto remark = [](bool said, const char* words) { return said ? words : ""; };
+  std::vector<std::string> trays;
+  for (std::size_t tray = 0; tray < kept.optionalTrays.size(); ++tray) {
+    trays.push_back("tray " + std::to_string(tray + 2) +
+                    (kept.optionalTrays[tray] ? " fitted" : " missing"));
+  }
+  std::vector<std::string> sources;
+  for (const Bin& source : kept.sources) {
+    sources.push_back(Utf8(source.name));
+  }
+  Table table({kLeft, kLeft});
+  table.Row({"model", kept.model.empty() ? "none chosen" : Utf8(kept.model)});
+  table.Row(
+      {"family", kept.family + ", " + Hexadecimal(static_cast<std::uint32_t>(kept.familyFlags))});
+  table.Row({"language", std::to_string(kept.languageId) + ", suffix " + Utf8(kept.languageSuffix) +
+                             ": " + Utf8(kept.languageLibrary) +
+                             remark(kept.decimalComma, ", decimal comma") +
+                             remark(kept.rightToLeft, ", right to left")});
+  table.Row({"optional trays", Joined(trays)});
+  table.Row({"sources with them", Joined(sources)});
+  table.Row({"settings file", Utf8(kept.settingsFile)});
+
+  Table papers({kRight, kRight, kRight, kLeft});
+  papers.Row({"id", "width mm", "length mm", "name"});
+  for (const Paper& paper : kept.customPapers) {
+    papers.Row({std::to_string(paper.id), Millimetres(paper.width_tenths_mm),
+                Millimetres(paper.length_tenths_mm), Utf8(paper.name)});
+  }
+  return Heading("What is kept for the printer and its user") + table.Text() +
+         Heading("Custom papers in the settings file (" + std::to_string(kept.customPapers.size()) +
+                 ")") +
+         papers.Text();
+}
+
 std::string DirectAnswersText(const std::vector<DirectAnswer>& answers) {
   Table table({kLeft, kLeft, kLeft});
   for (const DirectAnswer& row : answers) {
@@ -165,10 +200,10 @@ std::string TextReport(const PrinterReport& report) {
   head.Row({"driver", Utf8(report.driverName)});
   head.Row({"library", Utf8(report.configLibrary)});
   return "What the print system says about a printer with this driver\n" + head.Text() +
-         PapersText(report.capabilities.papers) + MediaReadyText(report.capabilities.mediaReady) +
-         BinsText(report.capabilities.bins) + NumbersText(report.capabilities) +
-         UnknownText(report.capabilities.unknown) + DocumentAnswersText(report.documentAnswers) +
-         DirectAnswersText(report.directAnswers);
+         KeptText(report.kept) + PapersText(report.capabilities.papers) +
+         MediaReadyText(report.capabilities.mediaReady) + BinsText(report.capabilities.bins) +
+         NumbersText(report.capabilities) + UnknownText(report.capabilities.unknown) +
+         DocumentAnswersText(report.documentAnswers) + DirectAnswersText(report.directAnswers);
 }
 
 }  // namespace ostrel::report

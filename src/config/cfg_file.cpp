@@ -285,7 +285,7 @@ class ScopedFile {
   FileHandle file_;
 };
 
-// The bytes of a file, read in blocks of 1024 bytes. A block that can't be read ends the file.
+// The bytes of a file, read in blocks of 1024 bytes. A block that can't be read ends them.
 class BlockReader {
  public:
   explicit BlockReader(FileHandle file) : file_(file) {}
@@ -326,6 +326,9 @@ class BlockReader {
     return taken;
   }
 
+  // Whether the bytes ended at a block that can't be read, and not with the file.
+  bool failed() const { return failed_; }
+
   // Bytes that may still come, by the size that the file had when it was first asked for: a hint.
   std::uint64_t BytesLeft() {
     if (!size_) {
@@ -339,7 +342,8 @@ class BlockReader {
  private:
   std::size_t ReadBlock(std::span<std::byte, kReadBlockBytes> out) {
     std::uint32_t read = 0;
-    if (!World().files.ReadFile(file_, out.data(), kReadBlockBytes, &read)) {
+    if (failed_ || !World().files.ReadFile(file_, out.data(), kReadBlockBytes, &read)) {
+      failed_ = true;
       return 0;
     }
     bytesRead_ += read;
@@ -351,6 +355,7 @@ class BlockReader {
   std::size_t place_ = 0;
   std::size_t filled_ = 0;
   std::uint64_t bytesRead_ = 0;
+  bool failed_ = false;
   std::optional<std::uint64_t> size_;
 };
 
@@ -362,8 +367,14 @@ class TreeReader {
   TreeReader(const TreeReader&) = delete;
   TreeReader& operator=(const TreeReader&) = delete;
 
-  // Reads to the end of the file. Result: false for a tag that can't be read, and without memory.
-  bool Read() {
+  // Reads to the end of the file. Result: false for a tag that can't be read, without memory, and
+  // when reading breaks off: half a tree must not be saved over the whole one.
+  bool Read() { return ReadObjects() && !reader_.failed(); }
+
+  CfgNode* release() { return std::exchange(root_, nullptr); }
+
+ private:
+  bool ReadObjects() {
     while (FindTagStart()) {
       if (!ReadTag()) {
         return tagCutOff_;  // a file may end anywhere; what was read stands
@@ -375,9 +386,6 @@ class TreeReader {
     return true;
   }
 
-  CfgNode* release() { return std::exchange(root_, nullptr); }
-
- private:
   // Skips what stands between tags: line feeds, and whatever a hand may have put there.
   bool FindTagStart() {
     for (;;) {
@@ -581,13 +589,23 @@ class TreeWriter {
   std::byte* place_;
 };
 
+// Cuts off what stands behind the image that was just written: the rest of a longer one, by another
+// process that had emptied the file at the same moment. Such a file could not be read any more, by
+// anyone and for good. A file that has become shorter since is left as short: to make it longer
+// would put zeros into whatever the other process has written.
+bool CutBehind(FileHandle file, std::size_t imageBytes) {
+  std::uint64_t size = 0;
+  return World().files.GetFileSizeEx(file, &size) &&
+         (size <= imageBytes || World().files.SetEndOfFile(file));
+}
+
 void WriteImage(const char16_t* path, std::span<const std::byte> image) {
   const ScopedFile file(path, Files::Access::kCreateAlwaysForWriting);
   std::uint32_t written = 0;
   if (file.get() == nullptr ||
       !World().files.WriteFile(file.get(), image.data(), static_cast<std::uint32_t>(image.size()),
                                &written) ||
-      written != image.size()) {
+      written != image.size() || !CutBehind(file.get(), image.size())) {
     char16_t buffer[kMaxPathUnits + 64];
     TextBuilder line(buffer);
     line.Add(u"config file can't be written: ").Add(path).Add(u"\n");

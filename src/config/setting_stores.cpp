@@ -289,10 +289,15 @@ void GetSettingsFilePath(std::span<char16_t, kMaxPathUnits> path) {
   TextBuilder text(path);
   if (World().shell.SHGetFolderPathW(kCsidlAppData | kCsidlFlagCreate, folder.data()) == 0) {
     // Folders that are there already, or can't be made, show when the file is opened.
+    const auto makeFolder = [&] {
+      if (text.fits()) {
+        World().files.CreateDirectoryW(path.data());
+      }
+    };
     text.Add(FieldText(folder)).Add(u"\\").Add(FieldText(maker));
-    World().files.CreateDirectoryW(path.data());
+    makeFolder();
     text.Add(u"\\").Add(place.modulePrefix());
-    World().files.CreateDirectoryW(path.data());
+    makeFolder();
     text.Add(u"\\");
   }
   text.Add(place.modulePrefix()).Add(u"settings.dat");

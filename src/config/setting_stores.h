@@ -81,7 +81,8 @@ void GetSettingsFilePath(std::span<char16_t, kMaxPathUnits> path);
 
 // Makes the settings file and its branches, whatever is missing of them. A file without a version
 // is replaced, with all that it held. Every place that is about to use a store calls this first.
-// Result: whether there is a usable file.
+// Result: false when the file can't be opened or a branch can't be made. A file that then can't be
+// written counts as made.
 bool InitSettingsFile();
 
 // Deletes the settings file at the path that was put together last; nothing when none was.

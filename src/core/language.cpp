@@ -69,11 +69,17 @@ constexpr std::u16string_view kLibraryExtension = u".dll";
 constexpr std::size_t kSecondTryCut = 6;
 constexpr std::size_t kThirdTryCut = 8;
 
-// Loads a library by a path put together from its pieces; null when it is too long to be one.
+// Loads a library that lies beside this one, its name put together from pieces. Null when the path
+// is too long to be one, and when the directory isn't known: a bare name would be looked for along
+// the search path of whatever process has loaded us.
 template <typename... Pieces>
-ModuleHandle LoadFrom(Pieces... pieces) {
+ModuleHandle LoadNeighbour(const OwnPlace& place, Pieces... pieces) {
+  if (place.directory().empty()) {
+    return nullptr;
+  }
   std::array<char16_t, kMaxPathUnits> path = {};
   TextBuilder text(path);
+  text.Add(place.directory());
   (text.Add(pieces), ...);
   return text.fits() ? World().modules.LoadLibraryW(path.data()) : nullptr;
 }
@@ -144,7 +150,7 @@ ModuleHandle LoadLanguageModule(const char16_t* driverName) {
   BuildLanguageLibraryName(driverName, nameField);
   const std::u16string_view name = FieldText(nameField);
   const OwnPlace place;
-  if (ModuleHandle module = LoadFrom(place.directory(), name)) {
+  if (ModuleHandle module = LoadNeighbour(place, name)) {
     return module;
   }
   // For a two-letter suffix the second try names this library itself: a module without strings. The
@@ -156,16 +162,15 @@ ModuleHandle LoadLanguageModule(const char16_t* driverName) {
     }
   }
   if (name.size() >= kThirdTryCut) {
-    return LoadFrom(place.directory(), name.substr(0, name.size() - kThirdTryCut), kEnglishSuffix,
-                    kLibraryExtension);
+    return LoadNeighbour(place, name.substr(0, name.size() - kThirdTryCut), kEnglishSuffix,
+                         kLibraryExtension);
   }
   return nullptr;
 }
 
 ModuleHandle LoadBitmapModule() {
   const OwnPlace place;
-  return LoadFrom(place.directory(), place.stem(), std::u16string_view(u"ResBmp"),
-                  kLibraryExtension);
+  return LoadNeighbour(place, place.stem(), std::u16string_view(u"ResBmp"), kLibraryExtension);
 }
 
 ScopedModule::~ScopedModule() {

@@ -89,7 +89,7 @@ bool WritePair(PrinterHandle printer, const BlockNames& names, std::u16string_vi
                                        data, sizeBytes) == kErrorSuccess;
 }
 
-// Reads a pair into a block of at least `leastBytes`, zeros behind what was stored.
+// Reads a pair into a block of at least a T's size, zeros behind what was stored.
 template <typename T>
 HeapBlock<T> ReadPair(PrinterHandle printer, const BlockNames& names, std::uint32_t* sizeBytes) {
   std::uint32_t type = 0;
@@ -356,7 +356,7 @@ void ReadConfigValue(std::span<char16_t> output, const char16_t* section, const 
   TextBuilder text(path);
   // The separator comes twice; the platform takes that for one.
   text.Add(place.directory()).Add(u"\\").Add(place.modulePrefix()).Add(u"Config.ini");
-  if (text.fits()) {
+  if (text.fits() && !place.directory().empty()) {
     World().files.GetPrivateProfileStringW(section, key, u"", output.data(),
                                            static_cast<std::uint32_t>(output.size()), path.data());
   }

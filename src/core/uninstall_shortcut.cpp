@@ -18,8 +18,7 @@ constexpr std::u16string_view kMultiFolder = u"\\dogwoodm";
 constexpr std::u16string_view kPrinterFolder = u"\\dogwoodp";
 
 // Models whose installers leave a shortcut, in the order of their tries: a printer's name may hold
-// more than one of them ("Dogwood 1" stands in "Dogwood 10"). The list has models that the model
-// table doesn't.
+// more than one of them. The list has models that the model table doesn't.
 // clang-format off
 constexpr std::array<ShortcutRow, 19> kShortcutRows = {{
     {kMultiFolder,   u"Ostrel Dogwood 3 Series"},

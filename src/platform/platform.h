@@ -89,6 +89,8 @@ class Files {
                         std::uint32_t* readBytes) = 0;
   virtual bool WriteFile(FileHandle file, const void* data, std::uint32_t sizeBytes,
                          std::uint32_t* writtenBytes) = 0;
+  // Ends the file where the last reading or writing through the handle stopped.
+  virtual bool SetEndOfFile(FileHandle file) = 0;
   virtual bool CloseHandle(FileHandle file) = 0;
   virtual bool DeleteFileW(const char16_t* path) = 0;
   virtual bool CreateDirectoryW(const char16_t* path) = 0;

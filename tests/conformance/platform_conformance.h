@@ -9,6 +9,7 @@
 //     std::u16string driverName();       // of its driver
 //     std::u16string languageLibrary();  // path of a library whose string 108 is "Letter"
 //     std::u16string newFile();          // path of a file that doesn't exist and may be made
+//     std::u16string newFolder();        // path of a folder that doesn't exist and may be made
 //   };
 //   INSTANTIATE_TYPED_TEST_SUITE_P(Name, PlatformConformance, Host);
 #pragma once
@@ -177,6 +178,66 @@ TYPED_TEST_P(PlatformConformance, ADriversDescriptionTellsItsSizeFirstAndThenIts
   this->platform().print.ClosePrinter(printer);
 }
 
+// ---- Printer data -------------------------------------------------------------------------------
+
+TYPED_TEST_P(PlatformConformance, PrinterDataAreReadAsTheyWereSet) {
+  const PrinterDefaults access = {nullptr, nullptr, kPrinterAllAccess};
+  PrinterHandle printer = nullptr;
+  PrintSystem& print = this->platform().print;
+  ASSERT_TRUE(print.OpenPrinterW(this->host_.printerName().c_str(), &printer, &access));
+  const std::array<unsigned char, 5> bytes = {1, 0, 0xFF, 0, 5};
+  EXPECT_EQ(print.SetPrinterDataW(printer, u"ConformanceData", kRegBinary, bytes.data(), 5),
+            kErrorSuccess);
+  std::array<unsigned char, 6> read;
+  read.fill(0xC5);
+  std::uint32_t type = 0;
+  std::uint32_t needed = 0;
+  EXPECT_EQ(print.GetPrinterDataW(printer, u"ConformanceData", &type, read.data(), 5, &needed),
+            kErrorSuccess);
+  EXPECT_EQ(type, kRegBinary);
+  EXPECT_EQ(needed, 5U);
+  EXPECT_EQ(read, (std::array<unsigned char, 6>{1, 0, 0xFF, 0, 5, 0xC5}));
+  EXPECT_EQ(print.GetPrinterDataW(printer, u"ConformanceData", &type, read.data(), 4, &needed),
+            kErrorMoreData);
+  EXPECT_EQ(needed, 5U);
+  const std::uint32_t word = 0x01020304;
+  std::uint32_t wordRead = 0;
+  EXPECT_EQ(print.SetPrinterDataW(printer, u"ConformanceData", kRegDword, &word, sizeof(word)),
+            kErrorSuccess);
+  EXPECT_EQ(print.GetPrinterDataW(printer, u"ConformanceData", &type, &wordRead, sizeof(wordRead),
+                                  &needed),
+            kErrorSuccess);
+  EXPECT_EQ(type, kRegDword);
+  EXPECT_EQ(needed, 4U);
+  EXPECT_EQ(wordRead, word);
+  print.ClosePrinter(printer);
+}
+
+TYPED_TEST_P(PlatformConformance, MissingPrinterDataAreError2) {
+  const PrinterHandle printer = this->OpenKnownPrinter();
+  std::uint32_t type = 0;
+  std::uint32_t word = 0xCDCDCDCD;
+  std::uint32_t needed = 0;
+  EXPECT_EQ(this->platform().print.GetPrinterDataW(printer, u"NoSuchConformanceData", &type, &word,
+                                                   sizeof(word), &needed),
+            kErrorFileNotFound);
+  EXPECT_EQ(word, 0xCDCDCDCD);
+  this->platform().print.ClosePrinter(printer);
+}
+
+TYPED_TEST_P(PlatformConformance, TheDriverDirectoryTellsItsSizeFirst) {
+  PrintSystem& print = this->platform().print;
+  std::uint32_t needed = 0;
+  EXPECT_FALSE(print.GetPrinterDriverDirectoryW(nullptr, nullptr, 1, nullptr, 0, &needed));
+  EXPECT_EQ(this->lastError(), kErrorInsufficientBuffer);
+  ASSERT_GT(needed, sizeof(char16_t));
+  std::vector<char16_t> path((needed + 1) / sizeof(char16_t), u'#');
+  EXPECT_TRUE(print.GetPrinterDriverDirectoryW(nullptr, nullptr, 1, path.data(), needed, &needed));
+  const std::u16string_view text(path.data());
+  EXPECT_FALSE(text.empty());
+  EXPECT_FALSE(text.ends_with(u'\\'));
+}
+
 // ---- Locale -------------------------------------------------------------------------------------
 
 TYPED_TEST_P(PlatformConformance, TheCountryIsADecimalNumber) {
@@ -313,9 +374,276 @@ TYPED_TEST_P(PlatformConformance, AnEmptyFileReadsAsNothingAndSucceeds) {
   EXPECT_TRUE(this->platform().files.DeleteFileW(path.c_str()));
 }
 
+TYPED_TEST_P(PlatformConformance, AFileIsEndedWhereItsWriterStands) {
+  const std::u16string path = this->host_.newFile();
+  this->WriteWholeFile(path, "a long text");
+  Files& files = this->platform().files;
+  const FileHandle file = files.CreateFileW(path.c_str(), Files::Access::kOpenExistingForUpdate);
+  ASSERT_NE(file, nullptr);
+  std::uint32_t written = 0;
+  EXPECT_TRUE(files.WriteFile(file, "short", 5, &written));
+  EXPECT_TRUE(files.SetEndOfFile(file));
+  EXPECT_TRUE(files.CloseHandle(file));
+  EXPECT_EQ(this->ReadWholeFile(path), "short");
+  files.DeleteFileW(path.c_str());
+}
+
+TYPED_TEST_P(PlatformConformance, AFileOpenedForReadingCannotBeEnded) {
+  const std::u16string path = this->host_.newFile();
+  this->WriteWholeFile(path, "text");
+  Files& files = this->platform().files;
+  const FileHandle file = files.CreateFileW(path.c_str(), Files::Access::kOpenExistingForReading);
+  EXPECT_FALSE(files.SetEndOfFile(file));
+  EXPECT_TRUE(files.CloseHandle(file));
+  EXPECT_EQ(this->ReadWholeFile(path), "text");
+  files.DeleteFileW(path.c_str());
+}
+
 TYPED_TEST_P(PlatformConformance, AMissingFileCannotBeDeleted) {
   EXPECT_FALSE(this->platform().files.DeleteFileW(this->host_.newFile().c_str()));
   EXPECT_EQ(this->lastError(), kErrorFileNotFound);
+}
+
+TYPED_TEST_P(PlatformConformance, AMissingFileHasNoAttributesAndIsNotFound) {
+  const std::u16string path = this->host_.newFile();
+  EXPECT_EQ(this->platform().files.GetFileAttributesW(path.c_str()), kInvalidFileAttributes);
+  EXPECT_EQ(this->lastError(), kErrorFileNotFound);
+  this->platform().debug.SetLastError(kConformanceUnsetError);
+  EXPECT_FALSE(this->platform().files.FindFirstFileW(path.c_str()));
+  EXPECT_EQ(this->lastError(), kErrorFileNotFound);
+}
+
+TYPED_TEST_P(PlatformConformance, AFileHasAttributesAndIsFound) {
+  constexpr std::uint32_t kDirectory = 0x10;  // FILE_ATTRIBUTE_DIRECTORY
+  const std::u16string path = this->host_.newFile();
+  this->WriteWholeFile(path, "text");
+  const std::uint32_t attributes = this->platform().files.GetFileAttributesW(path.c_str());
+  EXPECT_NE(attributes, kInvalidFileAttributes);
+  EXPECT_EQ(attributes & kDirectory, 0U);
+  EXPECT_TRUE(this->platform().files.FindFirstFileW(path.c_str()));
+  EXPECT_TRUE(this->platform().files.DeleteFileW(path.c_str()));
+}
+
+TYPED_TEST_P(PlatformConformance, AFolderIsMadeOnce) {
+  constexpr std::uint32_t kDirectory = 0x10;  // FILE_ATTRIBUTE_DIRECTORY
+  const std::u16string path = this->host_.newFolder();
+  EXPECT_TRUE(this->platform().files.CreateDirectoryW(path.c_str()));
+  EXPECT_FALSE(this->platform().files.CreateDirectoryW(path.c_str()));
+  EXPECT_EQ(this->lastError(), kErrorAlreadyExists);
+  EXPECT_EQ(this->platform().files.GetFileAttributesW(path.c_str()) & kDirectory, kDirectory);
+  EXPECT_TRUE(this->platform().files.FindFirstFileW(path.c_str()));
+}
+
+TYPED_TEST_P(PlatformConformance, AFolderIsNoFile) {
+  const std::u16string path = this->host_.newFolder();
+  ASSERT_TRUE(this->platform().files.CreateDirectoryW(path.c_str()));
+  for (const Files::Access access :
+       {Files::Access::kOpenExistingForReading, Files::Access::kOpenExistingForUpdate,
+        Files::Access::kOpenAlwaysForAppending}) {
+    this->platform().debug.SetLastError(kConformanceUnsetError);
+    EXPECT_EQ(this->platform().files.CreateFileW(path.c_str(), access), nullptr);
+    EXPECT_EQ(this->lastError(), kErrorAccessDenied);
+  }
+}
+
+TYPED_TEST_P(PlatformConformance, AFileInAMissingFolderIsToldApart) {
+  const std::u16string path = this->host_.newFolder() + u"\\file.dat";
+  for (const Files::Access access :
+       {Files::Access::kOpenExistingForReading, Files::Access::kCreateAlwaysForWriting}) {
+    this->platform().debug.SetLastError(kConformanceUnsetError);
+    EXPECT_EQ(this->platform().files.CreateFileW(path.c_str(), access), nullptr);
+    EXPECT_EQ(this->lastError(), kErrorPathNotFound);
+  }
+}
+
+TYPED_TEST_P(PlatformConformance, AFileInANewFolderIsWrittenAndRead) {
+  const std::u16string folder = this->host_.newFolder();
+  ASSERT_TRUE(this->platform().files.CreateDirectoryW(folder.c_str()));
+  const std::u16string path = folder + u"\\file.dat";
+  this->WriteWholeFile(path, "text");
+  EXPECT_EQ(this->ReadWholeFile(path), "text");
+  EXPECT_TRUE(this->platform().files.DeleteFileW(path.c_str()));
+}
+
+TYPED_TEST_P(PlatformConformance, AFileTellsItsWholeSize) {
+  const std::u16string path = this->host_.newFile();
+  this->WriteWholeFile(path, "twelve bytes");
+  Files& files = this->platform().files;
+  const FileHandle file = files.CreateFileW(path.c_str(), Files::Access::kOpenExistingForReading);
+  ASSERT_NE(file, nullptr);
+  std::uint64_t size = 0;
+  EXPECT_TRUE(files.GetFileSizeEx(file, &size));
+  EXPECT_EQ(size, 12U);
+  EXPECT_TRUE(files.CloseHandle(file));
+  EXPECT_TRUE(files.DeleteFileW(path.c_str()));
+}
+
+TYPED_TEST_P(PlatformConformance, AFileOpenForUpdateIsReadAndWrittenInPlace) {
+  const std::u16string path = this->host_.newFile();
+  Files& files = this->platform().files;
+  EXPECT_EQ(files.CreateFileW(path.c_str(), Files::Access::kOpenExistingForUpdate), nullptr);
+  EXPECT_EQ(this->lastError(), kErrorFileNotFound);
+  this->WriteWholeFile(path, "abcde");
+  const FileHandle file = files.CreateFileW(path.c_str(), Files::Access::kOpenExistingForUpdate);
+  ASSERT_NE(file, nullptr);
+  std::uint32_t count = 0;
+  EXPECT_TRUE(files.WriteFile(file, "XY", 2, &count));
+  std::array<char, 2> bytes = {};
+  EXPECT_TRUE(files.ReadFile(file, bytes.data(), 2, &count));
+  EXPECT_EQ(std::string_view(bytes.data(), count), "cd");
+  EXPECT_TRUE(files.CloseHandle(file));
+  EXPECT_EQ(this->ReadWholeFile(path), "XYcde");
+  EXPECT_TRUE(files.DeleteFileW(path.c_str()));
+}
+
+TYPED_TEST_P(PlatformConformance, AppendingMakesAFileAndThenAddsToItsEnd) {
+  const std::u16string path = this->host_.newFile();
+  Files& files = this->platform().files;
+  for (const std::string_view piece : {"ab", "cde"}) {
+    const FileHandle file = files.CreateFileW(path.c_str(), Files::Access::kOpenAlwaysForAppending);
+    ASSERT_NE(file, nullptr);
+    std::uint32_t count = 0;
+    EXPECT_TRUE(
+        files.WriteFile(file, piece.data(), static_cast<std::uint32_t>(piece.size()), &count));
+    EXPECT_EQ(count, piece.size());
+    EXPECT_TRUE(files.CloseHandle(file));
+  }
+  EXPECT_EQ(this->ReadWholeFile(path), "abcde");
+  EXPECT_TRUE(files.DeleteFileW(path.c_str()));
+}
+
+TYPED_TEST_P(PlatformConformance, AccessThatWasNotAskedForIsDenied) {
+  const std::u16string path = this->host_.newFile();
+  Files& files = this->platform().files;
+  char byte = '#';
+  std::uint32_t count = 0;
+  const FileHandle writer = files.CreateFileW(path.c_str(), Files::Access::kCreateAlwaysForWriting);
+  ASSERT_NE(writer, nullptr);
+  EXPECT_FALSE(files.ReadFile(writer, &byte, 1, &count));
+  EXPECT_EQ(this->lastError(), kErrorAccessDenied);
+  EXPECT_TRUE(files.CloseHandle(writer));
+  const FileHandle reader = files.CreateFileW(path.c_str(), Files::Access::kOpenExistingForReading);
+  ASSERT_NE(reader, nullptr);
+  this->platform().debug.SetLastError(kConformanceUnsetError);
+  EXPECT_FALSE(files.WriteFile(reader, &byte, 1, &count));
+  EXPECT_EQ(this->lastError(), kErrorAccessDenied);
+  EXPECT_TRUE(files.CloseHandle(reader));
+  EXPECT_TRUE(files.DeleteFileW(path.c_str()));
+}
+
+TYPED_TEST_P(PlatformConformance, AMissingIniFileGivesTheFallback) {
+  // Without a folder the platform would look among its own files.
+  const std::u16string path = this->host_.newFolder() + u"\\none.ini";
+  constexpr std::uint32_t kUnits = 8;
+  std::array<char16_t, kUnits> text;
+  text.fill(u'#');
+  EXPECT_EQ(this->platform().files.GetPrivateProfileStringW(u"Print", u"OEM_NAME", u"none",
+                                                            text.data(), kUnits, path.c_str()),
+            4U);
+  EXPECT_EQ(std::u16string_view(text.data()), u"none");
+}
+
+TYPED_TEST_P(PlatformConformance, AnIniValueIsReadThroughADoubledSeparator) {
+  const std::u16string folder = this->host_.newFolder();
+  Files& files = this->platform().files;
+  ASSERT_TRUE(files.CreateDirectoryW(folder.c_str()));
+  const std::u16string path = folder + u"\\a.ini";
+  this->WriteWholeFile(path, "[Other]\r\nOEM_NAME=wrong\r\n[Print]\r\nOEM_NAME=Acme\r\n");
+  const std::u16string doubled = folder + u"\\\\a.ini";
+  constexpr std::uint32_t kUnits = 8;
+  std::array<char16_t, kUnits> text;
+  text.fill(u'#');
+  EXPECT_EQ(files.GetPrivateProfileStringW(u"PRINT", u"oem_name", u"", text.data(), kUnits,
+                                           doubled.c_str()),
+            4U);
+  EXPECT_EQ(std::u16string_view(text.data()), u"Acme");
+  EXPECT_EQ(
+      files.GetPrivateProfileStringW(u"Print", u"OEM_NAME", u"", text.data(), 3, doubled.c_str()),
+      2U);
+  EXPECT_EQ(std::u16string_view(text.data()), u"Ac");
+  EXPECT_EQ(
+      files.GetPrivateProfileStringW(u"Print", u"Other", u"", text.data(), kUnits, doubled.c_str()),
+      0U);
+  EXPECT_TRUE(files.DeleteFileW(path.c_str()));
+}
+
+// ---- The user and his registry ------------------------------------------------------------------
+
+TYPED_TEST_P(PlatformConformance, TheUserHasAName) {
+  Security& security = this->platform().security;
+  std::array<char16_t, kUserNameUnits> name = {};
+  std::uint32_t units = kUserNameUnits;
+  ASSERT_TRUE(security.GetUserNameW(name.data(), &units));
+  const std::u16string_view text(name.data());
+  EXPECT_FALSE(text.empty());
+  EXPECT_EQ(units, text.size() + 1);
+  std::uint32_t room = units - 1;
+  EXPECT_FALSE(security.GetUserNameW(name.data(), &room));
+  EXPECT_EQ(this->lastError(), kErrorInsufficientBuffer);
+  EXPECT_EQ(room, units);
+}
+
+TYPED_TEST_P(PlatformConformance, ValuesAreReadAsTheyWereSetBelowTheUsersKey) {
+  // Who the user is: the token's SID as text.
+  Security& security = this->platform().security;
+  TokenHandle token = nullptr;
+  ASSERT_TRUE(security.OpenProcessToken(&token));
+  std::uint32_t needed = 0;
+  EXPECT_FALSE(security.GetTokenInformation(token, kTokenUser, nullptr, 0, &needed));
+  EXPECT_EQ(this->lastError(), kErrorInsufficientBuffer);
+  std::vector<std::uint64_t> buffer(needed / sizeof(std::uint64_t) + 1);
+  ASSERT_TRUE(security.GetTokenInformation(token, kTokenUser, buffer.data(), needed, &needed));
+  TokenUser user;
+  std::memcpy(&user, buffer.data(), sizeof(user));
+  char16_t* sid = nullptr;
+  ASSERT_TRUE(security.ConvertSidToStringSidW(user.Sid, &sid));
+  const std::u16string path = std::u16string(sid) + u"\\SOFTWARE\\OstrelUPD\\Conformance";
+  EXPECT_TRUE(path.starts_with(u"S-1-"));
+  security.LocalFree(sid);
+  EXPECT_TRUE(security.CloseHandle(token));
+
+  Registry& registry = this->platform().registry;
+  RegistryKey key = nullptr;
+  ASSERT_EQ(registry.RegCreateKeyExW(path.c_str(), &key), kErrorSuccess);
+  const std::array<unsigned char, 3> bytes = {1, 0, 0xFF};
+  EXPECT_EQ(registry.RegSetValueExW(key, u"Bytes", kRegBinary, bytes.data(), 3), kErrorSuccess);
+  const std::uint32_t word = 7;
+  EXPECT_EQ(registry.RegSetValueExW(key, u"Word", kRegDword, &word, sizeof(word)), kErrorSuccess);
+  EXPECT_EQ(registry.RegCloseKey(key), kErrorSuccess);
+
+  ASSERT_EQ(registry.RegCreateKeyExW(path.c_str(), &key), kErrorSuccess);
+  std::array<unsigned char, 4> read;
+  read.fill(0xC5);
+  std::uint32_t type = 0;
+  std::uint32_t size = sizeof(read);
+  EXPECT_EQ(registry.RegQueryValueExW(key, u"BYTES", &type, read.data(), &size), kErrorSuccess);
+  EXPECT_EQ(type, kRegBinary);
+  EXPECT_EQ(size, 3U);
+  EXPECT_EQ(read, (std::array<unsigned char, 4>{1, 0, 0xFF, 0xC5}));
+  size = 2;
+  EXPECT_EQ(registry.RegQueryValueExW(key, u"Bytes", &type, read.data(), &size), kErrorMoreData);
+  EXPECT_EQ(size, 3U);
+  std::uint32_t wordRead = 0;
+  size = sizeof(wordRead);
+  EXPECT_EQ(registry.RegQueryValueExW(key, u"Word", &type, &wordRead, &size), kErrorSuccess);
+  EXPECT_EQ(type, kRegDword);
+  EXPECT_EQ(wordRead, word);
+  size = sizeof(wordRead);
+  EXPECT_EQ(registry.RegQueryValueExW(key, u"None", &type, &wordRead, &size), kErrorFileNotFound);
+  EXPECT_EQ(registry.RegCloseKey(key), kErrorSuccess);
+}
+
+// ---- The shell ----------------------------------------------------------------------------------
+
+TYPED_TEST_P(PlatformConformance, TheShellTellsTheFolderOfApplicationData) {
+  for (const std::uint32_t folder :
+       {kCsidlAppData, kCsidlAppData | kCsidlFlagCreate, kCsidlSystem}) {
+    std::array<char16_t, kMaxPathUnits> path = {};
+    EXPECT_EQ(this->platform().shell.SHGetFolderPathW(folder, path.data()), 0U);
+    const std::u16string_view text(path.data());
+    EXPECT_EQ(text.substr(1, 2), u":\\");
+    EXPECT_FALSE(text.ends_with(u'\\'));
+  }
 }
 
 // ---- Memory and errors --------------------------------------------------------------------------
@@ -351,13 +679,22 @@ REGISTER_TYPED_TEST_SUITE_P(
     APrintersDescriptionTellsItsSizeFirst, APrintersDescriptionDoesNotFitOneByteLess,
     APrintersDescriptionNamesPrinterAndDriver, AnUnknownLevelOfAPrintersDescriptionIsRefused,
     ANullPrinterTellsNothing, ADriversDescriptionTellsItsSizeFirstAndThenItsName,
-    TheCountryIsADecimalNumber, ACountryThatDoesNotFitIsAFailure, TheUserHasALanguage,
-    AMissingLibraryIsAFailure, ALibraryLoadedTwiceIsOneAndIsFreedTwice,
-    AStringIsLoadedWithItsLength, AStringThatDoesNotFitIsCutAndTerminated,
-    AStringIntoOneUnitHasNoLength, AMissingStringHasNoLength, ALibraryTellsItsPath,
-    APathThatDoesNotFitIsCutAndTold, AMissingFileCannotBeRead, WhatIsWrittenIsReadBack,
-    AFileMadeAnewForgetsWhatItHeld, AnEmptyFileReadsAsNothingAndSucceeds,
-    AMissingFileCannotBeDeleted, ABlockIsZeroAndAlignedForAnyType, ANullBlockMayBeFreed,
-    TheLastErrorIsTheOneThatWasSet, ADebugLineIsTaken);
+    PrinterDataAreReadAsTheyWereSet, MissingPrinterDataAreError2,
+    TheDriverDirectoryTellsItsSizeFirst, TheCountryIsADecimalNumber,
+    ACountryThatDoesNotFitIsAFailure, TheUserHasALanguage, AMissingLibraryIsAFailure,
+    ALibraryLoadedTwiceIsOneAndIsFreedTwice, AStringIsLoadedWithItsLength,
+    AStringThatDoesNotFitIsCutAndTerminated, AStringIntoOneUnitHasNoLength,
+    AMissingStringHasNoLength, ALibraryTellsItsPath, APathThatDoesNotFitIsCutAndTold,
+    AMissingFileCannotBeRead, WhatIsWrittenIsReadBack, AFileMadeAnewForgetsWhatItHeld,
+    AnEmptyFileReadsAsNothingAndSucceeds, AFileIsEndedWhereItsWriterStands,
+    AFileOpenedForReadingCannotBeEnded, AMissingFileCannotBeDeleted,
+    AMissingFileHasNoAttributesAndIsNotFound, AFileHasAttributesAndIsFound, AFolderIsMadeOnce,
+    AFolderIsNoFile, AFileInAMissingFolderIsToldApart, AFileInANewFolderIsWrittenAndRead,
+    AFileTellsItsWholeSize, AFileOpenForUpdateIsReadAndWrittenInPlace,
+    AppendingMakesAFileAndThenAddsToItsEnd, AccessThatWasNotAskedForIsDenied,
+    AMissingIniFileGivesTheFallback, AnIniValueIsReadThroughADoubledSeparator, TheUserHasAName,
+    ValuesAreReadAsTheyWereSetBelowTheUsersKey, TheShellTellsTheFolderOfApplicationData,
+    ABlockIsZeroAndAlignedForAnyType, ANullBlockMayBeFreed, TheLastErrorIsTheOneThatWasSet,
+    ADebugLineIsTaken);
 
 }  // namespace ostrel

@@ -3,6 +3,7 @@
 #include "core/paper_tables.h"
 #include "core/text.h"
 #include "support/case_name.h"
+#include "support/settings_file.h"
 #include "support/test_world.h"
 
 #include <algorithm>
@@ -287,6 +288,163 @@ TEST(CapabilityPaperNames, OpenTheLibraryForABufferOnlyAndCloseIt) {
   Ask(world, kDcPaperNames, names.units.data());
   EXPECT_THAT(world.platform.faults.trace(), testing::Contains("LoadLibraryW").Times(1));
   EXPECT_EQ(world.platform.modules.loadsOf(test::kEnglishLibraryPath), 0U);
+}
+
+// ---- Stored custom papers -----------------------------------------------------------------------
+
+struct StoredCase {
+  const char* name;
+  std::string file;  // the settings file before the question; empty for none
+  std::vector<std::uint16_t> ids;
+  std::vector<Point> sizes;
+  std::vector<std::u16string> names;
+};
+
+std::string PaperObject(const char* key, std::uint32_t id, std::u16string_view name,
+                        std::uint16_t width_px600, std::uint16_t length_px600) {
+  return test::Record(key, test::PaperValue(id, name, width_px600, length_px600));
+}
+
+std::string StoreOf(const std::vector<std::string>& papers) {
+  return test::SettingsTree{.favorites = {test::Record("A", "x")},
+                            .papers = papers,
+                            .watermarks = {test::Record("W", "x")}}
+      .Bytes();
+}
+
+std::vector<std::string> ManyPaperObjects(std::size_t count) {
+  std::vector<std::string> papers;
+  for (std::size_t i = 0; i < count; ++i) {
+    papers.push_back(PaperObject(("P" + std::to_string(i)).c_str(),
+                                 static_cast<std::uint32_t>(288 + i), u"P", 3000, 4200));
+  }
+  return papers;
+}
+
+std::vector<std::uint16_t> IdsFrom(std::uint16_t first, std::size_t count) {
+  std::vector<std::uint16_t> ids;
+  for (std::size_t i = 0; i < count; ++i) {
+    ids.push_back(static_cast<std::uint16_t>(first + i));
+  }
+  return ids;
+}
+
+class StoredCustoms : public testing::TestWithParam<StoredCase> {
+ protected:
+  StoredCustoms() {
+    if (!GetParam().file.empty()) {
+      test::PutSettings(world_, GetParam().file);
+    }
+  }
+  std::size_t count() const { return GetParam().ids.size(); }
+
+  test::TestWorld world_;
+};
+
+INSTANTIATE_TEST_SUITE_P(
+    Stores, StoredCustoms,
+    testing::Values(
+        StoredCase{"WithoutAFile", "", {}, {}, {}}, StoredCase{"Empty", StoreOf({}), {}, {}, {}},
+        StoredCase{"InStoreOrder",
+                   StoreOf({PaperObject("Z", 291, u"Ticket", 3000, 4200),
+                            PaperObject("A", 288, u"Karte, groß", 1800, 8400)}),
+                   {291, 288},
+                   {{1270, 1778}, {762, 3556}},
+                   {u"Ticket (127 x 177mm)", u"Karte, groß (76 x 355mm)"}},
+        StoredCase{"NameInsideTheRecordCounts",
+                   StoreOf({PaperObject("In the store", 290, u"Inside", 3000, 4200)}),
+                   {290},
+                   {{1270, 1778}},
+                   {u"Inside (127 x 177mm)"}},
+        StoredCase{"EqualIdsAreAllListed",
+                   StoreOf({PaperObject("A", 290, u"A", 3000, 4200),
+                            PaperObject("B", 290, u"B", 3000, 4200)}),
+                   {290, 290},
+                   {{1270, 1778}, {1270, 1778}},
+                   {u"A (127 x 177mm)", u"B (127 x 177mm)"}},
+        // Their place in the list is that among the readable ones.
+        StoredCase{"UnreadableOnesAreLeftOut",
+                   StoreOf({test::Record("Short", "x"), PaperObject("A", 288, u"A", 3000, 4200),
+                            test::Record("Long", std::string(73, 'x')),
+                            PaperObject("B", 289, std::u16string(26, u'w'), 3000, 4200)}),
+                   {288, 289},
+                   {{1270, 1778}, {1270, 1778}},
+                   {u"A (127 x 177mm)", std::u16string(26, u'w') + u" (127 x 177mm)"}},
+        StoredCase{"TwentyAtMost", StoreOf(ManyPaperObjects(25)), IdsFrom(288, 20),
+                   std::vector<Point>(20, Point{1270, 1778}),
+                   std::vector<std::u16string>(20, u"P (127 x 177mm)")},
+        StoredCase{"CorruptFile", "<object:childobjs>", {}, {}, {}},
+        StoredCase{"ForeignFile", "foreign", {}, {}, {}},
+        StoredCase{"WithoutItsBranch", test::Container("cfgobj", {test::Version()}), {}, {}, {}}),
+    test::CaseName());
+
+TEST_P(StoredCustoms, FollowTheTableIds) {
+  std::vector<std::uint16_t> ids(28 + count() + 1, kPoison);
+  ASSERT_EQ(Ask(world_, kDcPapers, ids.data()), 28 + count());
+  std::vector<std::uint16_t> expected(std::begin(kAllPaperIds), std::end(kAllPaperIds));
+  expected.insert(expected.end(), GetParam().ids.begin(), GetParam().ids.end());
+  expected.push_back(kPoison);
+  EXPECT_EQ(ids, expected);
+}
+
+TEST_P(StoredCustoms, FollowTheTableSizes) {
+  std::vector<Point> sizes(28 + count() + 1, Point{-7, -7});
+  ASSERT_EQ(Ask(world_, kDcPaperSize, sizes.data()), 28 + count());
+  EXPECT_EQ(sizes[27].x, 1140);
+  for (std::size_t i = 0; i < count(); ++i) {
+    EXPECT_EQ(sizes[28 + i].x, GetParam().sizes[i].x) << i;
+    EXPECT_EQ(sizes[28 + i].y, GetParam().sizes[i].y) << i;
+  }
+  EXPECT_EQ(sizes.back().x, -7);
+}
+
+TEST_P(StoredCustoms, FollowTheTableNames) {
+  PaperNameRows names(28 + count());
+  ASSERT_EQ(Ask(world_, kDcPaperNames, names.units.data()), 28 + count());
+  EXPECT_EQ(names[27], Text(6005));
+  for (std::size_t i = 0; i < count(); ++i) {
+    EXPECT_EQ(names[28 + i], GetParam().names[i]) << i;
+  }
+  EXPECT_TRUE(names.IsPoisonedFrom(28 + count()));
+}
+
+TEST_P(StoredCustoms, AreAsManyInEveryListWithoutABuffer) {
+  for (const std::uint16_t code : {kDcPapers, kDcPaperSize, kDcPaperNames}) {
+    EXPECT_EQ(Ask(world_, code), 28 + count()) << code;
+  }
+  EXPECT_EQ(world_.Leftovers(), "");
+}
+
+TEST_P(StoredCustoms, ChangeNoOtherAnswer) {
+  EXPECT_EQ(Ask(world_, kDcMediaReady), 28U);
+  PaperNameRows names(28);
+  EXPECT_EQ(Ask(world_, kDcMediaReady, names.units.data()), 28U);
+  EXPECT_TRUE(names.IsPoisonedFrom(28));
+  std::vector<std::uint16_t> bins(6, kPoison);
+  EXPECT_EQ(Ask(world_, kDcBins, bins.data()), 3U);
+  EXPECT_THAT(bins, ElementsAre(7, 4, 257, kPoison, kPoison, kPoison));
+  EXPECT_EQ(Ask(world_, kDcBinNames), 3U);
+  EXPECT_EQ(Ask(world_, kDcMinExtent), 762U | (1270U << 16));
+  EXPECT_EQ(Ask(world_, kDcMaxExtent), 2159U | (3556U << 16));
+  EXPECT_EQ(world_.platform.files.openings(), 0U);  // and none of them looks at the store
+}
+
+struct InitCase {
+  const char* name;
+  std::uint16_t code;
+};
+
+class CustomsQuestion : public testing::TestWithParam<InitCase> {};
+
+INSTANTIATE_TEST_SUITE_P(Codes, CustomsQuestion,
+                         testing::Values(InitCase{"Papers", 2}, InitCase{"PaperSize", 3},
+                                         InitCase{"PaperNames", 16}),
+                         test::CaseName());
+
+TEST_P(CustomsQuestion, MakesTheSettingsFileFirst) {
+  test::TestWorld world;
+  Ask(world, GetParam().code);
+  EXPECT_SETTINGS(world, test::SettingsTree().Bytes());
 }
 
 // ---- Names of custom papers ---------------------------------------------------------------------

@@ -1,5 +1,6 @@
 #include "core/devmode_lifecycle.h"
 
+#include "config/setting_stores.h"
 #include "support/caller_block.h"
 #include "support/case_name.h"
 #include "support/test_world.h"
@@ -393,6 +394,52 @@ TEST_P(MergedPaper, HasIdWidthAndLengthAndLeavesTheFormNameAlone) {
     EXPECT_EQ(BytesOf(target), BytesOf(expected)) << flag;
     EXPECT_EQ(target.publicDevmode.dmPaperSize, GetParam().id) << flag;
   }
+}
+
+struct StoredPaperCase {
+  const char* name;
+  std::int16_t incoming;
+  std::int16_t id;
+  std::int16_t width;
+  std::int16_t length;
+};
+
+class MergedStoredPaper : public testing::TestWithParam<StoredPaperCase> {};
+
+INSTANTIATE_TEST_SUITE_P(Ids, MergedStoredPaper,
+                         testing::Values(StoredPaperCase{"First", 288, 288, 1270, 1778},
+                                         StoredPaperCase{"Last", 319, 319, 762, 3556},
+                                         StoredPaperCase{"FirstOfEqualIds", 300, 300, 1274, 1781},
+                                         StoredPaperCase{"NotStored", 289, 289, 2100, 2970},
+                                         // No custom id, whatever the store holds under it.
+                                         StoredPaperCase{"BeyondTheRange", 320, 9, 2100, 2970}),
+                         test::CaseName());
+
+TEST_P(MergedStoredPaper, TakesTheStoredExtent) {
+  test::TestWorld world;
+  ASSERT_TRUE(InitSettingsFile());
+  const auto store = [](const char16_t* name, std::uint32_t id, std::uint16_t width_px600,
+                        std::uint16_t length_px600) {
+    CustomPaperRecord record = {};
+    record.PaperId = id;
+    record.Width = width_px600;
+    record.Length = length_px600;
+    ASSERT_TRUE(CustomPaperStore().Save(name, record));
+  };
+  store(u"A", 288, 3000, 4200);
+  store(u"B", 300, 3009, 4208);
+  store(u"C", 300, 3002, 4202);
+  store(u"D", 319, 1800, 8400);
+  store(u"E", 320, 1800, 8400);
+  DriverDevmode target = DefaultRecord();
+  CallerBlock incoming = CallerBlock::Sized(DefaultRecord(), 220, 0);
+  incoming->dmPaperSize = GetParam().incoming;
+  incoming->dmPaperWidth = 777;
+  incoming->dmPaperLength = 888;
+  ASSERT_TRUE(MergeDevmode(&target, incoming.get()));
+  EXPECT_EQ(target.publicDevmode.dmPaperSize, GetParam().id);
+  EXPECT_EQ(target.publicDevmode.dmPaperWidth, GetParam().width);
+  EXPECT_EQ(target.publicDevmode.dmPaperLength, GetParam().length);
 }
 
 TEST_F(DevmodeMerge, PaperIsPortraitInLandscapeToo) {

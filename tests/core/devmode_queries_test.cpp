@@ -116,19 +116,20 @@ TEST_F(QueryPrint, InitialisesARecordOfItsOwnByTheRecordsDeviceName) {
   CallRecorder recorder(world_);
   DevQueryPrintInfo info = Question(&good_.publicDevmode, 8);
   EXPECT_TRUE(DevQueryPrintEx(&info));
-  const std::vector<std::string> expected = {
-      "HeapAlloc block",
-      "GetLocaleInfoW type 5",
-      "GetUserDefaultUILanguage",
-      "GetModuleFileNameW",
-      "GetModuleFileNameW",
-      "LoadLibraryW ostrelPCL6uienus.dll",
-      "LoadStringW 202",
-      "LoadStringW 146",
-      "FreeLibrary",
-      "GetLocaleInfoW type 5",
-      "HeapFree",
-  };
+  const test::Calls expected = test::InOrder({
+      {"HeapAlloc block", "GetLocaleInfoW type 5"},
+      test::UserRead("Suffix", test::kDriverName),
+      {
+          "GetModuleFileNameW",
+          "GetModuleFileNameW",
+          "LoadLibraryW ostrelPCL6uienus.dll",
+          "LoadStringW 202",
+          "LoadStringW 146",
+          "FreeLibrary",
+          "GetLocaleInfoW type 5",
+          "HeapFree",
+      },
+  });
   good_.publicDevmode.dmPaperSize = 8;  // asks for the locale's paper in the merge
   recorder.calls.clear();
   EXPECT_TRUE(DevQueryPrintEx(&info));
@@ -612,14 +613,17 @@ TEST_F(ConvertEntry, DefaultModeOpensThePrinterWithoutSpecialAccessAndClosesIt) 
   constexpr std::string_view kInitialisation[] = {"GetLocaleInfoW",     "GetUserDefaultUILanguage",
                                                   "GetModuleFileNameW", "LoadLibraryW",
                                                   "LoadStringW",        "FreeLibrary"};
-  const std::vector<std::string> expected = {
-      "OpenPrinterW Front office",
-      "GetPrinterDriverW level 2, size",
-      "HeapAlloc block",
-      "GetPrinterDriverW level 2, block",
-      "ClosePrinter",
-      "HeapFree",
-  };
+  const test::Calls expected = test::InOrder({
+      {
+          "OpenPrinterW Front office",
+          "GetPrinterDriverW level 2, size",
+          "HeapAlloc block",
+          "GetPrinterDriverW level 2, block",
+      },
+      test::UserRead("Suffix", test::kDriverName),
+      test::UserWrite("Suffix", test::kDriverName),
+      {"ClosePrinter", "HeapFree"},
+  });
   EXPECT_EQ(recorder.CallsExcept(kInitialisation), expected);
   EXPECT_EQ(world_.platform.print.lastDesiredAccess(), 0U);
 }
@@ -710,14 +714,53 @@ TEST_F(UpgradeEntry, NullPointersFailWith87) {
   EXPECT_EQ(LastError(), 87U);
 }
 
-TEST_F(UpgradeEntry, OpensThePrinterForAdministrationAndClosesIt) {
+TEST_F(UpgradeEntry, OpensThePrinterForAdministrationWritesTheBlockAndClosesIt) {
   CallRecorder recorder(world_);
-  // The printer data aren't brought up to date yet, and nothing else is claimed.
-  EXPECT_FALSE(DrvUpgradePrinter(1, &info_));
+  EXPECT_TRUE(DrvUpgradePrinter(1, &info_));
   EXPECT_EQ(world_.platform.print.lastDesiredAccess(), 0x000F000CU);
-  const std::vector<std::string> expected = {"OpenPrinterW Front office", "ClosePrinter"};
+  const test::Calls expected = {
+      "OpenPrinterW Front office",
+      "GetPrinterDataW PrinterDataSize",
+      "HeapAlloc block",
+      "SetPrinterDataW PrinterDataSize",
+      "SetPrinterDataW PrinterData",
+      "HeapFree",
+      "ClosePrinter",
+  };
   EXPECT_EQ(recorder.calls, expected);
   EXPECT_NE(LastError(), 87U);
+  EXPECT_EQ(world_.Leftovers(), "");
+}
+
+TEST_F(UpgradeEntry, StoredBlockIsReadBeforeItIsWritten) {
+  world_.printer->data[u"PrinterDataSize"] = headless::StoredValue::Dword(4);
+  world_.printer->data[u"PrinterData"] =
+      headless::StoredValue::Binary({std::byte{0xFF}, std::byte{0x05}, std::byte{4}, std::byte{0}});
+  CallRecorder recorder(world_);
+  EXPECT_TRUE(DrvUpgradePrinter(1, &info_));
+  const test::Calls expected = {
+      "OpenPrinterW Front office",
+      "GetPrinterDataW PrinterDataSize",
+      "HeapAlloc block",
+      "GetPrinterDataW PrinterData",
+      "SetPrinterDataW PrinterDataSize",
+      "SetPrinterDataW PrinterData",
+      "HeapFree",
+      "ClosePrinter",
+  };
+  EXPECT_EQ(recorder.calls, expected);
+  EXPECT_EQ(world_.printer->data[u"PrinterDataSize"], headless::StoredValue::Dword(8));
+  EXPECT_EQ(
+      world_.printer->data[u"PrinterData"],
+      headless::StoredValue::Binary({std::byte{0x00}, std::byte{0x06}, std::byte{8}, std::byte{0},
+                                     std::byte{0}, std::byte{0}, std::byte{0}, std::byte{0}}));
+}
+
+TEST_F(UpgradeEntry, LackOfMemoryIsFalseAndThePrinterIsClosed) {
+  world_.platform.faults.FailOperation("HeapAlloc");
+  EXPECT_FALSE(DrvUpgradePrinter(1, &info_));
+  EXPECT_TRUE(world_.printer->data.empty());
+  EXPECT_EQ(world_.Leftovers(), "");
 }
 
 TEST_F(UpgradeEntry, UnknownPrinterIsFalse) {

@@ -5,8 +5,10 @@
 #include "support/test_world.h"
 
 #include <algorithm>
+#include <array>
 #include <gtest/gtest.h>
 #include <memory>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -160,6 +162,7 @@ TEST_P(LanguageTable, EachIdHasTheSuffixOfItsLanguage) {
   test::TestWorld world;
   for (const std::uint16_t id : GetParam().ids) {
     EXPECT_EQ(std::u16string(LanguageSuffixOf(id)), GetParam().suffix) << id;
+    world.UserValues(test::kDriverName).clear();
     world.platform.locale.uiLanguage = id;
     char16_t suffix[kLanguageSuffixUnits];
     std::ranges::fill(suffix, u'#');
@@ -246,11 +249,151 @@ TEST(LanguageFlagsOfTwoLanguages, AddUpAndAreNeverCleared) {
   char16_t fileName[kMaxPathUnits];
   constexpr std::uint16_t kArabicFrenchEnglish[] = {1025, 1036, 1033};
   for (const std::uint16_t language : kArabicFrenchEnglish) {
+    // Each language for a driver of its own, since a driver's language once stored stays.
+    const std::u16string driver = u"Driver " + std::u16string(1, static_cast<char16_t>(language));
     world.platform.locale.uiLanguage = language;
-    BuildLanguageLibraryName(test::kDriverName, fileName);
+    BuildLanguageLibraryName(driver.c_str(), fileName);
   }
   EXPECT_TRUE(world.process.DecimalCommaLanguage);
   EXPECT_TRUE(world.process.RightToLeftLanguage);
+}
+
+struct MarkCase {
+  const char* name;
+  std::u16string suffix;
+  bool decimalComma;
+  bool rightToLeft;
+};
+
+class StoredSuffix : public testing::TestWithParam<MarkCase> {
+ protected:
+  void Store() {
+    world_.UserValues(test::kDriverName)[u"suffix"] =
+        headless::StoredValue::Text(GetParam().suffix);
+  }
+
+  test::TestWorld world_;
+};
+
+INSTANTIATE_TEST_SUITE_P(
+    Suffixes, StoredSuffix,
+    testing::Values(MarkCase{"ru", u"ru", true, false}, MarkCase{"fr", u"fr", true, false},
+                    MarkCase{"it", u"it", true, false}, MarkCase{"es", u"es", true, false},
+                    MarkCase{"esmx", u"esmx", true, false}, MarkCase{"no", u"no", true, false},
+                    MarkCase{"sv", u"sv", true, false}, MarkCase{"de", u"de", true, false},
+                    MarkCase{"tr", u"tr", true, false}, MarkCase{"pl", u"pl", true, false},
+                    MarkCase{"pt", u"pt", true, false}, MarkCase{"ro", u"ro", true, false},
+                    MarkCase{"cs", u"cs", true, false}, MarkCase{"el", u"el", true, false},
+                    MarkCase{"hu", u"hu", true, false}, MarkCase{"th", u"th", true, false},
+                    MarkCase{"bu", u"bu", true, false}, MarkCase{"az", u"az", true, false},
+                    MarkCase{"kz", u"kz", true, false}, MarkCase{"ar", u"ar", false, true},
+                    MarkCase{"he", u"he", false, true}, MarkCase{"bg", u"bg", false, false},
+                    MarkCase{"uk", u"uk", false, false}, MarkCase{"vi", u"vi", false, false},
+                    MarkCase{"enus", u"enus", false, false},
+                    MarkCase{"zhcn", u"zhcn", false, false},
+                    MarkCase{"zhtw", u"zhtw", false, false},
+                    MarkCase{"MarkInTheMiddle", u"xdey", true, false},
+                    MarkCase{"TwoMarks", u"arde", true, true},
+                    MarkCase{"MarkInOtherLetterCase", u"DE", false, false},
+                    MarkCase{"OneLetter", u"d", false, false}),
+    test::CaseName());
+
+TEST_P(StoredSuffix, SetsTheFlagsOfItsMarksAndNamesTheLibrary) {
+  Store();
+  char16_t fileName[kMaxPathUnits];
+  std::ranges::fill(fileName, u'#');
+  BuildLanguageLibraryName(test::kDriverName, fileName);
+  EXPECT_EQ(std::u16string(fileName), u"ostrelPCL6ui" + GetParam().suffix + u".dll");
+  EXPECT_EQ(world_.process.DecimalCommaLanguage, GetParam().decimalComma);
+  EXPECT_EQ(world_.process.RightToLeftLanguage, GetParam().rightToLeft);
+}
+
+TEST_P(StoredSuffix, OutlivesTheSystemsLanguageAndIsNotWrittenAgain) {
+  Store();
+  const headless::StoredValues before = world_.UserValues(test::kDriverName);
+  CallRecorder recorder(world_);
+  for (const std::uint16_t language : {std::uint16_t{1036}, std::uint16_t{1041}}) {
+    world_.platform.locale.uiLanguage = language;
+    char16_t suffix[kLanguageSuffixUnits];
+    std::ranges::fill(suffix, u'#');
+    GetLanguageSuffix(test::kDriverName, suffix);
+    EXPECT_EQ(std::u16string(suffix), GetParam().suffix);
+  }
+  EXPECT_EQ(recorder.calls, test::InOrder({test::UserRead("Suffix", test::kDriverName),
+                                           test::UserRead("Suffix", test::kDriverName)}));
+  EXPECT_EQ(world_.UserValues(test::kDriverName), before);
+}
+
+TEST_P(StoredSuffix, ClearsNoFlag) {
+  Store();
+  world_.process.DecimalCommaLanguage = true;
+  world_.process.RightToLeftLanguage = true;
+  char16_t fileName[kMaxPathUnits];
+  BuildLanguageLibraryName(test::kDriverName, fileName);
+  EXPECT_TRUE(world_.process.DecimalCommaLanguage);
+  EXPECT_TRUE(world_.process.RightToLeftLanguage);
+}
+
+struct MissingSuffixCase {
+  const char* name;
+  headless::StoredValues values;
+};
+
+class MissingSuffix : public testing::TestWithParam<MissingSuffixCase> {};
+
+INSTANTIATE_TEST_SUITE_P(
+    Values, MissingSuffix,
+    testing::Values(MissingSuffixCase{"None", {}},
+                    MissingSuffixCase{"Empty", {{u"suffix", headless::StoredValue::Text(u"")}}},
+                    MissingSuffixCase{"Word", {{u"suffix", headless::StoredValue::Dword(0x6465)}}}),
+    test::CaseName());
+
+TEST_P(MissingSuffix, IsTakenFromTheSystemsLanguageAndStored) {
+  test::TestWorld world;
+  world.UserValues(test::kDriverName) = GetParam().values;
+  world.platform.locale.uiLanguage = 1031;
+  char16_t suffix[kLanguageSuffixUnits];
+  std::ranges::fill(suffix, u'#');
+  GetLanguageSuffix(test::kDriverName, suffix);
+  EXPECT_EQ(std::u16string(suffix), u"de");
+  headless::StoredValue expected = headless::StoredValue::Text(u"de");
+  expected.bytes.resize(260);
+  EXPECT_EQ(world.UserValues(test::kDriverName)[u"suffix"], expected);
+  world.platform.locale.uiLanguage = 1041;
+  GetLanguageSuffix(test::kDriverName, suffix);
+  EXPECT_EQ(std::u16string(suffix), u"de");
+  EXPECT_EQ(world.Leftovers(), "");
+}
+
+TEST(LanguageSuffix, HasAtMost127Characters) {
+  test::TestWorld world;
+  world.UserValues(test::kDriverName)[u"suffix"] =
+      headless::StoredValue::Text(std::u16string(200, u's'));
+  std::array<char16_t, kLanguageSuffixUnits + 1> suffix;
+  suffix.fill(u'#');
+  GetLanguageSuffix(test::kDriverName, std::span(suffix).first<kLanguageSuffixUnits>());
+  EXPECT_EQ(std::u16string(suffix.data()), std::u16string(127, u's'));
+  EXPECT_EQ(suffix.back(), u'#');
+}
+
+TEST(LanguageSuffix, FollowsTheSystemsLanguageWhileTheStoreCannotBeOpened) {
+  test::TestWorld world;
+  world.platform.faults.FailOperation("OpenProcessToken");
+  char16_t suffix[kLanguageSuffixUnits];
+  world.platform.locale.uiLanguage = 1031;
+  GetLanguageSuffix(test::kDriverName, suffix);
+  EXPECT_EQ(std::u16string(suffix), u"de");
+  world.platform.locale.uiLanguage = 1040;
+  GetLanguageSuffix(test::kDriverName, suffix);
+  EXPECT_EQ(std::u16string(suffix), u"it");
+}
+
+TEST(LanguageSuffix, StandsUnderTheDriversName) {
+  test::TestWorld world;
+  world.UserValues(test::kPrinterName)[u"suffix"] = headless::StoredValue::Text(u"de");
+  char16_t suffix[kLanguageSuffixUnits];
+  GetLanguageSuffix(test::kDriverName, suffix);
+  EXPECT_EQ(std::u16string(suffix), u"enus");
 }
 
 TEST(LanguageLibraryName, StemLosesItsDirectoryAndItsLastExtensionOnly) {

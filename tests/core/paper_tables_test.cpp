@@ -1,6 +1,7 @@
 #include "core/paper_tables.h"
 
 #include "support/case_name.h"
+#include "support/settings_file.h"
 #include "support/test_world.h"
 
 #include <cmath>
@@ -110,6 +111,64 @@ TEST(PaperExtent, IdFrom288OnWithoutAStoredSizeIsA4InPixels) {
       }
     }
   }
+}
+
+struct StoredExtentCase {
+  const char* name;
+  std::uint16_t id;
+  bool withPrivatePart;
+  std::uint16_t width_px600;
+  std::uint16_t length_px600;
+};
+
+class StoredExtent : public testing::TestWithParam<StoredExtentCase> {};
+
+INSTANTIATE_TEST_SUITE_P(
+    Ids, StoredExtent,
+    testing::Values(StoredExtentCase{"FirstId", 288, true, 3000, 4200},
+                    StoredExtentCase{"FirstOfEqualIds", 300, true, 3001, 4201},
+                    StoredExtentCase{"LastId", 319, true, 5100, 8400},
+                    StoredExtentCase{"BeyondTheRange", 400, true, 1800, 3000},
+                    StoredExtentCase{"NotFound", 289, true, 4960, 7015},
+                    StoredExtentCase{"UnreadableRecord", 290, true, 4960, 7015},
+                    StoredExtentCase{"WithoutAPrivatePart", 288, false, 4960, 7015},
+                    StoredExtentCase{"NotFoundWithoutAPrivatePart", 289, false, 4960, 7015},
+                    // A fixed size, whatever the store holds under its id.
+                    StoredExtentCase{"FixedId", 9, true, 4960, 7015},
+                    StoredExtentCase{"UnknownIdBelow288", 287, true, 1, 2}),
+    test::CaseName());
+
+TEST_P(StoredExtent, IsPortraitWithTheOrdinaryMargins) {
+  test::TestWorld world;
+  using test::PaperValue;
+  using test::Record;
+  test::PutSettings(world,
+                    test::SettingsTree{.papers = {Record("A", PaperValue(288, u"A", 3000, 4200)),
+                                                  Record("Odd", PaperValue(290, u"O", 9, 9) + "x"),
+                                                  Record("B", PaperValue(300, u"B", 3001, 4201)),
+                                                  Record("C", PaperValue(300, u"C", 3002, 4202)),
+                                                  Record("D", PaperValue(319, u"D", 5100, 8400)),
+                                                  Record("E", PaperValue(400, u"E", 1800, 3000)),
+                                                  Record("F", PaperValue(9, u"F", 7, 7)),
+                                                  Record("G", PaperValue(287, u"G", 8, 8))}}
+                        .Bytes());
+  // The array inside a record plays no part: the record serves as yes or no.
+  PrivateDevmode record = {};
+  record.CustomPaperSize[0].Width = 1234;
+  for (const std::int16_t orientation : {std::int16_t{1}, std::int16_t{2}}) {
+    PaperExtent extent = {1, 2, {3, 4, 5, 6}};
+    EXPECT_EQ(GetPaperExtent(GetParam().withPrivatePart ? &record : nullptr, GetParam().id,
+                             orientation, &extent),
+              0);
+    EXPECT_EQ(extent.width_px600, GetParam().width_px600);
+    EXPECT_EQ(extent.length_px600, GetParam().length_px600);
+    const bool known = GetParam().id != 287;
+    EXPECT_EQ(extent.margins_px600[0], known ? 95 : 3);
+    EXPECT_EQ(extent.margins_px600[3], known ? 95 : 6);
+  }
+  const bool looks = GetParam().withPrivatePart && GetParam().id >= 288;
+  EXPECT_EQ(world.platform.files.openings(), looks ? 2U : 0U);
+  EXPECT_EQ(world.Leftovers(), "");
 }
 
 TEST(CustomPaperIds, RunFrom288To319) {

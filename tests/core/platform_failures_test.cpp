@@ -232,15 +232,60 @@ TEST_P(ConvertFailures, OutputIsWholeOrUntouched) {
   EXPECT_EQ(walked == 0, GetParam().leastCalls == 0);
 }
 
-TEST(PlatformFailures, UpgradeClosesWhatItOpened) {
-  const std::size_t walked = WalkFailures([](test::TestWorld& world, std::size_t n) {
+struct UpgradeCase {
+  const char* name;
+  headless::StoredValues data;                    // the printer data before
+  std::vector<std::string> callsThatMustSucceed;  // any other may fail and the result is true
+  std::size_t calls;
+};
+
+class UpgradeFailures : public testing::TestWithParam<UpgradeCase> {};
+
+const headless::StoredValues kOldPrinterData = {
+    {u"PrinterDataSize", headless::StoredValue::Dword(4)},
+    {u"PrinterData",
+     headless::StoredValue::Binary({std::byte{0xFF}, std::byte{0x05}, std::byte{4}, std::byte{0}})},
+};
+
+INSTANTIATE_TEST_SUITE_P(
+    Blocks, UpgradeFailures,
+    testing::Values(UpgradeCase{"None", {}, {"OpenPrinterW", "HeapAlloc"}, 5},
+                    // Without memory for the stored block a fresh one is tried.
+                    UpgradeCase{"Old", kOldPrinterData, {"OpenPrinterW"}, 6}),
+    test::CaseName());
+
+TEST_P(UpgradeFailures, CloseWhatWasOpenedAndLeaveValuesWhole) {
+  const headless::StoredValue size = headless::StoredValue::Dword(8);
+  const headless::StoredValue block =
+      headless::StoredValue::Binary({std::byte{0x00}, std::byte{0x06}, std::byte{8}, std::byte{0},
+                                     std::byte{0}, std::byte{0}, std::byte{0}, std::byte{0}});
+  const std::size_t walked = WalkFailures([&](test::TestWorld& world, std::size_t n) {
+    world.printer->data = GetParam().data;
     std::u16string name = test::kPrinterName;
     const DriverUpgradeInfo1 info = {name.data(), nullptr};
+    world.platform.faults.StartTrace();
     world.platform.faults.FailCall(n);
-    EXPECT_FALSE(DrvUpgradePrinter(1, &info)) << n;
+    const bool result = DrvUpgradePrinter(1, &info);
+    const std::vector<std::string>& trace = world.platform.faults.trace();
+    const std::string failed = n <= trace.size() ? trace[n - 1] : "";
+    EXPECT_EQ(result, std::ranges::count(GetParam().callsThatMustSucceed, failed) == 0)
+        << n << " " << failed;
+    // Either value is the old one or the new one, and the data are never newer than the size.
+    headless::StoredValues before = GetParam().data;
+    const headless::StoredValues& after = world.printer->data;
+    const auto valueOf = [&after](const char16_t* valueName) {
+      const auto found = after.find(valueName);
+      return found == after.end() ? headless::StoredValue{} : found->second;
+    };
+    const bool sizeIsNew = valueOf(u"PrinterDataSize") == size;
+    const bool dataAreNew = valueOf(u"PrinterData") == block;
+    EXPECT_TRUE(sizeIsNew || valueOf(u"PrinterDataSize") == before[u"PrinterDataSize"]) << n;
+    EXPECT_TRUE(dataAreNew || valueOf(u"PrinterData") == before[u"PrinterData"]) << n;
+    EXPECT_LE(dataAreNew, sizeIsNew) << n;
+    EXPECT_EQ(sizeIsNew && dataAreNew, result && failed != "SetPrinterDataW") << n;
     EXPECT_EQ(world.Leftovers(), "") << n;
   });
-  EXPECT_GE(walked, 1U);
+  EXPECT_EQ(walked, GetParam().calls);
 }
 
 // ---- Capabilities -------------------------------------------------------------------------------

@@ -73,24 +73,33 @@ TEST_F(UIContextCreation, FirstContextTakesItsStepsInOrder) {
   const ContextOwner context = Create(&caller.publicDevmode);
   ASSERT_NE(context, nullptr);
 
-  const std::vector<std::string> expected = {
-      "HeapAlloc context",
-      "GetPrinterW level 2, size",
-      "HeapAlloc block",
-      "GetPrinterW level 2, block",
-      "GetLocaleInfoW type 5",
-      "LoadLibraryW ostrelPCL6uienus.dll",
-      "LoadStringW 202",
-      "LoadStringW 146",
-      "FreeLibrary",
-      "HeapAlloc context",
-      "LoadLibraryW ostrelPCL6uienus.dll",
-      "LoadLibraryW ostrelPCL6uiResBmp.dll",
-      "GetLocaleInfoW type 5",
-      "GetLocaleInfoW type 5",
-      "LoadStringW 202",
-      "HeapFree",
-  };
+  const test::Calls expected = test::InOrder({
+      {
+          "HeapAlloc context",
+          "GetPrinterW level 2, size",
+          "HeapAlloc block",
+          "GetPrinterW level 2, block",
+          "GetLocaleInfoW type 5",
+      },
+      test::UserRead("Suffix", test::kDriverName),
+      test::UserWrite("Suffix", test::kDriverName),
+      {
+          "LoadLibraryW ostrelPCL6uienus.dll",
+          "LoadStringW 202",
+          "LoadStringW 146",
+          "FreeLibrary",
+          "HeapAlloc context",
+      },
+      test::UserRead("Suffix", test::kDriverName),
+      {
+          "LoadLibraryW ostrelPCL6uienus.dll",
+          "LoadLibraryW ostrelPCL6uiResBmp.dll",
+          "GetLocaleInfoW type 5",
+          "GetLocaleInfoW type 5",
+          "LoadStringW 202",
+          "HeapFree",
+      },
+  });
   EXPECT_EQ(recorder.CallsExcept(kLanguageMatters), expected);
 }
 
@@ -100,20 +109,28 @@ TEST_F(UIContextCreation, LaterContextTakesTheSameStepsWithoutAnotherCopyBlock) 
   const ContextOwner context = Create();
   ASSERT_NE(context, nullptr);
 
-  const std::vector<std::string> expected = {
-      "HeapAlloc context",
-      "GetPrinterW level 2, size",
-      "HeapAlloc block",
-      "GetPrinterW level 2, block",
-      "GetLocaleInfoW type 5",
-      "LoadLibraryW ostrelPCL6uienus.dll",
-      "LoadStringW 202",
-      "LoadStringW 146",
-      "FreeLibrary",
-      "LoadLibraryW ostrelPCL6uienus.dll",
-      "LoadLibraryW ostrelPCL6uiResBmp.dll",
-      "HeapFree",
-  };
+  const test::Calls expected = test::InOrder({
+      {
+          "HeapAlloc context",
+          "GetPrinterW level 2, size",
+          "HeapAlloc block",
+          "GetPrinterW level 2, block",
+          "GetLocaleInfoW type 5",
+      },
+      test::UserRead("Suffix", test::kDriverName),
+      {
+          "LoadLibraryW ostrelPCL6uienus.dll",
+          "LoadStringW 202",
+          "LoadStringW 146",
+          "FreeLibrary",
+      },
+      test::UserRead("Suffix", test::kDriverName),
+      {
+          "LoadLibraryW ostrelPCL6uienus.dll",
+          "LoadLibraryW ostrelPCL6uiResBmp.dll",
+          "HeapFree",
+      },
+  });
   EXPECT_EQ(recorder.CallsExcept(kLanguageMatters), expected);
 }
 
@@ -283,7 +300,7 @@ TEST_F(UIContextCreation, EachContextLoadsItsOwnAndTheLastOneIsTheCurrentLanguag
   world_.platform.modules.Install(
       u"C:\\windows\\system32\\spool\\drivers\\x64\\3\\ostrelPCL6uide.dll", {{202, u"Standard"}});
   const ContextOwner english = Create();
-  world_.platform.locale.uiLanguage = 1031;
+  world_.UserValues(test::kDriverName)[u"suffix"] = headless::StoredValue::Text(u"de");
   const ContextOwner german = Create();
   ASSERT_NE(english, nullptr);
   ASSERT_NE(german, nullptr);
@@ -297,6 +314,10 @@ TEST(UIContextFree, AcceptsNull) {
   FreeUIContext(nullptr);
   EXPECT_EQ(world.Leftovers(), "");
 }
+
+// The block of the copy, counted over the allocations of a user's first context: the context, the
+// printer's description, and the user's identity for reading and for writing the suffix come first.
+constexpr std::size_t kAllocationOfTheCopy = 5;
 
 // ---- The copy with the defaults -----------------------------------------------------------------
 
@@ -370,7 +391,7 @@ TEST_F(UIContextCreation, WithoutMemoryForTheCopyTheContextIsMadeAllTheSame) {
   DriverDevmode stored = DefaultRecord();
   stored.publicDevmode.dmCopies = 7;
   Store(stored);
-  world_.platform.faults.FailOperation("HeapAlloc", 3);
+  world_.platform.faults.FailOperation("HeapAlloc", kAllocationOfTheCopy);
   const ContextOwner context = Create();
   ASSERT_NE(context, nullptr);
   EXPECT_EQ(world_.process.DefaultContextCopy, nullptr);
@@ -476,11 +497,12 @@ TEST_P(CustomPapersOfMergedRecords, NeverSurviveTheCreation) {
     world.printer->devmode = BytesOf(record);
   }
   if (GetParam().withoutCopy) {
-    world.platform.faults.FailOperation("HeapAlloc", 3);
+    world.platform.faults.FailOperation("HeapAlloc", kAllocationOfTheCopy);
   }
   const ContextOwner context(
       CreateUIContext(printer, GetParam().caller ? &record.publicDevmode : nullptr));
   ASSERT_NE(context, nullptr);
+  EXPECT_EQ(world.process.DefaultContextCopy == nullptr, GetParam().withoutCopy);
   EXPECT_TRUE(AreAllZero(context->privatePointer->CustomPaperSize));
   EXPECT_EQ(context->privatePointer->UseSoftFont, 1U);  // what follows the array stands
   EXPECT_EQ(context->privatePointer->ScaleRadio, GetParam().stored || GetParam().caller ? 50 : 100);

@@ -2,6 +2,8 @@
 
 #include "print_system_setup.h"
 
+#include <string_view>
+
 namespace ostrel::print_system {
 namespace {
 
@@ -20,16 +22,34 @@ std::wstring NewFolder() {
   return unique;
 }
 
+void WriteText(const std::wstring& path, std::string_view text) {
+  const HANDLE file = CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
+                                  FILE_ATTRIBUTE_NORMAL, nullptr);
+  DWORD written = 0;
+  if (file == INVALID_HANDLE_VALUE ||
+      WriteFile(file, text.data(), static_cast<DWORD>(text.size()), &written, nullptr) == FALSE) {
+    ThrowLastError("writing an ini file");
+  }
+  CloseHandle(file);
+}
+
 }  // namespace
 
-CopiedLibrary::CopiedLibrary(const std::vector<std::wstring>& files)
-    : folder_(NewFolder()), files_(files) {
-  for (const std::wstring& file : files_) {
-    if (CopyFileW((ProgramFolder() + L"\\" + file).c_str(), PathOf(file).c_str(), TRUE) == FALSE) {
+CopiedLibrary::CopiedLibrary(const std::vector<std::wstring>& files, const char* ini,
+                             const std::wstring& libraryName)
+    : folder_(NewFolder()) {
+  for (const std::wstring& file : files) {
+    const std::wstring& name = file == kDriverLibraryFile ? libraryName : file;
+    if (CopyFileW((ProgramFolder() + L"\\" + file).c_str(), PathOf(name).c_str(), TRUE) == FALSE) {
       ThrowLastError("CopyFileW");
     }
+    files_.push_back(name);
   }
-  driver_ = std::make_unique<DriverExports>(PathOf(kDriverLibraryFile));
+  if (ini != nullptr) {
+    WriteText(PathOf(kConfigFile), ini);
+    files_.push_back(kConfigFile);
+  }
+  driver_ = std::make_unique<DriverExports>(PathOf(libraryName));
 }
 
 CopiedLibrary::~CopiedLibrary() {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "driver_exports.h"
+#include "print_system_setup.h"
 
 #include <memory>
 #include <string>
@@ -10,11 +11,13 @@
 
 namespace ostrel::print_system {
 
-// Copies files of the package into a new folder and loads the driver library from there. The folder
-// goes with the object.
+// Copies files of the package into a new folder and loads the driver library from there. With `ini`
+// its text becomes the driver's ini file; the library may take another name. The folder goes with
+// the object.
 class CopiedLibrary {
  public:
-  explicit CopiedLibrary(const std::vector<std::wstring>& files);
+  explicit CopiedLibrary(const std::vector<std::wstring>& files, const char* ini = nullptr,
+                         const std::wstring& libraryName = kDriverLibraryFile);
   ~CopiedLibrary();
   CopiedLibrary(const CopiedLibrary&) = delete;
   CopiedLibrary& operator=(const CopiedLibrary&) = delete;

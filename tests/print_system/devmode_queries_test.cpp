@@ -302,6 +302,13 @@ TEST_F(PrinterUpgrade, WithoutAPrinterNameFails) {
   EXPECT_EQ(GetLastError(), 87U);
 }
 
+// What it writes is a matter of printer_data_test.
+TEST_F(PrinterUpgrade, OfAKnownPrinterSucceeds) {
+  std::wstring name = kTestPrinter;
+  DRIVER_UPGRADE_INFO_1W info = {name.data(), nullptr};
+  EXPECT_NE(driver_->DrvUpgradePrinter(1, reinterpret_cast<LPBYTE>(&info)), FALSE);
+}
+
 TEST_F(PrinterUpgrade, OfAnUnknownPrinterFails) {
   std::wstring name = L"No such printer";
   DRIVER_UPGRADE_INFO_1W info = {name.data(), nullptr};

@@ -59,7 +59,7 @@ TEST_F(Installation, KeepsTheFilesInTheFolderOfUserModeDrivers) {
   EXPECT_EQ(info->pDataFile, folder + kPrinterDescriptionFile);
 }
 
-TEST_F(Installation, KeepsTheResourceLibrariesBesideTheDriver) {
+TEST_F(Installation, KeepsTheFilesThatTheDriverLooksForBesideIt) {
   const auto info = DriverInfo();
   std::vector<std::wstring> names;
   for (const wchar_t* file = info->pDependentFiles; *file != L'\0';) {
@@ -67,7 +67,9 @@ TEST_F(Installation, KeepsTheResourceLibrariesBesideTheDriver) {
     names.push_back(FileNameOf(file));
     file += std::wstring_view(file).size() + 1;
   }
-  EXPECT_EQ(names, (std::vector<std::wstring>{kLanguageLibraryFile, kPictureLibraryFile}));
+  EXPECT_EQ(names,
+            (std::vector<std::wstring>{kLanguageLibraryFile, kGermanLibraryFile, kHebrewLibraryFile,
+                                       kPictureLibraryFile, kConfigFile}));
 }
 
 TEST_F(Installation, DoneAgainSucceeds) {

@@ -84,6 +84,7 @@ TEST_P(VersionBlock, NamesItsFileAndItsVersion) {
 
 INSTANTIATE_TEST_SUITE_P(EachLibrary, VersionBlock,
                          testing::Values(kDriverLibraryFile, kLanguageLibraryFile,
+                                         kGermanLibraryFile, kHebrewLibraryFile,
                                          kPictureLibraryFile),
                          [](const auto& row) {
                            return Utf8(row.param).substr(0, Utf8(row.param).find('.'));

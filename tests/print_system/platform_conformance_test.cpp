@@ -4,6 +4,7 @@
 #include "platform/win32/native_types.h"
 #include "platform/win32/win32_platform.h"
 #include "print_system_fixture.h"
+#include "stored_values.h"
 
 namespace ostrel {
 namespace {
@@ -12,7 +13,15 @@ std::u16string Utf16Text(const std::wstring& text) {
   return {text.begin(), text.end()};
 }
 
-struct SystemHost {
+class SystemHost {
+ public:
+  // A case may leave its folder behind, and the values that it set for the user.
+  ~SystemHost() {
+    if (!folder_.empty()) {
+      RemoveDirectoryW(folder_.c_str());
+    }
+  }
+
   Platform& platform() { return win32::SystemPlatform(); }
   std::u16string printerName() { return Utf16Text(print_system::kTestPrinter); }
   std::u16string driverName() { return Utf16Text(print_system::kOstrelDriverName); }
@@ -20,13 +29,27 @@ struct SystemHost {
     return Utf16Text(print_system::DriverFolder() + L"\\3\\" + print_system::kLanguageLibraryFile);
   }
   std::u16string newFile() {
-    wchar_t folder[MAX_PATH] = {};
-    GetTempPathW(MAX_PATH, folder);
-    const std::wstring path = std::wstring(folder) + L"platform conformance.bin";
+    const std::wstring path = TemporaryFolder() + L"platform conformance.bin";
     DeleteFileW(path.c_str());
     ::SetLastError(kConformanceUnsetError);
     return Utf16Text(path);
   }
+  std::u16string newFolder() {
+    folder_ = TemporaryFolder() + L"platform conformance";
+    RemoveDirectoryW(folder_.c_str());
+    ::SetLastError(kConformanceUnsetError);
+    return Utf16Text(folder_);
+  }
+
+ private:
+  static std::wstring TemporaryFolder() {
+    wchar_t folder[MAX_PATH] = {};
+    GetTempPathW(MAX_PATH, folder);
+    return folder;
+  }
+
+  std::wstring folder_;
+  print_system::UserValues userValues_{L"Conformance"};
 };
 
 INSTANTIATE_TYPED_TEST_SUITE_P(Windows, PlatformConformance, SystemHost);

@@ -55,8 +55,17 @@ const CountryPaper& PaperOfUsersCountry() {
   throw std::runtime_error("these tests know the locales en-US and de-DE, not " + Utf8(name));
 }
 
-bool UserReadsEnglish() {
-  return UserLocaleName() == L"en-US";
+const wchar_t* LibraryOfUsersLanguage() {
+  return UserLocaleName() == L"de-DE" ? kGermanLibraryFile : kLanguageLibraryFile;
+}
+
+std::wstring ShippedText(const std::wstring& library, UINT id) {
+  const HMODULE module = LoadLibraryExW((ProgramFolder() + L"\\" + library).c_str(), nullptr,
+                                        LOAD_LIBRARY_AS_DATAFILE);
+  wchar_t text[512] = {};
+  LoadStringW(module, id, text, 512);
+  FreeLibrary(module);
+  return text;
 }
 
 }  // namespace ostrel::print_system

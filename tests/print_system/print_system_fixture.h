@@ -77,7 +77,10 @@ struct CountryPaper {
 };
 const CountryPaper& PaperOfUsersCountry();
 
-// Whether the user's language is English, the one whose texts are installed.
-bool UserReadsEnglish();
+// The library with the texts of the user's language.
+const wchar_t* LibraryOfUsersLanguage();
+
+// A text of one of the package's libraries, read by the platform; empty when there is none.
+std::wstring ShippedText(const std::wstring& library, UINT id);
 
 }  // namespace ostrel::print_system

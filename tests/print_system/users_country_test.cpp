@@ -1,5 +1,5 @@
 // What the user's country and language decide. This suite runs once in the United States and once
-// in Germany; the rest of the tests in the United States only, where the texts are English.
+// in Germany; the rest of the tests in the United States only.
 #include "print_system_fixture.h"
 
 namespace ostrel::print_system {
@@ -45,17 +45,19 @@ TEST_F(UsersCountry, DoesNotChangeTheListOfPapers) {
   EXPECT_EQ(papers[1], 9);
 }
 
-// A language with a suffix of two letters and without a library of its own is answered by the
-// driver library itself, which has no texts; so the fallback texts appear.
-TEST_F(UsersCountry, NamesTheFavouriteInTheUsersLanguageIfThatIsInstalled) {
-  EXPECT_EQ(TextOf(record_.privatePart().FavoriteName),
-            UserReadsEnglish() ? L"Default" : L"id:202 missing!");
+TEST_F(UsersCountry, NamesTheFavouriteInTheUsersLanguage) {
+  EXPECT_EQ(TextOf(record_.privatePart().FavoriteName), ShippedText(LibraryOfUsersLanguage(), 202));
 }
 
-TEST_F(UsersCountry, NamesTheBinsInTheUsersLanguageIfThatIsInstalled) {
+TEST_F(UsersCountry, NamesTheBinsInTheUsersLanguage) {
   wchar_t names[3][24] = {};
   ASSERT_EQ(DeviceCapabilitiesW(kTestPrinter, L"LPT1:", DC_BINNAMES, names[0], nullptr), 3);
-  EXPECT_EQ(TextOf(names[0]), UserReadsEnglish() ? L"Automatic" : L"id:4017 missing!");
+  EXPECT_EQ(TextOf(names[0]), ShippedText(LibraryOfUsersLanguage(), 4017));
+}
+
+TEST_F(UsersCountry, ReadsGermanTextsInGermany) {
+  const bool german = LibraryOfUsersLanguage() == std::wstring_view(kGermanLibraryFile);
+  EXPECT_EQ(TextOf(record_.privatePart().FavoriteName), german ? L"Standard" : L"Default");
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include "support/test_world.h"
 
 #include <algorithm>
+#include <initializer_list>
 #include <iterator>
 #include <span>
 #include <string>
@@ -29,9 +30,47 @@ inline std::string FileNameOf(std::u16string_view path) {
   return Ascii(separator == std::u16string_view::npos ? path : path.substr(separator + 1));
 }
 
+using Calls = std::vector<std::string>;
+
+// Several orders of calls, one after the other.
+inline Calls InOrder(std::initializer_list<Calls> parts) {
+  Calls whole;
+  for (const Calls& part : parts) {
+    whole.insert(whole.end(), part.begin(), part.end());
+  }
+  return whole;
+}
+
+// The calls of one touch of the per-user store: who the user is, then the key below his own.
+// `operation` and `value` are what is done with the open key.
+inline Calls UserStoreCalls(const std::string& operation, const std::string& value,
+                            std::u16string_view subkey) {
+  return {
+      "OpenProcessToken",
+      "GetTokenInformation, size",
+      "HeapAlloc block",
+      "GetTokenInformation, block",
+      "ConvertSidToStringSidW",
+      "LocalFree",
+      "CloseHandle token",
+      "HeapFree",
+      "RegCreateKeyExW S-1-5-21-1-2-3-1000\\SOFTWARE\\OstrelUPD\\" + Ascii(subkey),
+      operation + " " + value,
+      "RegCloseKey",
+  };
+}
+inline Calls UserRead(const std::string& value, std::u16string_view subkey) {
+  return UserStoreCalls("RegQueryValueExW", value, subkey);
+}
+inline Calls UserWrite(const std::string& value, std::u16string_view subkey) {
+  return UserStoreCalls("RegSetValueExW", value, subkey);
+}
+
 class CallRecorder final : public PrintSystem,
                            public Locale,
                            public Modules,
+                           public Registry,
+                           public Security,
                            public Memory,
                            public DebugOutput {
  public:
@@ -41,8 +80,8 @@ class CallRecorder final : public PrintSystem,
                *this,
                *this,
                world.platform.files,
-               world.platform.registry,
-               world.platform.security,
+               *this,
+               *this,
                world.platform.shell,
                world.platform.windows,
                *this,
@@ -136,6 +175,54 @@ class CallRecorder final : public PrintSystem,
   int LoadStringW(ModuleHandle module, std::uint32_t id, char16_t* buffer, int units) override {
     calls.push_back("LoadStringW " + std::to_string(id));
     return world_.platform.modules.LoadStringW(module, id, buffer, units);
+  }
+
+  // ---- Registry
+  std::uint32_t RegCreateKeyExW(const char16_t* path, RegistryKey* key) override {
+    calls.push_back("RegCreateKeyExW " + Ascii(path));
+    return world_.platform.registry.RegCreateKeyExW(path, key);
+  }
+  std::uint32_t RegQueryValueExW(RegistryKey key, const char16_t* name, std::uint32_t* type,
+                                 void* data, std::uint32_t* sizeBytes) override {
+    calls.push_back("RegQueryValueExW " + Ascii(name));
+    return world_.platform.registry.RegQueryValueExW(key, name, type, data, sizeBytes);
+  }
+  std::uint32_t RegSetValueExW(RegistryKey key, const char16_t* name, std::uint32_t type,
+                               const void* data, std::uint32_t sizeBytes) override {
+    calls.push_back("RegSetValueExW " + Ascii(name));
+    return world_.platform.registry.RegSetValueExW(key, name, type, data, sizeBytes);
+  }
+  std::uint32_t RegCloseKey(RegistryKey key) override {
+    calls.emplace_back("RegCloseKey");
+    return world_.platform.registry.RegCloseKey(key);
+  }
+
+  // ---- Security
+  bool OpenProcessToken(TokenHandle* token) override {
+    calls.emplace_back("OpenProcessToken");
+    return world_.platform.security.OpenProcessToken(token);
+  }
+  bool GetTokenInformation(TokenHandle token, std::uint32_t informationClass, void* buffer,
+                           std::uint32_t sizeBytes, std::uint32_t* neededBytes) override {
+    calls.push_back(std::string("GetTokenInformation") + AskedForWhat(buffer));
+    return world_.platform.security.GetTokenInformation(token, informationClass, buffer, sizeBytes,
+                                                        neededBytes);
+  }
+  bool CloseHandle(TokenHandle token) override {
+    calls.emplace_back("CloseHandle token");
+    return world_.platform.security.CloseHandle(token);
+  }
+  bool ConvertSidToStringSidW(void* sid, char16_t** text) override {
+    calls.emplace_back("ConvertSidToStringSidW");
+    return world_.platform.security.ConvertSidToStringSidW(sid, text);
+  }
+  void LocalFree(void* block) override {
+    calls.emplace_back("LocalFree");
+    world_.platform.security.LocalFree(block);
+  }
+  bool GetUserNameW(char16_t* buffer, std::uint32_t* units) override {
+    calls.emplace_back("GetUserNameW");
+    return world_.platform.security.GetUserNameW(buffer, units);
   }
 
   // ---- Memory

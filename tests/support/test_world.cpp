@@ -71,6 +71,10 @@ std::string TakeUnfreed() {
   return std::exchange(unfreed, {});
 }
 
+headless::StoredValues& TestWorld::UserValues(std::u16string_view subkey) {
+  return platform.registry.Values(std::u16string(kUserStore).append(subkey));
+}
+
 PrinterHandle TestWorld::OpenPrinter() {
   PrinterHandle handle = nullptr;
   platform.print.OpenPrinterW(kPrinterName, &handle, nullptr);

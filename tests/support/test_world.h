@@ -18,6 +18,8 @@ inline constexpr char16_t kEnglishLibraryPath[] =
     u"C:\\windows\\system32\\spool\\drivers\\x64\\3\\ostrelPCL6uienus.dll";
 inline constexpr char16_t kBitmapLibraryPath[] =
     u"C:\\windows\\system32\\spool\\drivers\\x64\\3\\ostrelPCL6uiResBmp.dll";
+// The user's own store; a printer's or a driver's name follows.
+inline constexpr char16_t kUserStore[] = u"S-1-5-21-1-2-3-1000\\SOFTWARE\\OstrelUPD\\";
 inline constexpr char16_t kPrinterName[] = u"Front office";
 inline constexpr char16_t kDriverName[] = u"Ostrel Hazel 2 Series";
 
@@ -44,6 +46,9 @@ class TestWorld {
   ~TestWorld();
   TestWorld(const TestWorld&) = delete;
   TestWorld& operator=(const TestWorld&) = delete;
+
+  // The values of a printer's or a driver's subkey in the user's own store, by lower-case name.
+  headless::StoredValues& UserValues(std::u16string_view subkey);
 
   // An open handle to the printer.
   PrinterHandle OpenPrinter();

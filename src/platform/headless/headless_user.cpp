@@ -43,9 +43,10 @@ bool HeadlessFiles::Fail(std::uint32_t code) {
 
 bool HeadlessFiles::IsDirectory(std::u16string_view path) const {
   const std::u16string key = LowerCase(path);
-  return directories_.contains(key) || std::ranges::any_of(files_, [&key](const auto& file) {
-           return file.first.starts_with(key + u'\\');
-         });
+  const bool isDrive = key.size() == 2 && key.back() == u':';
+  return isDrive || directories_.contains(key) ||
+         std::ranges::any_of(
+             files_, [&key](const auto& file) { return file.first.starts_with(key + u'\\'); });
 }
 
 bool HeadlessFiles::IsReadOnly(const std::u16string& key) const {
@@ -55,7 +56,12 @@ bool HeadlessFiles::IsReadOnly(const std::u16string& key) const {
 }
 
 void HeadlessFiles::Put(std::u16string_view path, Content content) {
-  files_[LowerCase(path)] = std::make_shared<Content>(std::move(content));
+  const std::u16string key = LowerCase(path);
+  // The folders stay when the file goes.
+  for (std::size_t end = key.find(u'\\'); end != key.npos; end = key.find(u'\\', end + 1)) {
+    directories_.insert(key.substr(0, end));
+  }
+  files_[key] = std::make_shared<Content>(std::move(content));
 }
 
 const HeadlessFiles::Content* HeadlessFiles::Get(std::u16string_view path) const {
@@ -100,10 +106,10 @@ FileHandle HeadlessFiles::CreateFileW(const char16_t* path, Access access) {
   if (faults_.ShouldFail("CreateFileW") || IsDirectory(path) ||
       (access != Access::kOpenExistingForReading && IsReadOnly(key))) {
     error = kErrorAccessDenied;
+  } else if (key.empty() || (!exists && folder != key && !IsDirectory(folder))) {
+    error = kErrorPathNotFound;  // an empty path names no place at all
   } else if (mustExist && !exists) {
     error = kErrorFileNotFound;
-  } else if (!exists && folder != key && !IsDirectory(folder)) {
-    error = kErrorPathNotFound;
   }
   if (error != kErrorSuccess) {
     Fail(error);
@@ -119,8 +125,7 @@ FileHandle HeadlessFiles::CreateFileW(const char16_t* path, Access access) {
   const std::uintptr_t handle = nextHandle_;
   nextHandle_ += 8;
   ++openings_;
-  open_[handle] = {content, access == Access::kOpenAlwaysForAppending ? content->size() : 0,
-                   access};
+  open_[handle] = {content, 0, access};
   return HandleOf<FileHandle>(handle);
 }
 
@@ -138,10 +143,12 @@ bool HeadlessFiles::ReadFile(FileHandle file, void* buffer, std::uint32_t sizeBy
                              std::uint32_t* readBytes) {
   *readBytes = 0;
   OpenFile* open = Find(file);
-  if (faults_.ShouldFail("ReadFile") || open == nullptr ||
-      (open->access != Access::kOpenExistingForReading &&
-       open->access != Access::kOpenExistingForUpdate)) {
+  if (faults_.ShouldFail("ReadFile") || open == nullptr) {
     return Fail(kErrorInvalidHandle);
+  }
+  if (open->access != Access::kOpenExistingForReading &&
+      open->access != Access::kOpenExistingForUpdate) {
+    return Fail(kErrorAccessDenied);
   }
   const std::size_t place = std::min(open->place, open->content->size());
   const std::size_t count = std::min<std::size_t>(open->content->size() - place, sizeBytes);
@@ -155,9 +162,14 @@ bool HeadlessFiles::WriteFile(FileHandle file, const void* data, std::uint32_t s
                               std::uint32_t* writtenBytes) {
   *writtenBytes = 0;
   OpenFile* open = Find(file);
-  if (faults_.ShouldFail("WriteFile") || open == nullptr ||
-      open->access == Access::kOpenExistingForReading) {
+  if (faults_.ShouldFail("WriteFile") || open == nullptr) {
     return Fail(kErrorInvalidHandle);
+  }
+  if (open->access == Access::kOpenExistingForReading) {
+    return Fail(kErrorAccessDenied);
+  }
+  if (open->access == Access::kOpenAlwaysForAppending) {
+    open->place = open->content->size();  // wherever others have moved the end to
   }
   const std::size_t count = std::min<std::size_t>(sizeBytes, freeBytes.value_or(sizeBytes));
   const auto* bytes = static_cast<const std::byte*>(data);
@@ -169,6 +181,18 @@ bool HeadlessFiles::WriteFile(FileHandle file, const void* data, std::uint32_t s
   }
   *writtenBytes = static_cast<std::uint32_t>(count);
   return count == sizeBytes || Fail(kErrorDiskFull);
+}
+
+bool HeadlessFiles::SetEndOfFile(FileHandle file) {
+  OpenFile* open = Find(file);
+  if (faults_.ShouldFail("SetEndOfFile") || open == nullptr) {
+    return Fail(kErrorInvalidHandle);
+  }
+  if (open->access == Access::kOpenExistingForReading) {
+    return Fail(kErrorAccessDenied);
+  }
+  open->content->resize(open->place);
+  return true;
 }
 
 bool HeadlessFiles::CloseHandle(FileHandle file) {

@@ -74,6 +74,10 @@ bool SystemFiles::WriteFile(FileHandle file, const void* data, std::uint32_t siz
   return good != FALSE;
 }
 
+bool SystemFiles::SetEndOfFile(FileHandle file) {
+  return ::SetEndOfFile(file) != FALSE;
+}
+
 bool SystemFiles::CloseHandle(FileHandle file) {
   return ::CloseHandle(file) != FALSE;
 }

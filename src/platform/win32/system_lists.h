@@ -51,6 +51,7 @@ class SystemFiles final : public Files {
                 std::uint32_t* readBytes) override;
   bool WriteFile(FileHandle file, const void* data, std::uint32_t sizeBytes,
                  std::uint32_t* writtenBytes) override;
+  bool SetEndOfFile(FileHandle file) override;
   bool CloseHandle(FileHandle file) override;
   bool DeleteFileW(const char16_t* path) override;
   bool CreateDirectoryW(const char16_t* path) override;

@@ -1,10 +1,14 @@
 #include "platform/headless/headless_platform.h"
 
+#include "support/case_name.h"
+
 #include <algorithm>
 #include <cstring>
 #include <gtest/gtest.h>
+#include <span>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace ostrel::headless {
@@ -65,10 +69,14 @@ TEST_F(Headless, FreeingWhatIsNotAllocatedIsADefectOfTheCaller) {
 
 TEST_F(Headless, MemoryCanRunOut) {
   platform_.faults.FailOperation("HeapAlloc", 2);
-  EXPECT_NE(platform_.memory.HeapAlloc(1), nullptr);
+  void* const first = platform_.memory.HeapAlloc(1);
+  EXPECT_NE(first, nullptr);
   EXPECT_EQ(platform_.memory.HeapAlloc(1), nullptr);
-  EXPECT_NE(platform_.memory.HeapAlloc(1), nullptr);
-  EXPECT_EQ(platform_.memory.liveBlocks(), 2U);  // freed with the platform
+  void* const third = platform_.memory.HeapAlloc(1);
+  EXPECT_NE(third, nullptr);
+  EXPECT_EQ(platform_.memory.liveBlocks(), 2U);
+  platform_.memory.HeapFree(first);
+  platform_.memory.HeapFree(third);
 }
 
 // ---- Locale -------------------------------------------------------------------------------------
@@ -405,6 +413,8 @@ class HeadlessFolder : public Headless {
  protected:
   static constexpr auto kRead = Files::Access::kOpenExistingForReading;
   static constexpr auto kWrite = Files::Access::kCreateAlwaysForWriting;
+  static constexpr auto kUpdate = Files::Access::kOpenExistingForUpdate;
+  static constexpr auto kAppend = Files::Access::kOpenAlwaysForAppending;
 
   void Put(const char16_t* path, std::string_view content) {
     const FileHandle file = files_.CreateFileW(path, kWrite);
@@ -431,6 +441,7 @@ class HeadlessFolder : public Headless {
 };
 
 TEST_F(HeadlessFolder, WhatWasWrittenIsReadWithoutRegardToLetterCase) {
+  ASSERT_TRUE(files_.CreateDirectoryW(u"C:\\data"));
   Put(u"C:\\Data\\a.dat", "content");
   EXPECT_EQ(Get(u"c:\\data\\A.DAT"), "content");
   EXPECT_EQ(files_.openFiles(), 0U);
@@ -489,10 +500,13 @@ TEST_F(HeadlessFolder, AccessAndHandlesAreChecked) {
   std::uint32_t count = kUnsetSize;
   EXPECT_FALSE(files_.WriteFile(reader, &byte, 1, &count));
   EXPECT_EQ(count, 0U);
-  EXPECT_EQ(LastError(), 6U);
+  EXPECT_EQ(LastError(), 5U);
+  platform_.debug.lastError = kUnsetError;
   EXPECT_FALSE(files_.ReadFile(writer, &byte, 1, &count));
+  EXPECT_EQ(LastError(), 5U);
   EXPECT_TRUE(files_.CloseHandle(reader));
   EXPECT_FALSE(files_.ReadFile(reader, &byte, 1, &count));
+  EXPECT_EQ(LastError(), 6U);
   EXPECT_FALSE(files_.CloseHandle(reader));
   EXPECT_TRUE(files_.CloseHandle(writer));
   EXPECT_FALSE(files_.CloseHandle(nullptr));
@@ -527,6 +541,499 @@ TEST_F(HeadlessFolder, FailedCreationKeepsWhatWasThere) {
   platform_.faults.FailOperation("CreateFileW", 1);
   EXPECT_EQ(files_.CreateFileW(u"C:\\a.dat", kWrite), nullptr);
   EXPECT_EQ(Get(u"C:\\a.dat"), "abc");
+}
+
+TEST_F(HeadlessFolder, MissingFoldersAreToldApartFromMissingFiles) {
+  for (const Files::Access access : {kRead, kUpdate, kWrite, kAppend}) {
+    platform_.debug.lastError = kUnsetError;
+    EXPECT_EQ(files_.CreateFileW(u"C:\\none\\a.dat", access), nullptr);
+    EXPECT_EQ(LastError(), 3U);
+  }
+  EXPECT_EQ(files_.CreateFileW(u"C:\\a.dat", kUpdate), nullptr);
+  EXPECT_EQ(LastError(), 2U);
+  EXPECT_EQ(files_.openings(), 0U);
+}
+
+TEST_F(HeadlessFolder, FoldersAreMadeOnceAndHoldFiles) {
+  EXPECT_TRUE(files_.CreateDirectoryW(u"C:\\Data"));
+  EXPECT_TRUE(files_.IsDirectory(u"c:\\data"));
+  EXPECT_FALSE(files_.CreateDirectoryW(u"C:\\DATA"));
+  EXPECT_EQ(LastError(), 183U);
+  Put(u"C:\\Data\\a.dat", "abc");
+  EXPECT_FALSE(files_.CreateDirectoryW(u"C:\\Data\\a.dat"));
+  EXPECT_EQ(LastError(), 183U);
+}
+
+TEST_F(HeadlessFolder, FolderDoesNotOpenAsAFile) {
+  EXPECT_TRUE(files_.CreateDirectoryW(u"C:\\Data"));
+  for (const Files::Access access : {kRead, kUpdate, kWrite, kAppend}) {
+    platform_.debug.lastError = kUnsetError;
+    EXPECT_EQ(files_.CreateFileW(u"C:\\data", access), nullptr);
+    EXPECT_EQ(LastError(), 5U);
+  }
+  EXPECT_FALSE(files_.DeleteFileW(u"C:\\data"));
+}
+
+TEST_F(HeadlessFolder, FilePutAtAPathBringsItsFolders) {
+  files_.Put(u"C:\\One\\Two\\a.dat", {std::byte{'x'}});
+  EXPECT_TRUE(files_.IsDirectory(u"C:\\one"));
+  EXPECT_TRUE(files_.IsDirectory(u"C:\\one\\two"));
+  EXPECT_FALSE(files_.IsDirectory(u"C:\\one\\two\\a.dat"));
+  EXPECT_FALSE(files_.IsDirectory(u"C:\\on"));
+  ASSERT_NE(files_.Get(u"c:\\one\\two\\A.DAT"), nullptr);
+  EXPECT_EQ(*files_.Get(u"c:\\one\\two\\A.DAT"), HeadlessFiles::Content{std::byte{'x'}});
+  EXPECT_EQ(files_.Get(u"C:\\one\\a.dat"), nullptr);
+}
+
+TEST_F(HeadlessFolder, AttributesAndSearchesFindFilesAndFolders) {
+  files_.Put(u"C:\\Data\\a.dat", {});
+  EXPECT_EQ(files_.GetFileAttributesW(u"C:\\data\\A.dat"), 0x80U);
+  EXPECT_EQ(files_.GetFileAttributesW(u"C:\\DATA"), 0x10U);
+  EXPECT_TRUE(files_.FindFirstFileW(u"C:\\data\\A.dat"));
+  EXPECT_TRUE(files_.FindFirstFileW(u"C:\\DATA"));
+  EXPECT_EQ(LastError(), kUnsetError);
+  EXPECT_EQ(files_.GetFileAttributesW(u"C:\\data\\b.dat"), 0xFFFFFFFFU);
+  EXPECT_EQ(LastError(), 2U);
+  platform_.debug.lastError = kUnsetError;
+  EXPECT_FALSE(files_.FindFirstFileW(u"C:\\data\\b.dat"));
+  EXPECT_EQ(LastError(), 2U);
+}
+
+TEST_F(HeadlessFolder, SizeIsThatOfTheWholeFile) {
+  Put(u"C:\\a.dat", "abcde");
+  const FileHandle file = files_.CreateFileW(u"C:\\a.dat", kRead);
+  char bytes[2];
+  std::uint32_t count = 0;
+  EXPECT_TRUE(files_.ReadFile(file, bytes, 2, &count));
+  std::uint64_t size = kUnsetSize;
+  EXPECT_TRUE(files_.GetFileSizeEx(file, &size));
+  EXPECT_EQ(size, 5U);
+  platform_.faults.FailOperation("GetFileSizeEx", 1);
+  EXPECT_FALSE(files_.GetFileSizeEx(file, &size));
+  EXPECT_EQ(size, 0U);
+  EXPECT_TRUE(files_.CloseHandle(file));
+  EXPECT_FALSE(files_.GetFileSizeEx(file, &size));
+  EXPECT_EQ(LastError(), 6U);
+}
+
+TEST_F(HeadlessFolder, UpdatingReadsAndWritesInPlace) {
+  Put(u"C:\\a.dat", "abcde");
+  const FileHandle file = files_.CreateFileW(u"C:\\a.dat", kUpdate);
+  char bytes[3] = {'#', '#', '#'};
+  std::uint32_t count = 0;
+  EXPECT_TRUE(files_.WriteFile(file, "XY", 2, &count));
+  EXPECT_TRUE(files_.ReadFile(file, bytes, 2, &count));
+  EXPECT_EQ(std::string_view(bytes, 3), "cd#");
+  EXPECT_TRUE(files_.CloseHandle(file));
+  EXPECT_EQ(Get(u"C:\\a.dat"), "XYcde");
+}
+
+TEST_F(HeadlessFolder, AppendingGoesToTheEndThatOthersHaveMoved) {
+  const FileHandle first = files_.CreateFileW(u"C:\\a.dat", kAppend);
+  const FileHandle second = files_.CreateFileW(u"C:\\a.dat", kAppend);
+  char byte = '#';
+  std::uint32_t count = 0;
+  EXPECT_TRUE(files_.WriteFile(first, "ab", 2, &count));
+  EXPECT_TRUE(files_.WriteFile(second, "cd", 2, &count));
+  EXPECT_TRUE(files_.WriteFile(first, "e", 1, &count));
+  EXPECT_FALSE(files_.ReadFile(first, &byte, 1, &count));
+  EXPECT_EQ(LastError(), 5U);
+  EXPECT_TRUE(files_.CloseHandle(first));
+  EXPECT_TRUE(files_.CloseHandle(second));
+  EXPECT_EQ(Get(u"C:\\a.dat"), "abcde");
+}
+
+TEST_F(HeadlessFolder, FileOpenTwiceIsOneFile) {
+  const FileHandle writer = files_.CreateFileW(u"C:\\a.dat", kWrite);
+  const FileHandle reader = files_.CreateFileW(u"C:\\A.DAT", kRead);
+  char bytes[3] = {'#', '#', '#'};
+  std::uint32_t count = 0;
+  EXPECT_TRUE(files_.WriteFile(writer, "ab", 2, &count));
+  EXPECT_TRUE(files_.ReadFile(reader, bytes, 3, &count));
+  EXPECT_EQ(std::string_view(bytes, 3), "ab#");
+  const FileHandle again = files_.CreateFileW(u"C:\\a.dat", kWrite);  // cuts it for all
+  EXPECT_TRUE(files_.ReadFile(reader, bytes, 3, &count));
+  EXPECT_EQ(count, 0U);
+  EXPECT_EQ(files_.openFiles(), 3U);
+  for (const FileHandle file : {writer, reader, again}) {
+    EXPECT_TRUE(files_.CloseHandle(file));
+  }
+}
+
+TEST_F(HeadlessFolder, ReadOnlyFolderIsReadAndNeitherWrittenNorMade) {
+  files_.Put(u"C:\\Data\\a.dat", {std::byte{'x'}});
+  files_.MakeReadOnly(u"C:\\data");
+  for (const Files::Access access : {kUpdate, kWrite, kAppend}) {
+    platform_.debug.lastError = kUnsetError;
+    EXPECT_EQ(files_.CreateFileW(u"C:\\Data\\a.dat", access), nullptr);
+    EXPECT_EQ(LastError(), 5U);
+  }
+  EXPECT_EQ(files_.CreateFileW(u"C:\\Data\\b.dat", kWrite), nullptr);
+  EXPECT_FALSE(files_.DeleteFileW(u"C:\\Data\\a.dat"));
+  EXPECT_EQ(LastError(), 5U);
+  EXPECT_FALSE(files_.CreateDirectoryW(u"C:\\Data\\sub"));
+  EXPECT_EQ(LastError(), 5U);
+  EXPECT_EQ(Get(u"C:\\Data\\a.dat"), "x");
+  Put(u"C:\\Database", "a neighbour whose name begins alike");
+}
+
+TEST_F(HeadlessFolder, FullDiskTakesWhatFitsAndFails) {
+  files_.freeBytes = 5;
+  const FileHandle file = files_.CreateFileW(u"C:\\a.dat", kWrite);
+  std::uint32_t written = kUnsetSize;
+  EXPECT_TRUE(files_.WriteFile(file, "abc", 3, &written));
+  EXPECT_EQ(written, 3U);
+  EXPECT_FALSE(files_.WriteFile(file, "def", 3, &written));
+  EXPECT_EQ(written, 2U);
+  EXPECT_EQ(LastError(), 112U);
+  EXPECT_FALSE(files_.WriteFile(file, "g", 1, &written));
+  EXPECT_EQ(written, 0U);
+  EXPECT_TRUE(files_.CloseHandle(file));
+  EXPECT_EQ(Get(u"C:\\a.dat"), "abcde");
+}
+
+struct IniCase {
+  const char* name;
+  const char* text;
+  std::u16string value;
+};
+
+class HeadlessIni : public Headless, public testing::WithParamInterface<IniCase> {};
+
+INSTANTIATE_TEST_SUITE_P(
+    Files, HeadlessIni,
+    testing::Values(IniCase{"Value", "[S]\r\nKey=value\r\n", u"value"},
+                    IniCase{"WithoutALastLineEnd", "[S]\nKey=value", u"value"},
+                    IniCase{"OtherLetterCase", "[s]\r\nKEY=Value\r\n", u"Value"},
+                    IniCase{"EmptyValue", "[S]\r\nKey=\r\n", u""},
+                    IniCase{"ValueWithEquals", "[S]\r\nKey=a=b\r\n", u"a=b"},
+                    IniCase{"FirstOfTwo", "[S]\r\nKey=a\r\nKey=b\r\n", u"a"},
+                    IniCase{"OtherSection", "[T]\r\nKey=value\r\n", u"fallback"},
+                    IniCase{"SectionEnded", "[S]\r\n[T]\r\nKey=value\r\n", u"fallback"},
+                    IniCase{"OtherKey", "[S]\r\nKeys=value\r\n", u"fallback"},
+                    IniCase{"EmptyFile", "", u"fallback"}),
+    test::CaseName());
+
+TEST_P(HeadlessIni, GivesTheValueOrTheFallback) {
+  const auto bytes = std::as_bytes(std::span(std::string_view(GetParam().text)));
+  platform_.files.Put(u"C:\\d\\a.ini", {bytes.begin(), bytes.end()});
+  char16_t text[16];
+  std::ranges::fill(text, u'#');
+  EXPECT_EQ(platform_.files.GetPrivateProfileStringW(u"S", u"Key", u"fallback", text, 16,
+                                                     u"C:\\d\\\\A.ini"),
+            GetParam().value.size());
+  EXPECT_EQ(std::u16string(text), GetParam().value);
+}
+
+TEST_F(Headless, IniValueIsCutToItsBuffer) {
+  constexpr std::string_view kText = "[S]\r\nKey=value\r\n";
+  const auto bytes = std::as_bytes(std::span(kText));
+  platform_.files.Put(u"C:\\a.ini", {bytes.begin(), bytes.end()});
+  char16_t text[4] = {u'#', u'#', u'#', u'#'};
+  const auto read = [&](std::uint32_t units) {
+    return platform_.files.GetPrivateProfileStringW(u"S", u"Key", u"", text, units, u"C:\\a.ini");
+  };
+  EXPECT_EQ(read(0), 0U);
+  EXPECT_EQ(text[0], u'#');
+  EXPECT_EQ(read(3), 2U);
+  EXPECT_EQ(std::u16string(text), u"va");
+  EXPECT_EQ(text[3], u'#');
+}
+
+TEST_F(Headless, IniFileThatIsMissingOrFailsGivesTheFallback) {
+  char16_t text[16];
+  const auto read = [&] {
+    return platform_.files.GetPrivateProfileStringW(u"S", u"Key", u"none", text, 16, u"C:\\a.ini");
+  };
+  EXPECT_EQ(read(), 4U);
+  EXPECT_EQ(std::u16string(text), u"none");
+  constexpr std::string_view kText = "[S]\r\nKey=value\r\n";
+  const auto bytes = std::as_bytes(std::span(kText));
+  platform_.files.Put(u"C:\\a.ini", {bytes.begin(), bytes.end()});
+  platform_.faults.FailOperation("GetPrivateProfileStringW", 1);
+  EXPECT_EQ(read(), 4U);
+  EXPECT_EQ(read(), 5U);
+}
+
+// ---- Printer data and the driver directory ------------------------------------------------------
+
+class HeadlessPrinterData : public Headless {
+ protected:
+  HeadlessPrinterData() {
+    platform_.print.AddPrinter({.name = u"Desk", .driverName = u"Some driver"});
+    platform_.print.OpenPrinterW(u"Desk", &printer_, nullptr);
+  }
+  ~HeadlessPrinterData() override { platform_.print.ClosePrinter(printer_); }
+
+  PrinterHandle printer_ = nullptr;
+  std::uint32_t type_ = kUnsetSize;
+  std::uint32_t needed_ = kUnsetSize;
+};
+
+TEST_F(HeadlessPrinterData, IsReadAsItWasSet) {
+  EXPECT_EQ(platform_.print.SetPrinterDataW(printer_, u"Value", 3, "abc", 3), 0U);
+  char bytes[5] = "####";
+  EXPECT_EQ(platform_.print.GetPrinterDataW(printer_, u"Value", &type_, bytes, 4, &needed_), 0U);
+  EXPECT_EQ(std::string(bytes), "abc#");
+  EXPECT_EQ(type_, 3U);
+  EXPECT_EQ(needed_, 3U);
+}
+
+TEST_F(HeadlessPrinterData, ThatIsMissingIsError2) {
+  char byte = '#';
+  EXPECT_EQ(platform_.print.GetPrinterDataW(printer_, u"Value", &type_, &byte, 1, &needed_), 2U);
+  EXPECT_EQ(byte, '#');
+}
+
+TEST_F(HeadlessPrinterData, ThatDoesNotFitIsError234AndTellsItsSize) {
+  EXPECT_EQ(platform_.print.SetPrinterDataW(printer_, u"Value", 3, "abc", 3), 0U);
+  char bytes[3] = {'#', '#', '#'};
+  EXPECT_EQ(platform_.print.GetPrinterDataW(printer_, u"Value", &type_, bytes, 2, &needed_), 234U);
+  EXPECT_EQ(needed_, 3U);
+  EXPECT_EQ(bytes[0], '#');
+}
+
+TEST_F(HeadlessPrinterData, FailsByNameAndForAnUnknownPrinter) {
+  std::uint32_t word = 1;
+  platform_.faults.FailOperation("SetPrinterDataW", 1);
+  platform_.faults.FailOperation("GetPrinterDataW", 1);
+  EXPECT_EQ(platform_.print.SetPrinterDataW(printer_, u"Value", 4, &word, 4), 6U);
+  EXPECT_EQ(platform_.print.SetPrinterDataW(printer_, u"Value", 4, &word, 4), 0U);
+  EXPECT_EQ(platform_.print.GetPrinterDataW(printer_, u"Value", &type_, &word, 4, &needed_), 6U);
+  EXPECT_EQ(platform_.print.GetPrinterDataW(printer_, u"Value", &type_, &word, 4, &needed_), 0U);
+  EXPECT_EQ(platform_.print.SetPrinterDataW(nullptr, u"Value", 4, &word, 4), 6U);
+  EXPECT_EQ(platform_.print.GetPrinterDataW(nullptr, u"Value", &type_, &word, 4, &needed_), 6U);
+}
+
+TEST_F(Headless, DriverDirectoryTellsItsSizeFirst) {
+  platform_.print.driverDirectory = u"C:\\d";
+  std::uint32_t needed = kUnsetSize;
+  char16_t path[6];
+  std::ranges::fill(path, u'#');
+  HeadlessPrintSystem& print = platform_.print;
+  EXPECT_FALSE(print.GetPrinterDriverDirectoryW(nullptr, nullptr, 1, nullptr, 0, &needed));
+  EXPECT_EQ(LastError(), 122U);
+  EXPECT_EQ(needed, 10U);
+  EXPECT_FALSE(print.GetPrinterDriverDirectoryW(nullptr, nullptr, 1, path, 9, &needed));
+  EXPECT_EQ(path[0], u'#');
+  EXPECT_TRUE(print.GetPrinterDriverDirectoryW(nullptr, nullptr, 1, path, 10, &needed));
+  EXPECT_EQ(std::u16string(path), u"C:\\d");
+  EXPECT_EQ(path[5], u'#');
+  EXPECT_FALSE(print.GetPrinterDriverDirectoryW(nullptr, nullptr, 2, path, 10, &needed));
+  EXPECT_EQ(LastError(), 124U);
+  platform_.faults.FailOperation("GetPrinterDriverDirectoryW", 1);
+  EXPECT_FALSE(print.GetPrinterDriverDirectoryW(nullptr, nullptr, 1, path, 10, &needed));
+}
+
+// ---- The registry -------------------------------------------------------------------------------
+
+class HeadlessKeys : public Headless {
+ protected:
+  HeadlessRegistry& registry_ = platform_.registry;
+  RegistryKey key_ = nullptr;
+  std::uint32_t type_ = kUnsetSize;
+};
+
+TEST_F(HeadlessKeys, AreMadeAndHoldValuesWithoutRegardToLetterCase) {
+  EXPECT_FALSE(registry_.Has(u"S-1\\SOFTWARE\\A"));
+  EXPECT_EQ(registry_.RegCreateKeyExW(u"S-1\\SOFTWARE\\A", &key_), 0U);
+  EXPECT_EQ(registry_.RegSetValueExW(key_, u"Name", 3, "abc", 3), 0U);
+  EXPECT_EQ(registry_.RegCloseKey(key_), 0U);
+  EXPECT_TRUE(registry_.Has(u"s-1\\software\\a"));
+  EXPECT_EQ(registry_.RegCreateKeyExW(u"s-1\\software\\a", &key_), 0U);
+  char bytes[5] = "####";
+  std::uint32_t size = 4;
+  EXPECT_EQ(registry_.RegQueryValueExW(key_, u"NAME", &type_, bytes, &size), 0U);
+  EXPECT_EQ(std::string(bytes), "abc#");
+  EXPECT_EQ(type_, 3U);
+  EXPECT_EQ(size, 3U);
+  EXPECT_EQ(registry_.openKeys(), 1U);
+  EXPECT_EQ(registry_.RegCloseKey(key_), 0U);
+  EXPECT_EQ(registry_.openKeys(), 0U);
+}
+
+TEST_F(HeadlessKeys, TellMissingValuesAndValuesThatDoNotFit) {
+  registry_.Values(u"A")[u"name"] = StoredValue::Text(u"abc");
+  EXPECT_EQ(registry_.RegCreateKeyExW(u"A", &key_), 0U);
+  char16_t text[4] = {u'#', u'#', u'#', u'#'};
+  std::uint32_t size = 7;
+  EXPECT_EQ(registry_.RegQueryValueExW(key_, u"Name", &type_, text, &size), 234U);
+  EXPECT_EQ(size, 8U);
+  EXPECT_EQ(text[0], u'#');
+  size = 0;
+  EXPECT_EQ(registry_.RegQueryValueExW(key_, u"Name", &type_, nullptr, &size), 0U);
+  EXPECT_EQ(size, 8U);
+  size = 8;
+  EXPECT_EQ(registry_.RegQueryValueExW(key_, u"Other", &type_, text, &size), 2U);
+  EXPECT_EQ(registry_.RegQueryValueExW(key_, u"Name", &type_, text, &size), 0U);
+  EXPECT_EQ(std::u16string(text), u"abc");
+  EXPECT_EQ(type_, 1U);
+  EXPECT_EQ(registry_.RegCloseKey(key_), 0U);
+}
+
+TEST_F(HeadlessKeys, ClosedOrNullKeysAreRefused) {
+  EXPECT_EQ(registry_.RegCreateKeyExW(u"A", &key_), 0U);
+  EXPECT_EQ(registry_.RegCloseKey(key_), 0U);
+  std::uint32_t word = 1;
+  std::uint32_t size = 4;
+  for (const RegistryKey key : {key_, RegistryKey{}}) {
+    EXPECT_EQ(registry_.RegSetValueExW(key, u"Name", 4, &word, 4), 6U);
+    EXPECT_EQ(registry_.RegQueryValueExW(key, u"Name", &type_, &word, &size), 6U);
+    EXPECT_EQ(registry_.RegCloseKey(key), 6U);
+  }
+  EXPECT_TRUE(registry_.Values(u"A").empty());
+}
+
+TEST_F(HeadlessKeys, FailByName) {
+  for (const char* operation : {"RegCreateKeyExW", "RegSetValueExW", "RegQueryValueExW"}) {
+    platform_.faults.FailOperation(operation, 1);
+  }
+  int place = 0;
+  key_ = reinterpret_cast<RegistryKey>(&place);
+  EXPECT_EQ(registry_.RegCreateKeyExW(u"A", &key_), 5U);
+  EXPECT_EQ(key_, nullptr);
+  EXPECT_FALSE(registry_.Has(u"A"));
+  EXPECT_EQ(registry_.RegCreateKeyExW(u"A", &key_), 0U);
+  std::uint32_t word = 1;
+  std::uint32_t size = 4;
+  EXPECT_NE(registry_.RegSetValueExW(key_, u"Name", 4, &word, 4), 0U);
+  EXPECT_TRUE(registry_.Values(u"A").empty());
+  EXPECT_EQ(registry_.RegSetValueExW(key_, u"Name", 4, &word, 4), 0U);
+  EXPECT_NE(registry_.RegQueryValueExW(key_, u"Name", &type_, &word, &size), 0U);
+  EXPECT_EQ(registry_.RegCloseKey(key_), 0U);
+}
+
+TEST(HeadlessValue, HasTheBytesOfItsType) {
+  EXPECT_EQ(StoredValue::Dword(0x01020304).type, 4U);
+  EXPECT_EQ(StoredValue::Dword(0x01020304).bytes,
+            (std::vector<std::byte>{std::byte{4}, std::byte{3}, std::byte{2}, std::byte{1}}));
+  EXPECT_EQ(StoredValue::Text(u"a").type, 1U);
+  EXPECT_EQ(StoredValue::Text(u"a").bytes,
+            (std::vector<std::byte>{std::byte{'a'}, std::byte{0}, std::byte{0}, std::byte{0}}));
+  EXPECT_EQ(StoredValue::Binary({std::byte{9}}).type, 3U);
+}
+
+// ---- Security -----------------------------------------------------------------------------------
+
+class HeadlessUser : public Headless {
+ protected:
+  HeadlessSecurity& security_ = platform_.security;
+  TokenHandle token_ = nullptr;
+};
+
+TEST_F(HeadlessUser, IsToldByTheToken) {
+  ASSERT_TRUE(security_.OpenProcessToken(&token_));
+  EXPECT_EQ(security_.openTokens(), 1U);
+  std::uint32_t needed = kUnsetSize;
+  EXPECT_FALSE(security_.GetTokenInformation(token_, 1, nullptr, 0, &needed));
+  EXPECT_EQ(LastError(), 122U);
+  EXPECT_EQ(needed, sizeof(TokenUser));
+  TokenUser user = {};
+  EXPECT_TRUE(security_.GetTokenInformation(token_, 1, &user, sizeof(user), &needed));
+  char16_t* text = nullptr;
+  ASSERT_TRUE(security_.ConvertSidToStringSidW(user.Sid, &text));
+  EXPECT_EQ(std::u16string(text), u"S-1-5-21-1-2-3-1000");
+  EXPECT_EQ(security_.liveTexts(), 1U);
+  security_.LocalFree(text);
+  security_.LocalFree(nullptr);
+  EXPECT_EQ(security_.liveTexts(), 0U);
+  EXPECT_TRUE(security_.CloseHandle(token_));
+  EXPECT_EQ(security_.openTokens(), 0U);
+}
+
+TEST_F(HeadlessUser, WrongQuestionsAreRefused) {
+  TokenUser user = {};
+  std::uint32_t needed = 0;
+  EXPECT_FALSE(security_.GetTokenInformation(nullptr, 1, &user, sizeof(user), &needed));
+  EXPECT_EQ(LastError(), 6U);
+  ASSERT_TRUE(security_.OpenProcessToken(&token_));
+  EXPECT_FALSE(security_.GetTokenInformation(token_, 2, &user, sizeof(user), &needed));
+  EXPECT_TRUE(security_.CloseHandle(token_));
+  EXPECT_FALSE(security_.CloseHandle(token_));
+  EXPECT_FALSE(security_.CloseHandle(nullptr));
+  char16_t* text = nullptr;
+  EXPECT_FALSE(security_.ConvertSidToStringSidW(&user, &text));
+  EXPECT_EQ(LastError(), 87U);
+  EXPECT_EQ(text, nullptr);
+}
+
+TEST_F(HeadlessUser, NameFitsWithItsTerminator) {
+  security_.userName = u"ada";
+  char16_t name[5];
+  std::ranges::fill(name, u'#');
+  std::uint32_t units = 3;
+  EXPECT_FALSE(security_.GetUserNameW(name, &units));
+  EXPECT_EQ(LastError(), 122U);
+  EXPECT_EQ(units, 4U);
+  EXPECT_EQ(name[0], u'#');
+  EXPECT_TRUE(security_.GetUserNameW(name, &units));
+  EXPECT_EQ(units, 4U);
+  EXPECT_EQ(std::u16string(name), u"ada");
+  EXPECT_EQ(name[4], u'#');
+}
+
+TEST_F(HeadlessUser, QuestionsFailByName) {
+  for (const char* operation :
+       {"OpenProcessToken", "GetTokenInformation", "ConvertSidToStringSidW", "GetUserNameW"}) {
+    platform_.faults.FailOperation(operation);
+  }
+  TokenUser user = {};
+  std::uint32_t needed = 0;
+  char16_t* text = nullptr;
+  char16_t name[8];
+  std::uint32_t units = 8;
+  EXPECT_FALSE(security_.OpenProcessToken(&token_));
+  EXPECT_EQ(token_, nullptr);
+  EXPECT_FALSE(security_.GetTokenInformation(token_, 1, &user, sizeof(user), &needed));
+  EXPECT_FALSE(security_.ConvertSidToStringSidW(security_.userSid.data(), &text));
+  EXPECT_FALSE(security_.GetUserNameW(name, &units));
+  EXPECT_EQ(security_.openTokens(), 0U);
+}
+
+// ---- Shell and windows --------------------------------------------------------------------------
+
+TEST_F(Headless, ShellTellsTheTwoFoldersItKnows) {
+  HeadlessShell& shell = platform_.shell;
+  char16_t path[kMaxPathUnits] = u"poison";
+  EXPECT_EQ(shell.SHGetFolderPathW(0x1A, path), 0U);
+  EXPECT_EQ(std::u16string(path), u"C:\\users\\ada\\AppData\\Roaming");
+  EXPECT_EQ(shell.SHGetFolderPathW(0x801A, path), 0U);
+  EXPECT_EQ(std::u16string(path), u"C:\\users\\ada\\AppData\\Roaming");
+  EXPECT_EQ(shell.SHGetFolderPathW(37, path), 0U);
+  EXPECT_EQ(std::u16string(path), u"C:\\windows\\system32");
+  EXPECT_EQ(shell.SHGetFolderPathW(5, path), 0x80004005U);
+  EXPECT_EQ(std::u16string(path), u"");
+  platform_.faults.FailOperation("SHGetFolderPathW", 1);
+  EXPECT_EQ(shell.SHGetFolderPathW(37, path), 0x80004005U);
+}
+
+TEST_F(Headless, ShellKeepsWhatItStartedAndShowed) {
+  HeadlessShell& shell = platform_.shell;
+  int place = 0;
+  const auto window = reinterpret_cast<WindowHandle>(&place);
+  EXPECT_TRUE(shell.ShellExecuteW(u"runas", u"C:\\a.exe", u"-x"));
+  EXPECT_NE(shell.HtmlHelpW(window, u"C:\\a.chm", 15, 7), nullptr);
+  platform_.faults.FailOperation("ShellExecuteW", 1);
+  platform_.faults.FailOperation("HtmlHelpW", 1);
+  EXPECT_FALSE(shell.ShellExecuteW(u"open", u"C:\\b.exe", u""));
+  EXPECT_EQ(shell.HtmlHelpW(window, u"C:\\b.chm", 15, 8), nullptr);
+  EXPECT_EQ(shell.started, (std::vector<HeadlessShell::Started>{{u"runas", u"C:\\a.exe", u"-x"}}));
+  ASSERT_EQ(shell.help.size(), 1U);
+  EXPECT_EQ(shell.help[0].window, window);
+  EXPECT_EQ(shell.help[0].file, u"C:\\a.chm");
+  EXPECT_EQ(shell.help[0].command, 15U);
+  EXPECT_EQ(shell.help[0].data, 7U);
+}
+
+TEST_F(Headless, BoxesAreKeptAndAnsweredWithOk) {
+  int place = 0;
+  const auto window = reinterpret_cast<WindowHandle>(&place);
+  EXPECT_EQ(platform_.windows.MessageBoxW(window, u"text", u"caption", 0x30), 1);
+  ASSERT_EQ(platform_.windows.boxes.size(), 1U);
+  EXPECT_EQ(platform_.windows.boxes[0].owner, window);
+  EXPECT_EQ(platform_.windows.boxes[0].text, u"text");
+  EXPECT_EQ(platform_.windows.boxes[0].caption, u"caption");
+  EXPECT_EQ(platform_.windows.boxes[0].style, 0x30U);
 }
 
 // ---- The trace ----------------------------------------------------------------------------------

@@ -15,6 +15,7 @@ class HeadlessHost {
   std::u16string driverName() { return test::kDriverName; }
   std::u16string languageLibrary() { return test::kEnglishLibraryPath; }
   std::u16string newFile() { return u"conformance.bin"; }
+  std::u16string newFolder() { return u"C:\\conformance"; }
 
  private:
   test::TestWorld world_;
