@@ -191,7 +191,7 @@ std::optional<std::string_view> TakeField(std::string_view& tag) {
   } else {
     end = tag.find(',');
   }
-  if (end == std::string_view::npos || end > kFieldLimitBytes) {
+  if (end > kFieldLimitBytes) {  // or there is no comma
     return std::nullopt;
   }
   const std::string_view field = tag.substr(0, end);
@@ -212,7 +212,7 @@ std::optional<OpenTag> ParseOpenTag(std::string_view tag) {
   }
   tag.remove_prefix(colon + 1);
   const std::size_t nameEnd = tag.find(kNameEnd);
-  if (nameEnd == std::string_view::npos || nameEnd > kFieldLimitBytes) {
+  if (nameEnd > kFieldLimitBytes) {  // or there is none
     return std::nullopt;
   }
   OpenTag parsed = {};
