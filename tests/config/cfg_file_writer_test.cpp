@@ -54,14 +54,15 @@ TEST_F(CfgCreateTest, OpensTheFileForAppendingBeforeItIsWritten) {
   EXPECT_TRUE(CfgCreate(kCfgPath));
   EXPECT_EQ(faults().trace(),
             (std::vector<std::string>{"HeapAlloc", "HeapAlloc", "HeapAlloc", "CreateFileW",
-                                      "HeapAlloc", "CreateFileW", "WriteFile"}));
+                                      "HeapAlloc", "CreateFileW", "WriteFile", "GetFileSizeEx"}));
 }
 
 TEST_F(CfgSaveTest, WritesTheWholeFileInOneWrite) {
   const ScopedCfg file = Read(kWorkedCfgFile);
   faults().StartTrace();
   EXPECT_TRUE(CfgSave(file.get()));
-  EXPECT_EQ(faults().trace(), (std::vector<std::string>{"HeapAlloc", "CreateFileW", "WriteFile"}));
+  EXPECT_EQ(faults().trace(),
+            (std::vector<std::string>{"HeapAlloc", "CreateFileW", "WriteFile", "GetFileSizeEx"}));
 }
 
 struct Writing {

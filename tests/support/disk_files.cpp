@@ -2,6 +2,7 @@
 
 #include "config/utf8.h"
 #include "core/text.h"
+#include "platform/headless/headless_platform.h"
 #include "platform/headless/names.h"
 
 #include <algorithm>
@@ -9,6 +10,9 @@
 #include <cerrno>
 #include <cstdlib>
 #include <fcntl.h>
+#include <fstream>
+#include <iterator>
+#include <span>
 #include <stdexcept>
 #include <string_view>
 #include <sys/stat.h>
@@ -72,9 +76,6 @@ bool DiskFiles::Fail(const std::string& place) {
     case ENOSPC:
       code = kErrorDiskFull;
       break;
-    case EBADF:
-      code = kErrorInvalidHandle;
-      break;
     default:
       break;
   }
@@ -120,7 +121,7 @@ bool DiskFiles::GetFileSizeEx(FileHandle file, std::uint64_t* sizeBytes) {
   *sizeBytes = 0;
   struct stat status = {};
   if (fstat(DescriptorOf(file), &status) != 0) {
-    return Fail({});
+    return FailFor(file);
   }
   *sizeBytes = static_cast<std::uint64_t>(status.st_size);
   return true;
@@ -133,7 +134,7 @@ bool DiskFiles::ReadFile(FileHandle file, void* buffer, std::uint32_t sizeBytes,
     const ssize_t count =
         read(DescriptorOf(file), static_cast<char*>(buffer) + *readBytes, sizeBytes - *readBytes);
     if (count < 0) {
-      return Fail({});
+      return FailFor(file);
     }
     if (count == 0) {
       break;
@@ -143,6 +144,15 @@ bool DiskFiles::ReadFile(FileHandle file, void* buffer, std::uint32_t sizeBytes,
   return true;
 }
 
+// A failed reading or writing: an open file refuses an access that wasn't asked for.
+bool DiskFiles::FailFor(FileHandle file) {
+  if (fcntl(DescriptorOf(file), F_GETFD) < 0) {
+    debug_.SetLastError(kErrorInvalidHandle);
+    return false;
+  }
+  return Fail({});
+}
+
 bool DiskFiles::WriteFile(FileHandle file, const void* data, std::uint32_t sizeBytes,
                           std::uint32_t* writtenBytes) {
   *writtenBytes = 0;
@@ -150,7 +160,7 @@ bool DiskFiles::WriteFile(FileHandle file, const void* data, std::uint32_t sizeB
     const ssize_t count = write(DescriptorOf(file), static_cast<const char*>(data) + *writtenBytes,
                                 sizeBytes - *writtenBytes);
     if (count < 0) {
-      return Fail({});
+      return FailFor(file);
     }
     *writtenBytes += static_cast<std::uint32_t>(count);
   }
@@ -159,12 +169,12 @@ bool DiskFiles::WriteFile(FileHandle file, const void* data, std::uint32_t sizeB
 
 bool DiskFiles::SetEndOfFile(FileHandle file) {
   const off_t place = lseek(DescriptorOf(file), 0, SEEK_CUR);
-  return (place >= 0 && ftruncate(DescriptorOf(file), place) == 0) || Fail({});
+  return (place >= 0 && ftruncate(DescriptorOf(file), place) == 0) || FailFor(file);
 }
 
 bool DiskFiles::CloseHandle(FileHandle file) {
   if (close(DescriptorOf(file)) != 0) {
-    return Fail({});
+    return FailFor(file);
   }
   --openFiles_;
   return true;
@@ -181,11 +191,20 @@ bool DiskFiles::CreateDirectoryW(const char16_t* path) {
   return mkdir(place.c_str(), kMode) == 0 || Fail(place);
 }
 
-std::uint32_t DiskFiles::GetPrivateProfileStringW(const char16_t* /*section*/,
-                                                  const char16_t* /*key*/, const char16_t* fallback,
-                                                  char16_t* buffer, std::uint32_t units,
-                                                  const char16_t* /*path*/) {
-  return static_cast<std::uint32_t>(CopyText({buffer, units}, CallerText(fallback)));
+// Read as the in-memory files read theirs.
+std::uint32_t DiskFiles::GetPrivateProfileStringW(const char16_t* section, const char16_t* key,
+                                                  const char16_t* fallback, char16_t* buffer,
+                                                  std::uint32_t units, const char16_t* path) {
+  constexpr char16_t kName[] = u"C:\\a.ini";
+  headless::FaultPlan faults;
+  headless::HeadlessDebugOutput debug;
+  headless::HeadlessFiles files(faults, debug);
+  if (std::ifstream file(PlaceOf(path), std::ios::binary); file) {
+    const std::string text(std::istreambuf_iterator<char>(file), {});
+    const auto bytes = std::as_bytes(std::span(text));
+    files.Put(kName, {bytes.begin(), bytes.end()});
+  }
+  return files.GetPrivateProfileStringW(section, key, fallback, buffer, units, kName);
 }
 
 TemporaryFolder::TemporaryFolder() {

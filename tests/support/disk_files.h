@@ -1,6 +1,6 @@
 // Real files behind the file list, for native tools and tests that need a disk: a path's drive and
 // folders lie below a root folder of the system, names are UTF-8 there, and letters keep their case
-// (a name must be spelled alike each time). Ini files are not read; every value is the fallback.
+// (a name must be spelled alike each time).
 #pragma once
 
 #include "platform/platform.h"
@@ -42,6 +42,8 @@ class DiskFiles final : public Files {
  private:
   // Sets the last error from errno. Result: false.
   bool Fail(const std::string& place);
+  // The same for an operation on an opened file.
+  bool FailFor(FileHandle file);
 
   std::filesystem::path root_;
   DebugOutput& debug_;

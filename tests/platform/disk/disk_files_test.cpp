@@ -41,6 +41,7 @@ class DiskHost {
   std::u16string driverName() { return test::kDriverName; }
   std::u16string languageLibrary() { return test::kEnglishLibraryPath; }
   std::u16string newFile() { return u"conformance.bin"; }
+  std::u16string newFolder() { return u"conformance"; }
 
  private:
   DiskWorld world_;
