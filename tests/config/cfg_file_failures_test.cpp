@@ -67,24 +67,17 @@ TEST_F(CfgFileFailures, AFileThatIsMadeOnAFullDiskIsEmpty) {
   ExpectOneDebugLine();
 }
 
-TEST_F(CfgFileFailures, AFileThatCannotBeReadHoldsNoObjects) {
+// Saving half a tree would lose what could not be read, so a reading that fails is no end of file.
+TEST_F(CfgFileFailures, AFileThatCannotBeReadIsRefused) {
   Put(kWorkedCfgFile);
   faults().FailOperation("ReadFile");
-  const ScopedCfg file(CfgOpen(kCfgPath));
-  ASSERT_NE(file, nullptr);
-  EXPECT_EQ(file->root, nullptr);
+  EXPECT_EQ(CfgOpen(kCfgPath), nullptr);
 }
 
-TEST_F(CfgFileFailures, AFileThatCannotBeReadFurtherIsCutThere) {
+TEST_F(CfgFileFailures, AFileThatCannotBeReadFurtherIsRefused) {
   Put(CfgLeaf("a", "t", std::string(3000, 'v')));
   faults().FailOperation("ReadFile", 3);
-  const ScopedCfg file(CfgOpen(kCfgPath));
-  ASSERT_NE(file, nullptr);
-  ASSERT_NE(file->root, nullptr);
-  EXPECT_EQ(file->root->len, 3000);
-  const std::string value = test::CfgValueOf(*file->root);
-  const std::size_t came = 2048 - std::string("<object:a,type:t,len:3000,childobjs:0>").size();
-  EXPECT_EQ(value, std::string(came, 'v') + std::string(3000 - came, '\0'));
+  EXPECT_EQ(CfgOpen(kCfgPath), nullptr);
 }
 
 TEST_F(CfgFileFailures, AFileWhoseSizeCannotBeHadIsReadAllTheSame) {

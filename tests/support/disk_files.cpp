@@ -76,9 +76,6 @@ bool DiskFiles::Fail(const std::string& place) {
     case ENOSPC:
       code = kErrorDiskFull;
       break;
-    case EBADF:
-      code = kErrorInvalidHandle;
-      break;
     default:
       break;
   }
@@ -124,7 +121,7 @@ bool DiskFiles::GetFileSizeEx(FileHandle file, std::uint64_t* sizeBytes) {
   *sizeBytes = 0;
   struct stat status = {};
   if (fstat(DescriptorOf(file), &status) != 0) {
-    return Fail({});
+    return FailFor(file);
   }
   *sizeBytes = static_cast<std::uint64_t>(status.st_size);
   return true;
@@ -137,7 +134,7 @@ bool DiskFiles::ReadFile(FileHandle file, void* buffer, std::uint32_t sizeBytes,
     const ssize_t count =
         read(DescriptorOf(file), static_cast<char*>(buffer) + *readBytes, sizeBytes - *readBytes);
     if (count < 0) {
-      return Fail({});
+      return FailFor(file);
     }
     if (count == 0) {
       break;
@@ -147,6 +144,15 @@ bool DiskFiles::ReadFile(FileHandle file, void* buffer, std::uint32_t sizeBytes,
   return true;
 }
 
+// A failed reading or writing: an open file refuses an access that wasn't asked for.
+bool DiskFiles::FailFor(FileHandle file) {
+  if (fcntl(DescriptorOf(file), F_GETFD) < 0) {
+    debug_.SetLastError(kErrorInvalidHandle);
+    return false;
+  }
+  return Fail({});
+}
+
 bool DiskFiles::WriteFile(FileHandle file, const void* data, std::uint32_t sizeBytes,
                           std::uint32_t* writtenBytes) {
   *writtenBytes = 0;
@@ -154,7 +160,7 @@ bool DiskFiles::WriteFile(FileHandle file, const void* data, std::uint32_t sizeB
     const ssize_t count = write(DescriptorOf(file), static_cast<const char*>(data) + *writtenBytes,
                                 sizeBytes - *writtenBytes);
     if (count < 0) {
-      return Fail({});
+      return FailFor(file);
     }
     *writtenBytes += static_cast<std::uint32_t>(count);
   }
@@ -163,12 +169,12 @@ bool DiskFiles::WriteFile(FileHandle file, const void* data, std::uint32_t sizeB
 
 bool DiskFiles::SetEndOfFile(FileHandle file) {
   const off_t place = lseek(DescriptorOf(file), 0, SEEK_CUR);
-  return (place >= 0 && ftruncate(DescriptorOf(file), place) == 0) || Fail({});
+  return (place >= 0 && ftruncate(DescriptorOf(file), place) == 0) || FailFor(file);
 }
 
 bool DiskFiles::CloseHandle(FileHandle file) {
   if (close(DescriptorOf(file)) != 0) {
-    return Fail({});
+    return FailFor(file);
   }
   --openFiles_;
   return true;

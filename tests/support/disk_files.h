@@ -42,6 +42,8 @@ class DiskFiles final : public Files {
  private:
   // Sets the last error from errno. Result: false.
   bool Fail(const std::string& place);
+  // The same for an operation on an opened file.
+  bool FailFor(FileHandle file);
 
   std::filesystem::path root_;
   DebugOutput& debug_;
