@@ -14,12 +14,13 @@ using fuzz::Require;
 
 void AskWhetherPrintable(fuzz::Input& input) {
   constexpr char16_t kPoison = 0xCCCC;
-  std::array<char16_t, 40> reason;
+  constexpr std::uint32_t kUnits = 40;
+  std::array<char16_t, kUnits> reason;
   reason.fill(kPoison);
   DevQueryPrintInfo info = {};
   info.cbSize = sizeof(info);
   info.Level = 1;
-  info.cchErrorStr = fuzz::TakeByte(input) % (reason.size() - 1);
+  info.cchErrorStr = fuzz::TakeByte(input) % (kUnits - 1);
   info.pszErrorStr = reason.data();
   fuzz::CallerRecord record(input);
   info.pDevMode = record.get();
