@@ -7,12 +7,12 @@
 
 #include <windows.h>
 #include <winspool.h>
-#include <shlobj.h>
 #include <winsplp.h>
 
 #include <cstddef>
 #include <htmlhelp.h>
 #include <lmcons.h>
+#include <shfolder.h>
 
 namespace ostrel::win32 {
 namespace {

@@ -3,11 +3,11 @@
 #include "platform/win32/system_lists.h"
 
 #include <windows.h>
-#include <shlobj.h>
 
 #include <htmlhelp.h>
 #include <sddl.h>
 #include <shellapi.h>
+#include <shfolder.h>
 
 namespace ostrel::win32 {
 
@@ -89,8 +89,9 @@ bool SystemSecurity::GetUserNameW(char16_t* buffer, std::uint32_t* units) {
 // ---- Shell --------------------------------------------------------------------------------------
 
 std::uint32_t SystemShell::SHGetFolderPathW(std::uint32_t folder, char16_t* path) {
-  return static_cast<std::uint32_t>(::SHGetFolderPathW(nullptr, static_cast<int>(folder), nullptr,
-                                                       SHGFP_TYPE_CURRENT, Wide(path)));
+  constexpr DWORD kCurrentPath = 0;  // SHGFP_TYPE_CURRENT of shlobj.h, as against the default one
+  return static_cast<std::uint32_t>(
+      ::SHGetFolderPathW(nullptr, static_cast<int>(folder), nullptr, kCurrentPath, Wide(path)));
 }
 
 bool SystemShell::ShellExecuteW(const char16_t* verb, const char16_t* file,
