@@ -74,10 +74,19 @@ TEST_F(CfgFileFailures, AFileThatCannotBeReadIsRefused) {
   EXPECT_EQ(CfgOpen(kCfgPath), nullptr);
 }
 
-TEST_F(CfgFileFailures, AFileThatCannotBeReadFurtherIsRefused) {
-  Put(CfgLeaf("a", "t", std::string(3000, 'v')));
-  faults().FailOperation("ReadFile", 3);
-  EXPECT_EQ(CfgOpen(kCfgPath), nullptr);
+// Half a tree must not be saved over the whole one.
+TEST_F(CfgFileFailures, AFileWhoseReadingBreaksOffAtAnyBlockIsRefusedAndLeft) {
+  const std::string bytes = CfgLeaf("a", "t", std::string(3000, 'v')) + kWorkedCfgFile;
+  const std::size_t reads = bytes.size() / 1024 + 2;  // the last one finds the end
+  for (std::size_t n = 1; n <= reads; ++n) {
+    Put(bytes);
+    faults().FailOperation("ReadFile", n);
+    EXPECT_EQ(CfgOpen(kCfgPath), nullptr) << n;
+    EXPECT_TRUE(faults().fired()) << n;
+    EXPECT_EQ(world_.platform.memory.liveBlocks(), 0U) << n;
+    EXPECT_EQ(Get(), bytes) << n;
+    faults().Clear();
+  }
 }
 
 TEST_F(CfgFileFailures, AFileWhoseSizeCannotBeHadIsReadAllTheSame) {
