@@ -628,6 +628,10 @@ bool SaveTree(const char16_t* path, const CfgNode* root) {
 }  // namespace
 
 CfgHandle* CfgOpen(const char16_t* path) {
+  // The handle must be able to name the file again when it is saved.
+  if (path == nullptr || CallerText(path).size() >= kMaxPathUnits) {
+    return nullptr;
+  }
   if (World().files.GetFileAttributesW(path) == kInvalidFileAttributes && !CfgCreate(path)) {
     return nullptr;
   }
@@ -679,7 +683,7 @@ CfgNode* CfgFindChild(const CfgNode* node, const char16_t* name) {
 CfgNode* CfgAddChild(CfgNode* parent, const char16_t* name, const char* type, const void* value,
                      std::int32_t len) {
   const NodeName childName(name);
-  if (parent == nullptr || !childName.valid) {
+  if (parent == nullptr || type == nullptr || !childName.valid) {
     return nullptr;
   }
   CfgNode* child = NewNode(childName.view(), type, 0, len);

@@ -56,7 +56,8 @@ struct CfgHandle {
 
 // Reads the file, creating it first with the tree of a new file (root "cfgobj", in it "version") if
 // it is missing. Result: a handle to be closed, with a null root for a file of no bytes; null when
-// the file can't be created, opened or read as a tree, or when there is no memory.
+// the file can't be created, opened or read as a tree, when the path is null or has 260 units and
+// more, or when there is no memory.
 CfgHandle* CfgOpen(const char16_t* path);
 
 // Writes the tree over the file. Result: false for a null handle, a null root, or when there is no

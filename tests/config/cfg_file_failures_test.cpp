@@ -67,6 +67,18 @@ TEST_F(CfgFileFailures, AFileThatIsMadeOnAFullDiskIsEmpty) {
   ExpectOneDebugLine();
 }
 
+TEST_F(CfgFileFailures, APathThatAHandleCannotKeepIsRefused) {
+  EXPECT_EQ(CfgOpen(nullptr), nullptr);
+  EXPECT_EQ(CfgOpen(std::u16string(260, u'p').c_str()), nullptr);
+  const ScopedCfg longest(CfgOpen(std::u16string(259, u'p').c_str()));
+  EXPECT_NE(longest, nullptr);
+}
+
+TEST_F(CfgFileFailures, AChildWithoutATypeIsRefused) {
+  const ScopedCfg file(CfgOpen(kCfgPath));
+  EXPECT_EQ(CfgAddChild(file->root, u"name", nullptr, nullptr, 0), nullptr);
+}
+
 // Saving half a tree would lose what could not be read, so a reading that fails is no end of file.
 TEST_F(CfgFileFailures, AFileThatCannotBeReadIsRefused) {
   Put(kWorkedCfgFile);
