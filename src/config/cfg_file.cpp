@@ -26,8 +26,6 @@ constexpr std::size_t kFieldLimitBytes = 128;
 // no memory for it, whatever the system might still give.
 constexpr std::uint64_t kMissingBytesLimit = std::uint64_t{64} << 20;
 
-constexpr char kVersionText[8] = {'0', '.', '0', '.', '0', '.', '1', '\0'};
-
 Memory& Heap() {
   return World().memory;
 }
@@ -528,7 +526,8 @@ std::optional<std::size_t> ImageBytes(const CfgNode* root) {
                  std::min(static_cast<std::uint32_t>(node->len), node->storedBytes);
     }
   }
-  if (missing > kMissingBytesLimit) {
+  // One write takes 32 bits of size.
+  if (missing > kMissingBytesLimit || bytes > UINT32_MAX - kSaveBlockBytes) {
     return std::nullopt;
   }
   return static_cast<std::size_t>((bytes / kSaveBlockBytes + 1) * kSaveBlockBytes);
@@ -625,6 +624,27 @@ bool SaveTree(const char16_t* path, const CfgNode* root) {
   return true;
 }
 
+// Opening for appending makes an empty file, leaves an existing one, or finds that there can be
+// none. The file is closed again before it is written.
+bool CanBeMade(const char16_t* path) {
+  return ScopedFile(path, Files::Access::kOpenAlwaysForAppending).get() != nullptr;
+}
+
+// A node is either a leaf with a value or a container: what takes children gives its value up,
+// since a container's tag must not announce bytes that aren't written.
+void BecomeContainer(CfgNode& node) {
+  Heap().HeapFree(std::exchange(node.value, nullptr));
+  node.storedBytes = 0;
+  node.len = 0;
+}
+
+// Removes a child with its subtree.
+void RemoveChild(CfgNode& parent, CfgNode& child) {
+  Unlink(parent, child);
+  FreeSubtree(&child);
+  --parent.childCount;
+}
+
 }  // namespace
 
 CfgHandle* CfgOpen(const char16_t* path) {
@@ -665,12 +685,10 @@ void CfgClose(CfgHandle* handle) {
 
 bool CfgCreate(const char16_t* path) {
   CfgNode* root = NewNode("cfgobj", "null", 0, 0);
-  const bool built = root != nullptr && CfgAddChild(root, u"version", "string", kVersionText,
-                                                    sizeof(kVersionText)) != nullptr;
-  // Opening for appending makes an empty file, or finds that there can be none.
-  const bool saved = built &&
-                     ScopedFile(path, Files::Access::kOpenAlwaysForAppending).get() != nullptr &&
-                     SaveTree(path, root);
+  const bool built =
+      root != nullptr && CfgAddChild(root, u"version", "string", kCfgVersion.data(),
+                                     static_cast<std::int32_t>(kCfgVersion.size())) != nullptr;
+  const bool saved = built && CanBeMade(path) && SaveTree(path, root);
   FreeSubtree(root);
   return saved;
 }
@@ -699,6 +717,7 @@ CfgNode* CfgAddChild(CfgNode* parent, const char16_t* name, const char* type, co
   if (hasValue && value != nullptr) {
     std::memcpy(child->value, value, static_cast<std::size_t>(len));
   }
+  BecomeContainer(*parent);
   Append(*parent, *child);
   if (parent->childCount < INT32_MAX) {  // a file may announce the greatest number there is
     ++parent->childCount;
@@ -707,14 +726,21 @@ CfgNode* CfgAddChild(CfgNode* parent, const char16_t* name, const char* type, co
 }
 
 bool CfgDeleteChild(CfgNode* parent, const char* name) {
-  CfgNode* child =
-      name == nullptr ? nullptr : FindByName(parent, std::string_view(name).substr(0, 127));
+  CfgNode* child = name == nullptr
+                       ? nullptr
+                       : FindByName(parent, std::string_view(name).substr(0, kCfgNameBytes - 1));
   if (child == nullptr) {
     return false;
   }
-  Unlink(*parent, *child);
-  FreeSubtree(child);
-  --parent->childCount;
+  RemoveChild(*parent, *child);
+  return true;
+}
+
+bool CfgDeleteLastChild(CfgNode* parent) {
+  if (parent == nullptr || parent->lastChild == nullptr) {
+    return false;
+  }
+  RemoveChild(*parent, *parent->lastChild);
   return true;
 }
 
@@ -773,6 +799,7 @@ bool CfgSetValue(CfgNode& node, std::span<const std::byte> value) {
   }
   std::ranges::copy(value, node.value);
   node.len = static_cast<std::int32_t>(value.size());
+  node.childCount = 0;
   return true;
 }
 

@@ -20,6 +20,7 @@
 
 #include "platform/print_types.h"
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -31,6 +32,9 @@ inline constexpr std::size_t kCfgNameBytes = 128;      // UTF-8 with terminator
 inline constexpr std::size_t kCfgListNameUnits = 128;  // the most that a listed name may have
 inline constexpr std::size_t kCfgTagBytes = 256;       // a whole tag with terminator
 inline constexpr std::int32_t kCfgReplacedValueBytes = 8408;  // a favourite, all that is replaced
+
+// The value of the "version" that the tree of a new file holds.
+inline constexpr std::array<char, 8> kCfgVersion = {'0', '.', '0', '.', '0', '.', '1', '\0'};
 
 struct CfgNode {
   char name[kCfgNameBytes];  // UTF-8, NUL-terminated
@@ -75,8 +79,9 @@ bool CfgCreate(const char16_t* path);
 // children, whatever it holds. Names are compared as bytes, case-sensitively.
 CfgNode* CfgFindChild(const CfgNode* node, const char16_t* name);
 
-// Appends a child with copies of the type and the value. Result: the child; null for a null parent,
-// a name that needs more than 127 bytes, a tag that would not fit, or when there is no memory.
+// Appends a child with copies of the type and the value; the parent gives up a value of its own.
+// Result: the child; null for a null parent, a name that needs more than 127 bytes, a tag that
+// would not fit, or when there is no memory.
 CfgNode* CfgAddChild(CfgNode* parent, const char16_t* name, const char* type, const void* value,
                      std::int32_t len);
 
@@ -84,6 +89,9 @@ CfgNode* CfgAddChild(CfgNode* parent, const char16_t* name, const char* type, co
 // one.
 bool CfgDeleteChild(CfgNode* parent, const char16_t* name);
 bool CfgDeleteChild(CfgNode* parent, const char* name);
+
+// Removes the last direct child with its whole subtree. Result: whether there was one.
+bool CfgDeleteLastChild(CfgNode* parent);
 
 // Writes the names of the first children, in file order, into rows of `rowUnits` units that lie one
 // behind the other, cut to fit and terminated. Result: how many were written; they are those that
@@ -97,7 +105,8 @@ std::size_t CfgListChildren(const CfgNode* node, std::span<char16_t> rows, std::
 CfgNode* CfgReplaceNode(CfgNode* subtree, const char16_t* newName, const char16_t* oldName,
                         const void* value);
 
-// Replaces a node's value by these bytes. Result: false, with the old value, without memory.
+// Replaces a node's value by these bytes and makes it a leaf. Result: false, with the old value,
+// without memory.
 bool CfgSetValue(CfgNode& node, std::span<const std::byte> value);
 
 // Copies the first bytes of a value, zeros where the file ended early. Bytes behind `len` are zero.

@@ -8,6 +8,7 @@
 #include "core/ui_context.h"
 
 #include <algorithm>
+#include <bit>
 #include <cstring>
 
 namespace ostrel {
@@ -23,10 +24,8 @@ constexpr char16_t kWatermarks[] = u"watermarksetting";
 constexpr char kContainerType[] = "null";
 constexpr char kRecordType[] = "binary";
 
-using VersionValue = std::array<std::byte, 8>;
-constexpr VersionValue kCurrentVersion = {std::byte{'0'}, std::byte{'.'}, std::byte{'0'},
-                                          std::byte{'.'}, std::byte{'0'}, std::byte{'.'},
-                                          std::byte{'1'}, std::byte{0}};
+using VersionValue = std::array<std::byte, kCfgVersion.size()>;
+constexpr VersionValue kCurrentVersion = std::bit_cast<VersionValue>(kCfgVersion);
 
 using Path = std::array<char16_t, kMaxPathUnits>;
 
@@ -393,7 +392,8 @@ bool SettingStore::ReadValue(const char16_t* name, std::span<std::byte> value) c
 // ---- Favourites ---------------------------------------------------------------------------------
 
 bool FavoriteStore::Save(const char16_t* name, const UIContext& context) const {
-  return SaveValue(name, BytesOf(Pack(context, CallerText(name))));
+  const RecordName wanted(name);
+  return SaveValue(name, BytesOf(Pack(context, CallerText(wanted.get()))));
 }
 
 bool FavoriteStore::Read(const char16_t* name, UIContext* context) const {
@@ -416,10 +416,8 @@ bool FavoriteStore::SaveCurrent(const char16_t* name, const UIContext& context) 
   if (!file) {
     return false;
   }
-  if (const CfgNode* last = file.get()->lastChild) {
-    CfgDeleteChild(file.get(), last->name);
-  }
-  return file.AddAndSave(wanted.get(), BytesOf(Pack(context, CallerText(name))));
+  CfgDeleteLastChild(file.get());
+  return file.AddAndSave(wanted.get(), BytesOf(Pack(context, CallerText(wanted.get()))));
 }
 
 bool FavoriteStore::Rename(const char16_t* newName, const char16_t* oldName,
@@ -433,11 +431,10 @@ bool FavoriteStore::Rename(const char16_t* newName, const char16_t* oldName,
   if (!file) {
     return false;
   }
-  UIContext renamed = context;
-  auto& favoriteName = renamed.devmode.privateDevmode.FavoriteName;
+  FavoriteRecord record = Pack(context, CallerText(wanted.get()));
+  auto& favoriteName = record.privateDevmode.FavoriteName;
   std::memset(favoriteName, 0, kClearedBytes);
   CopyText(std::span(favoriteName).first(kStoreNameUnits), CallerText(wanted.get()));
-  const FavoriteRecord record = Pack(renamed, CallerText(wanted.get()));
   if (CfgReplaceNode(file.get(), wanted.get(), oldName, &record) == nullptr) {
     return false;
   }

@@ -4,6 +4,7 @@
 #include "core/process_state.h"
 #include "core/text.h"
 
+#include <algorithm>
 #include <string_view>
 
 namespace ostrel {
@@ -43,10 +44,14 @@ std::u16string_view WithoutLast(std::u16string_view name, std::size_t count) {
   return name.substr(0, name.size() - std::min(name.size(), count));
 }
 
+// A path that doesn't fit is none: cut, it would name another file.
 template <typename... Pieces>
 void WritePath(std::span<char16_t> path, Pieces... pieces) {
   TextBuilder text(path);
   (text.Add(pieces), ...);
+  if (!text.fits()) {
+    CopyText(path, {});
+  }
 }
 
 bool Exists(const char16_t* path) {

@@ -90,8 +90,10 @@ bool WritePair(PrinterHandle printer, const BlockNames& names, std::u16string_vi
 }
 
 // Reads a pair into a block of at least a T's size, zeros behind what was stored.
+// `noMemory`, where it is asked for, tells a block that there was no memory for from a missing one.
 template <typename T>
-HeapBlock<T> ReadPair(PrinterHandle printer, const BlockNames& names, std::uint32_t* sizeBytes) {
+HeapBlock<T> ReadPair(PrinterHandle printer, const BlockNames& names, std::uint32_t* sizeBytes,
+                      bool* noMemory = nullptr) {
   std::uint32_t type = 0;
   std::uint32_t needed = 0;
   *sizeBytes = 0;
@@ -101,6 +103,9 @@ HeapBlock<T> ReadPair(PrinterHandle printer, const BlockNames& names, std::uint3
     return {};
   }
   HeapBlock<T> block(std::max<std::size_t>(*sizeBytes, sizeof(T)));
+  if (noMemory != nullptr) {
+    *noMemory = !block;
+  }
   if (block && World().print.GetPrinterDataW(printer, ValueName(names.data, {}).get(), &type,
                                              block.get(), *sizeBytes, &needed) != kErrorSuccess) {
     block.reset();
@@ -331,7 +336,11 @@ bool UpgradePrinterData(PrinterHandle printer) {
       .Version = kVersion, .Size = sizeof(PrinterDataBlock), .Reserved = 0};
   const BlockNames& names = kBlockNames[static_cast<std::size_t>(PrinterBlock::kPrinterData)];
   std::uint32_t size = 0;
-  HeapBlock<PrinterDataBlock> block = ReadPair<PrinterDataBlock>(printer, names, &size);
+  bool noMemory = false;
+  HeapBlock<PrinterDataBlock> block = ReadPair<PrinterDataBlock>(printer, names, &size, &noMemory);
+  if (noMemory) {
+    return false;
+  }
   if (!block) {
     size = sizeof(PrinterDataBlock);
     block = HeapBlock<PrinterDataBlock>(size);

@@ -640,5 +640,37 @@ TEST_P(CfgCopyValueSizes, AreFilledWithZeros) {
   EXPECT_EQ(out, GetParam().out);
 }
 
+TEST(CfgKinds, ALeafThatTakesAChildGivesItsValueUp) {
+  test::TestWorld world;
+  const ScopedCfg file(CfgOpen(u"kinds.dat"));
+  ASSERT_NE(file, nullptr);
+  CfgNode* version = CfgFindChild(file->root, u"version");
+  ASSERT_NE(CfgAddChild(version, u"child", "t", nullptr, 0), nullptr);
+  EXPECT_EQ(version->len, 0);
+  EXPECT_EQ(version->value, nullptr);
+}
+
+TEST(CfgKinds, AContainerThatTakesAValueBecomesALeaf) {
+  test::TestWorld world;
+  const ScopedCfg file(CfgOpen(u"kinds.dat"));
+  ASSERT_NE(file, nullptr);
+  EXPECT_TRUE(CfgSetValue(*file->root, std::as_bytes(std::span(kCfgVersion))));
+  EXPECT_EQ(file->root->childCount, 0);
+  EXPECT_EQ(file->root->len, 8);
+}
+
+TEST(CfgDeleteLastChildTest, TakesTheLastOfTwoOfOneNameAndNothingFromALeaf) {
+  test::TestWorld world;
+  const ScopedCfg file(CfgOpen(u"kinds.dat"));
+  ASSERT_NE(file, nullptr);
+  CfgNode* first = CfgAddChild(file->root, u"twin", "t", "1", 1);
+  ASSERT_NE(CfgAddChild(file->root, u"twin", "t", "2", 1), nullptr);
+  EXPECT_TRUE(CfgDeleteLastChild(file->root));
+  EXPECT_EQ(file->root->lastChild, first);
+  EXPECT_EQ(file->root->childCount, 2);
+  EXPECT_FALSE(CfgDeleteLastChild(first));
+  EXPECT_FALSE(CfgDeleteLastChild(nullptr));
+}
+
 }  // namespace
 }  // namespace ostrel

@@ -280,5 +280,20 @@ TEST(SettingsInit, OnAFullDiskLeavesWhatFitted) {
   EXPECT_TRUE(CustomPaperStore().Save(u"Card", CustomPaperRecord{}));
 }
 
+// A container that announces a value would swallow what follows it, at every reading anew.
+TEST(SettingsInitOnADamagedFile, MakesContainersOfLeavesThatStandInTheirPlace) {
+  test::TestWorld world;
+  test::PutSettings(world, Bytes("<object:cfgobj,type:null,len:0,childobjs:2>\n"
+                                 "<object:version,type:string,len:8,childobjs:0>0.0.0.1\0<endobj>\n"
+                                 "<object:UIParam,type:null,len:4,childobjs:0>abcd<endobj>\n"
+                                 "<endobj>\n"));
+  ASSERT_TRUE(InitSettingsFile());
+  const std::string made = test::Settings(world);
+  ASSERT_TRUE(InitSettingsFile());
+  EXPECT_EQ(test::Settings(world), made);
+  EXPECT_EQ(made.find("abcd"), std::string::npos);
+  EXPECT_NE(made.find("<object:UIParam,type:null,len:0,childobjs:4>"), std::string::npos);
+}
+
 }  // namespace
 }  // namespace ostrel

@@ -360,8 +360,8 @@ TEST_P(EveryStore, KeepsNamesAsUtf8) {
   for (const NameCase& row : kCases) {
     test::PutSettings(world_, File({}));
     ASSERT_TRUE(any_.Save(row.wide.c_str(), 1)) << row.name;
-    // A favourite's record holds the name as it was given.
-    EXPECT_SETTINGS(world_, File({Kept(row.narrow, row.wide, 1)})) << row.name;
+    // A favourite's record holds the name of the working copy.
+    EXPECT_SETTINGS(world_, File({Kept(row.narrow, row.wide.substr(0, 31), 1)})) << row.name;
     std::string value;
     EXPECT_TRUE(any_.Read(row.wide.c_str(), value)) << row.name;
     EXPECT_EQ(value, ReadBack(1)) << row.name;

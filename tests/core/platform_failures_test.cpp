@@ -250,8 +250,8 @@ const headless::StoredValues kOldPrinterData = {
 INSTANTIATE_TEST_SUITE_P(
     Blocks, UpgradeFailures,
     testing::Values(UpgradeCase{"None", {}, {"OpenPrinterW", "HeapAlloc"}, 5},
-                    // Without memory for the stored block a fresh one is tried.
-                    UpgradeCase{"Old", kOldPrinterData, {"OpenPrinterW"}, 6}),
+                    // Without memory for the stored block nothing takes its place.
+                    UpgradeCase{"Old", kOldPrinterData, {"OpenPrinterW", "HeapAlloc"}, 6}),
     test::CaseName());
 
 TEST_P(UpgradeFailures, CloseWhatWasOpenedAndLeaveValuesWhole) {
