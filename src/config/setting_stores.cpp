@@ -188,11 +188,8 @@ SettingsFileState Corrupt(ScopedCfg file) {
   const ModuleHandle module = Process().CurrentLanguageModule;
   char16_t caption[128] = {};
   char16_t text[512] = {};
-  const auto load = [module](std::uint32_t id, std::span<char16_t> buffer) {
-    return module != nullptr && World().modules.LoadStringW(module, id, buffer.data(),
-                                                            static_cast<int>(buffer.size())) > 0;
-  };
-  if (!load(kStringFavorites, caption) || !load(kStringSettingsFileDamaged, text)) {
+  if (!LoadExistingString(module, kStringFavorites, caption) ||
+      !LoadExistingString(module, kStringSettingsFileDamaged, text)) {
     CopyText(caption, u"Config File");
     CopyText(text, u"File Corruption!");
   }

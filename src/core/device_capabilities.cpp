@@ -100,9 +100,7 @@ MediaReadyNames BuildMediaReadyNames(ModuleHandle module) {
   MediaReadyNames names = {};
   WriteTableNames(module, names.front().data());
   char16_t format[2 * kPaperNameUnits] = {};
-  const bool hasFormat =
-      module != nullptr && World().modules.LoadStringW(module, kStringCustomPaperFormat, format,
-                                                       static_cast<int>(std::size(format))) > 0;
+  const bool hasFormat = LoadExistingString(module, kStringCustomPaperFormat, format);
   std::int64_t number = 0;
   for (PaperNameRow& row : std::span(names).subspan(kPaperRows)) {
     ++number;

@@ -122,6 +122,11 @@ const char16_t* LanguageSuffixOf(std::uint16_t languageId) {
   return kEnglishSuffix.data();
 }
 
+bool LoadExistingString(ModuleHandle module, std::uint32_t id, std::span<char16_t> buffer) {
+  return module != nullptr && World().modules.LoadStringW(module, id, buffer.data(),
+                                                          static_cast<int>(buffer.size())) > 0;
+}
+
 void GetLanguageSuffix(const char16_t* driverName, std::span<char16_t> suffix) {
   CopyText(suffix, {});
   if (ReadUserValue(u"Suffix", suffix, driverName) && suffix.front() != u'\0') {

@@ -17,6 +17,9 @@ inline constexpr std::size_t kLanguageSuffixUnits = 128;
 // Result: units written, without the terminator.
 int LoadUiString(ModuleHandle module, std::uint32_t id, std::span<char16_t> buffer);
 
+// Loads a string that is really there: nothing stands in for a missing one. Result: whether it was.
+bool LoadExistingString(ModuleHandle module, std::uint32_t id, std::span<char16_t> buffer);
+
 // The language suffix of a printer's texts: the one stored for the user, or else the one of the
 // system's language, which is then stored.
 void GetLanguageSuffix(const char16_t* driverName, std::span<char16_t> suffix);

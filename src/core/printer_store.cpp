@@ -189,12 +189,6 @@ UserText ReadUserText(const char16_t* valueName, const char16_t* subkey) {
   return text;
 }
 
-// A text of the language library, told apart from the words that stand in for a missing one.
-bool LoadExistingString(ModuleHandle module, std::uint32_t id, std::span<char16_t> text) {
-  return module != nullptr &&
-         World().modules.LoadStringW(module, id, text.data(), static_cast<int>(text.size())) > 0;
-}
-
 // The caption that tells the model: "Model: NAME ", or the printer's name where either is missing.
 void WriteCaption(ModuleHandle module, const char16_t* printerName) {
   UserText model = {};

@@ -26,8 +26,7 @@ void TranslateDefaultWatermark(ModuleHandle module) {
   }
   // Only a real text: the words that stand in for a missing one would stay for good.
   char16_t translated[kWatermarkNameCharacters + 1] = {};
-  if (World().modules.LoadStringW(module, kStringNoWatermark, translated,
-                                  static_cast<int>(std::size(translated))) > 0) {
+  if (LoadExistingString(module, kStringNoWatermark, translated)) {
     CopyText(name, FieldText(translated));
   }
 }
