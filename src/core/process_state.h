@@ -11,6 +11,18 @@
 namespace ostrel {
 
 struct UIContext;
+struct PageStateTable;
+
+inline constexpr std::size_t kDocumentPageRows = 6;
+inline constexpr std::size_t kPrinterPageRows = 2;
+inline constexpr std::size_t kPageTitleUnits = 256;
+
+// A service for a page that hands over a temporary file: while the flag is set, the file at the
+// path is deleted at a thread's end and at a sheet's.
+struct TemporaryFile {
+  bool set;
+  char16_t path[kMaxPathUnits];
+};
 
 struct ProcessState {
   // The platform behind every operation. Not owned.
@@ -40,6 +52,28 @@ struct ProcessState {
   // The record from which the watermark of every new settings record is copied. Its name is
   // translated in place, the first time that a language library is there.
   WatermarkData DefaultWatermark = kNoWatermark;
+
+  // The states of all threads' pages: one megabyte, all zero at load. Not owned.
+  ostrel::PageStateTable* PageStates = nullptr;
+
+  // The titles of the sheets' pages, as they were loaded last.
+  char16_t DocumentPageTitles[kDocumentPageRows][kPageTitleUnits] = {};
+  char16_t PrinterPageTitles[kPrinterPageRows][kPageTitleUnits] = {};
+
+  // Where the page of the job's PIN stands in the document sheet's table; 0 when it isn't shown.
+  std::int32_t JobPinPageIndex = 0;
+
+  // What the pages' dialogs are made in; kNone until one could be made.
+  ActivationContext PageActivationContext = ActivationContext::kNone;
+
+  // The icon beside an option that is locked, loaded once.
+  ImageHandle MessageIcon = nullptr;
+
+  TemporaryFile TemporaryFileSlot = {};
+
+  // Users of the library. Nothing counts them.
+  std::int32_t ObjectsInUse = 0;
+  std::int32_t LocksInUse = 0;
 };
 
 // The state in force. One must have been set.

@@ -6,16 +6,13 @@
 #include "core/parameter_table.h"
 #include "core/settings_record.h"
 #include "platform/print_types.h"
+#include "platform/window_types.h"
 
 #include <cstdint>
 
 namespace ostrel {
 
 inline constexpr std::size_t kDriverNameUnits = 260;
-
-// The common property sheet's function (winddiui.h, PFNCOMPROPSHEET).
-using SheetCallback = std::intptr_t (*)(SheetHandle sheet, std::uint32_t function,
-                                        std::intptr_t param1, std::intptr_t param2);
 
 // Zero-filled when made.
 struct UIContext {

@@ -7,6 +7,7 @@
 #pragma once
 
 #include "platform/print_types.h"
+#include "platform/window_types.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -34,6 +35,8 @@ class PrintSystem {
   virtual std::uint32_t SetPrinterDataW(PrinterHandle printer, const char16_t* name,
                                         std::uint32_t type, const void* data,
                                         std::uint32_t sizeBytes) = 0;
+  virtual bool SetPrinterW(PrinterHandle printer, std::uint32_t level, const void* buffer,
+                           std::uint32_t command) = 0;
 
  protected:
   ~PrintSystem() = default;
@@ -62,6 +65,10 @@ class Modules {
   // Result: units written without the terminator; a longer text is cut to fit; 0 when there is
   // none.
   virtual int LoadStringW(ModuleHandle module, std::uint32_t id, char16_t* buffer, int units) = 0;
+  // Whether the module holds a resource of this id and type, RT_....
+  virtual bool FindResourceW(ModuleHandle module, std::uint32_t id, std::uint32_t type) = 0;
+  // Result: null when the module exports no such function.
+  virtual ExportedFunction GetProcAddress(ModuleHandle module, const char* name) = 0;
 
  protected:
   ~Modules() = default;
@@ -151,15 +158,106 @@ class Shell {
   ~Shell() = default;
 };
 
-// Windows and boxes (user32).
+// Windows, dialogs, their controls and boxes (user32, comctl32).
 class Windows {
  public:
   // Result: the button's id, 0 when the box can't be shown.
   virtual int MessageBoxW(WindowHandle owner, const char16_t* text, const char16_t* caption,
                           std::uint32_t style) = 0;
 
+  // Result: null when the dialog has no such control.
+  virtual WindowHandle GetDlgItem(WindowHandle dialog, std::int32_t id) = 0;
+  virtual WindowHandle GetParent(WindowHandle window) = 0;
+  virtual bool EnableWindow(WindowHandle window, bool enable) = 0;
+  virtual bool IsWindowEnabled(WindowHandle window) = 0;
+  virtual bool ShowWindow(WindowHandle window, std::int32_t command) = 0;
+  virtual WindowHandle SetFocus(WindowHandle window) = 0;
+  virtual bool InvalidateRect(WindowHandle window) = 0;  // the whole window, its background too
+  virtual std::intptr_t SendMessageW(WindowHandle window, std::uint32_t message,
+                                     std::uintptr_t wParam, std::intptr_t lParam) = 0;
+
+  // Result: units copied, without the terminator.
+  virtual int GetWindowTextW(WindowHandle window, char16_t* buffer, int units) = 0;
+  virtual bool SetWindowTextW(WindowHandle window, const char16_t* text) = 0;
+  virtual bool SetWindowTextA(WindowHandle window, const char* text) = 0;
+  // Texts and numbers of a dialog's control. `translated` tells whether the text was a number.
+  virtual std::uint32_t GetDlgItemTextA(WindowHandle dialog, std::int32_t id, char* buffer,
+                                        int bytes) = 0;
+  virtual std::uint32_t GetDlgItemInt(WindowHandle dialog, std::int32_t id, bool* translated,
+                                      bool isSigned) = 0;
+  virtual bool CheckDlgButton(WindowHandle dialog, std::int32_t id, std::uint32_t state) = 0;
+  virtual std::uint32_t IsDlgButtonChecked(WindowHandle dialog, std::int32_t id) = 0;
+
+  virtual std::intptr_t GetWindowLongPtrW(WindowHandle window, std::int32_t index) = 0;
+  virtual std::intptr_t SetWindowLongPtrW(WindowHandle window, std::int32_t index,
+                                          std::intptr_t value) = 0;
+  // Sets a value of the window's class.
+  virtual std::uintptr_t SetClassLongPtrW(WindowHandle window, std::int32_t index,
+                                          std::intptr_t value) = 0;
+
+  // In screen coordinates, and the way from one window's client coordinates to another's; a null
+  // window stands for the screen. A mirrored target turns left and right round.
+  virtual bool GetWindowRect(WindowHandle window, Rect* rect) = 0;
+  virtual int MapWindowPoints(WindowHandle from, WindowHandle to, Rect* rect) = 0;
+  virtual bool GetCursorPos(Point* point) = 0;
+  virtual bool SetCursorPos(std::int32_t x, std::int32_t y) = 0;
+
+  // A window without a place of its own, such as a tooltip, owned by `owner` and destroyed with it.
+  virtual WindowHandle CreateWindowExW(std::uint32_t extendedStyle, const char16_t* className,
+                                       std::uint32_t style, WindowHandle owner,
+                                       ModuleHandle module) = 0;
+  virtual bool DestroyWindow(WindowHandle window) = 0;
+
+  // An icon or a bitmap of a module, in pixels. Null when there is none.
+  virtual ImageHandle LoadImageW(ModuleHandle module, std::uint32_t id, std::uint32_t kind,
+                                 std::int32_t width, std::int32_t height) = 0;
+
  protected:
   ~Windows() = default;
+};
+
+// Drawing (gdi32, msimg32, user32).
+class Graphics {
+ public:
+  // Null when the module holds no such bitmap. Freed with DeleteObject.
+  virtual GdiObject LoadBitmapW(ModuleHandle module, std::uint32_t id) = 0;
+  virtual bool DeleteObject(GdiObject object) = 0;
+  // The size of a bitmap in pixels.
+  virtual bool GetBitmapSize(GdiObject bitmap, Size* size) = 0;
+
+  // The device context of a window, of the screen for null. Given back with ReleaseDC.
+  virtual DeviceContext GetDC(WindowHandle window) = 0;
+  virtual int ReleaseDC(WindowHandle window, DeviceContext context) = 0;
+  virtual int GetDeviceCaps(DeviceContext context, std::int32_t index) = 0;
+  // A context in memory, compatible with another one. Freed with DeleteDC.
+  virtual DeviceContext CreateCompatibleDC(DeviceContext context) = 0;
+  virtual bool DeleteDC(DeviceContext context) = 0;
+  // Result: what was selected before; null on failure.
+  virtual GdiObject SelectObject(DeviceContext context, GdiObject object) = 0;
+  // How the context counts its horizontal way, kLayout....
+  virtual std::uint32_t GetLayout(DeviceContext context) = 0;
+  virtual std::uint32_t SetLayout(DeviceContext context, std::uint32_t layout) = 0;
+  // Copies a rectangle of the same size, leaving out pixels of a colour (0x00BBGGRR).
+  virtual bool TransparentBlt(DeviceContext target, const Rect& place, DeviceContext source,
+                              Point from, std::uint32_t transparentColor) = 0;
+
+ protected:
+  ~Graphics() = default;
+};
+
+// Threads, versions and activation contexts (kernel32).
+class System {
+ public:
+  virtual std::uint32_t GetCurrentThreadId() = 0;
+  // The system's major version.
+  virtual std::uint32_t GetMajorVersion() = 0;
+  // An activation context from a module's manifest resource. Result: kNone when it can't be
+  // made.
+  virtual ActivationContext CreateActCtxW(ModuleHandle module, std::uint32_t manifestId) = 0;
+  virtual void ReleaseActCtx(ActivationContext context) = 0;
+
+ protected:
+  ~System() = default;
 };
 
 // Memory whose lack an operation must survive (kernel32).
@@ -195,6 +293,8 @@ struct Platform {
   Security& security;
   Shell& shell;
   Windows& windows;
+  Graphics& graphics;
+  System& system;
   Memory& memory;
   DebugOutput& debug;
 };

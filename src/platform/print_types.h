@@ -134,6 +134,7 @@ static_assert(kDevmodeHeaderBytes ==
 enum DocumentMode : std::uint32_t {
   kDmUpdate = 1,
   kDmCopy = 2,
+  kDmNoPermission = 0x20,  // of the document property header alone
 };
 
 // ---- Printers and drivers (winspool.h) ----------------------------------------------------------
@@ -198,6 +199,12 @@ static_assert(offsetof(PrinterInfo2, Status) == 124);
 static_assert(offsetof(PrinterInfo2, cJobs) == 128);
 static_assert(offsetof(PrinterInfo2, AveragePPM) == 132);
 
+// PRINTER_INFO_8W, the printer's own default record.
+struct PrinterInfo8 {
+  PublicDevmode* pDevMode;
+};
+static_assert(sizeof(PrinterInfo8) == 8);
+
 // DRIVER_INFO_2W.
 struct DriverInfo2 {
   std::uint32_t cVersion;
@@ -237,6 +244,19 @@ static_assert(offsetof(DocumentPropertyHeader, pdmIn) == 24);
 static_assert(offsetof(DocumentPropertyHeader, pdmOut) == 32);
 static_assert(offsetof(DocumentPropertyHeader, cbOut) == 40);
 static_assert(offsetof(DocumentPropertyHeader, fMode) == 44);
+
+// DEVICEPROPERTYHEADER. It begins as DOCUMENTPROPERTYHEADER does.
+struct DevicePropertyHeader {
+  std::uint16_t cbSize;
+  std::uint16_t Flags;
+  PrinterHandle hPrinter;
+  char16_t* pszPrinterName;
+};
+static_assert(sizeof(DevicePropertyHeader) == 24);
+static_assert(offsetof(DevicePropertyHeader, hPrinter) ==
+              offsetof(DocumentPropertyHeader, hPrinter));
+static_assert(offsetof(DevicePropertyHeader, pszPrinterName) ==
+              offsetof(DocumentPropertyHeader, pszPrinterName));
 
 // DEVQUERYPRINT_INFO.
 struct DevQueryPrintInfo {
@@ -372,7 +392,10 @@ enum ValueType : std::uint32_t {
   kRegDword = 4,
 };
 
-inline constexpr std::uint32_t kTokenUser = 1;  // TOKEN_INFORMATION_CLASS, winnt.h
+// TOKEN_INFORMATION_CLASS, winnt.h.
+inline constexpr std::uint32_t kTokenUser = 1;
+inline constexpr std::uint32_t kTokenGroups = 2;
+inline constexpr std::uint32_t kGroupEnabled = 0x4;  // SE_GROUP_ENABLED
 
 // TOKEN_USER, its SID_AND_ATTRIBUTES told apart.
 struct TokenUser {
@@ -380,6 +403,13 @@ struct TokenUser {
   std::uint32_t Attributes;
 };
 static_assert(sizeof(TokenUser) == 16);
+
+// TOKEN_GROUPS, as many rows as it tells. A row is a SID_AND_ATTRIBUTES.
+struct TokenGroups {
+  std::uint32_t GroupCount;
+  TokenUser Groups[1];
+};
+static_assert(offsetof(TokenGroups, Groups) == 8);
 
 inline constexpr std::size_t kUserNameUnits = 257;  // UNLEN + 1, lmcons.h
 
@@ -392,6 +422,7 @@ inline constexpr std::uint32_t kHelpContext = 15;                    // HH_HELP_
 // Styles of message boxes, winuser.h.
 enum MessageBoxStyle : std::uint32_t {
   kMbIconError = 0x10,
+  kMbIconExclamation = 0x30,
   kMbRightToLeft = 0x180000,  // MB_RIGHT | MB_RTLREADING
 };
 

@@ -50,8 +50,10 @@ const std::vector<std::byte>& EnglishResourceFile() {
   return file;
 }
 
-TestWorld::TestWorld() {
+TestWorld::TestWorld()
+    : pageStates(static_cast<PageStateTable*>(std::calloc(1, sizeof(PageStateTable))), &std::free) {
   process.platform = &platform.lists;
+  process.PageStates = pageStates.get();
   platform.locale.country = u"49";
   platform.modules.Install(kLibraryPath);
   platform.modules.Install(kEnglishLibraryPath, EnglishStrings());
@@ -60,8 +62,15 @@ TestWorld::TestWorld() {
   printer = &platform.print.AddPrinter({.name = kPrinterName, .driverName = kDriverName});
 }
 
+void TestWorld::FreeWhatLivesToTheEnd() {
+  FreeUIContext(std::exchange(process.DefaultContextCopy, nullptr));
+  if (platform.memory.liveBlocks() != 0) {  // the walk through the table is long
+    ReleaseAllPageStates();
+  }
+}
+
 TestWorld::~TestWorld() {
-  FreeUIContext(process.DefaultContextCopy);
+  FreeWhatLivesToTheEnd();
   if (platform.memory.liveBlocks() != 0) {
     unfreed += std::to_string(platform.memory.liveBlocks()) + " blocks; ";
   }
@@ -82,8 +91,7 @@ PrinterHandle TestWorld::OpenPrinter() {
 }
 
 std::string TestWorld::Leftovers(std::size_t expectedLoads) {
-  FreeUIContext(process.DefaultContextCopy);
-  process.DefaultContextCopy = nullptr;
+  FreeWhatLivesToTheEnd();
   std::string left;
   const auto report = [&left](const char* what, std::size_t count, std::size_t expected) {
     if (count != expected) {

@@ -2,10 +2,13 @@
 // installed in it, fresh process-wide words, and both in force for the length of the scope.
 #pragma once
 
+#include "core/page_state_table.h"
 #include "core/process_state.h"
 #include "platform/headless/headless_platform.h"
 
 #include <cstddef>
+#include <cstdlib>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -61,9 +64,13 @@ class TestWorld {
 
   headless::HeadlessPlatform platform;
   ProcessState process;
+  // The table of page states: from calloc, so that its megabyte costs nothing until it is used.
+  std::unique_ptr<PageStateTable, decltype(&std::free)> pageStates;
   headless::HeadlessPrinter* printer;
 
  private:
+  void FreeWhatLivesToTheEnd();
+
   ScopedProcessState scope_{process};
 };
 

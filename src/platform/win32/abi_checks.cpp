@@ -93,6 +93,9 @@ OSTREL_SAME_MEMBER(PrinterInfo2, PRINTER_INFO_2W, Status);
 OSTREL_SAME_MEMBER(PrinterInfo2, PRINTER_INFO_2W, cJobs);
 OSTREL_SAME_MEMBER(PrinterInfo2, PRINTER_INFO_2W, AveragePPM);
 
+OSTREL_SAME_SIZE(PrinterInfo8, PRINTER_INFO_8W);
+OSTREL_SAME_MEMBER(PrinterInfo8, PRINTER_INFO_8W, pDevMode);
+
 OSTREL_SAME_SIZE(DriverInfo2, DRIVER_INFO_2W);
 OSTREL_SAME_MEMBER(DriverInfo2, DRIVER_INFO_2W, cVersion);
 OSTREL_SAME_MEMBER(DriverInfo2, DRIVER_INFO_2W, pName);
@@ -110,6 +113,12 @@ OSTREL_SAME_MEMBER(DocumentPropertyHeader, DOCUMENTPROPERTYHEADER, pdmIn);
 OSTREL_SAME_MEMBER(DocumentPropertyHeader, DOCUMENTPROPERTYHEADER, pdmOut);
 OSTREL_SAME_MEMBER(DocumentPropertyHeader, DOCUMENTPROPERTYHEADER, cbOut);
 OSTREL_SAME_MEMBER(DocumentPropertyHeader, DOCUMENTPROPERTYHEADER, fMode);
+
+OSTREL_SAME_SIZE(DevicePropertyHeader, DEVICEPROPERTYHEADER);
+OSTREL_SAME_MEMBER(DevicePropertyHeader, DEVICEPROPERTYHEADER, cbSize);
+OSTREL_SAME_MEMBER(DevicePropertyHeader, DEVICEPROPERTYHEADER, Flags);
+OSTREL_SAME_MEMBER(DevicePropertyHeader, DEVICEPROPERTYHEADER, hPrinter);
+OSTREL_SAME_MEMBER(DevicePropertyHeader, DEVICEPROPERTYHEADER, pszPrinterName);
 
 OSTREL_SAME_SIZE(DevQueryPrintInfo, DEVQUERYPRINT_INFO);
 OSTREL_SAME_MEMBER(DevQueryPrintInfo, DEVQUERYPRINT_INFO, cbSize);
@@ -209,6 +218,9 @@ OSTREL_SAME_VALUE(kRegSz, REG_SZ);
 OSTREL_SAME_VALUE(kRegBinary, REG_BINARY);
 OSTREL_SAME_VALUE(kRegDword, REG_DWORD);
 OSTREL_SAME_VALUE(kTokenUser, ::TokenUser);
+OSTREL_SAME_VALUE(kTokenGroups, ::TokenGroups);
+OSTREL_SAME_VALUE(kGroupEnabled, SE_GROUP_ENABLED);
+OSTREL_SAME_VALUE(kDmNoPermission, 0x20);  // DM_NOPERMISSION of winddiui.h
 OSTREL_SAME_VALUE(kUserNameUnits, UNLEN + 1);
 OSTREL_SAME_VALUE(kInvalidFileAttributes, INVALID_FILE_ATTRIBUTES);
 OSTREL_SAME_VALUE(kCsidlSystem, CSIDL_SYSTEM);
@@ -216,10 +228,14 @@ OSTREL_SAME_VALUE(kCsidlAppData, CSIDL_APPDATA);
 OSTREL_SAME_VALUE(kCsidlFlagCreate, CSIDL_FLAG_CREATE);
 OSTREL_SAME_VALUE(kHelpContext, HH_HELP_CONTEXT);
 OSTREL_SAME_VALUE(kMbIconError, MB_ICONERROR);
+OSTREL_SAME_VALUE(kMbIconExclamation, MB_ICONEXCLAMATION);
 OSTREL_SAME_VALUE(kMbRightToLeft, MB_RIGHT | MB_RTLREADING);
 static_assert(sizeof(TokenUser) == sizeof(TOKEN_USER));
 static_assert(offsetof(TokenUser, Sid) == offsetof(TOKEN_USER, User.Sid));
 static_assert(offsetof(TokenUser, Attributes) == offsetof(TOKEN_USER, User.Attributes));
+
+static_assert(offsetof(TokenGroups, Groups) == offsetof(TOKEN_GROUPS, Groups));
+static_assert(sizeof(TokenUser) == sizeof(SID_AND_ATTRIBUTES));
 
 // NOLINTEND(bugprone-sizeof-expression)
 

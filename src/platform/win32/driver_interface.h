@@ -21,6 +21,14 @@ struct DOCUMENTPROPERTYHEADER {
   DWORD fMode;
 };
 
+// The last argument of DrvDevicePropertySheets.
+struct DEVICEPROPERTYHEADER {
+  WORD cbSize;
+  WORD Flags;
+  HANDLE hPrinter;
+  LPWSTR pszPrinterName;
+};
+
 // The argument of DevQueryPrintEx.
 struct DEVQUERYPRINT_INFO {
   WORD cbSize;

@@ -23,4 +23,14 @@ int SystemModules::LoadStringW(ModuleHandle module, std::uint32_t id, char16_t* 
   return ::LoadStringW(FromModule(module), id, Wide(buffer), units);
 }
 
+bool SystemModules::FindResourceW(ModuleHandle module, std::uint32_t id, std::uint32_t type) {
+  return ::FindResourceW(FromModule(module), MAKEINTRESOURCEW(id), MAKEINTRESOURCEW(type)) !=
+         nullptr;
+}
+
+ExportedFunction SystemModules::GetProcAddress(ModuleHandle module, const char* name) {
+  return reinterpret_cast<ExportedFunction>(
+      reinterpret_cast<void*>(::GetProcAddress(FromModule(module), name)));
+}
+
 }  // namespace ostrel::win32

@@ -79,4 +79,11 @@ std::uint32_t SystemPrintSystem::SetPrinterDataW(PrinterHandle printer, const ch
                            static_cast<BYTE*>(const_cast<void*>(data)), sizeBytes);
 }
 
+bool SystemPrintSystem::SetPrinterW(PrinterHandle printer, std::uint32_t level, const void* buffer,
+                                    std::uint32_t command) {
+  // The platform takes the structure as writable and doesn't write to it.
+  return ::SetPrinterW(printer, level, static_cast<BYTE*>(const_cast<void*>(buffer)), command) !=
+         FALSE;
+}
+
 }  // namespace ostrel::win32

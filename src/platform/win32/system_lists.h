@@ -23,6 +23,8 @@ class SystemPrintSystem final : public PrintSystem {
                                 std::uint32_t* neededBytes) override;
   std::uint32_t SetPrinterDataW(PrinterHandle printer, const char16_t* name, std::uint32_t type,
                                 const void* data, std::uint32_t sizeBytes) override;
+  bool SetPrinterW(PrinterHandle printer, std::uint32_t level, const void* buffer,
+                   std::uint32_t command) override;
 };
 
 class SystemLocale final : public Locale {
@@ -39,6 +41,8 @@ class SystemModules final : public Modules {
   ModuleHandle LoadLibraryW(const char16_t* path) override;
   bool FreeLibrary(ModuleHandle module) override;
   int LoadStringW(ModuleHandle module, std::uint32_t id, char16_t* buffer, int units) override;
+  bool FindResourceW(ModuleHandle module, std::uint32_t id, std::uint32_t type) override;
+  ExportedFunction GetProcAddress(ModuleHandle module, const char* name) override;
 };
 
 class SystemFiles final : public Files {
@@ -94,6 +98,64 @@ class SystemWindows final : public Windows {
  public:
   int MessageBoxW(WindowHandle owner, const char16_t* text, const char16_t* caption,
                   std::uint32_t style) override;
+  WindowHandle GetDlgItem(WindowHandle dialog, std::int32_t id) override;
+  WindowHandle GetParent(WindowHandle window) override;
+  bool EnableWindow(WindowHandle window, bool enable) override;
+  bool IsWindowEnabled(WindowHandle window) override;
+  bool ShowWindow(WindowHandle window, std::int32_t command) override;
+  WindowHandle SetFocus(WindowHandle window) override;
+  bool InvalidateRect(WindowHandle window) override;
+  std::intptr_t SendMessageW(WindowHandle window, std::uint32_t message, std::uintptr_t wParam,
+                             std::intptr_t lParam) override;
+  int GetWindowTextW(WindowHandle window, char16_t* buffer, int units) override;
+  bool SetWindowTextW(WindowHandle window, const char16_t* text) override;
+  bool SetWindowTextA(WindowHandle window, const char* text) override;
+  std::uint32_t GetDlgItemTextA(WindowHandle dialog, std::int32_t id, char* buffer,
+                                int bytes) override;
+  std::uint32_t GetDlgItemInt(WindowHandle dialog, std::int32_t id, bool* translated,
+                              bool isSigned) override;
+  bool CheckDlgButton(WindowHandle dialog, std::int32_t id, std::uint32_t state) override;
+  std::uint32_t IsDlgButtonChecked(WindowHandle dialog, std::int32_t id) override;
+  std::intptr_t GetWindowLongPtrW(WindowHandle window, std::int32_t index) override;
+  std::intptr_t SetWindowLongPtrW(WindowHandle window, std::int32_t index,
+                                  std::intptr_t value) override;
+  std::uintptr_t SetClassLongPtrW(WindowHandle window, std::int32_t index,
+                                  std::intptr_t value) override;
+  bool GetWindowRect(WindowHandle window, Rect* rect) override;
+  int MapWindowPoints(WindowHandle from, WindowHandle to, Rect* rect) override;
+  bool GetCursorPos(Point* point) override;
+  bool SetCursorPos(std::int32_t x, std::int32_t y) override;
+  WindowHandle CreateWindowExW(std::uint32_t extendedStyle, const char16_t* className,
+                               std::uint32_t style, WindowHandle owner,
+                               ModuleHandle module) override;
+  bool DestroyWindow(WindowHandle window) override;
+  ImageHandle LoadImageW(ModuleHandle module, std::uint32_t id, std::uint32_t kind,
+                         std::int32_t width, std::int32_t height) override;
+};
+
+class SystemGraphics final : public Graphics {
+ public:
+  GdiObject LoadBitmapW(ModuleHandle module, std::uint32_t id) override;
+  bool DeleteObject(GdiObject object) override;
+  bool GetBitmapSize(GdiObject bitmap, Size* size) override;
+  DeviceContext GetDC(WindowHandle window) override;
+  int ReleaseDC(WindowHandle window, DeviceContext context) override;
+  int GetDeviceCaps(DeviceContext context, std::int32_t index) override;
+  DeviceContext CreateCompatibleDC(DeviceContext context) override;
+  bool DeleteDC(DeviceContext context) override;
+  GdiObject SelectObject(DeviceContext context, GdiObject object) override;
+  std::uint32_t GetLayout(DeviceContext context) override;
+  std::uint32_t SetLayout(DeviceContext context, std::uint32_t layout) override;
+  bool TransparentBlt(DeviceContext target, const Rect& place, DeviceContext source, Point from,
+                      std::uint32_t transparentColor) override;
+};
+
+class SystemSystem final : public System {
+ public:
+  std::uint32_t GetCurrentThreadId() override;
+  std::uint32_t GetMajorVersion() override;
+  ActivationContext CreateActCtxW(ModuleHandle module, std::uint32_t manifestId) override;
+  void ReleaseActCtx(ActivationContext context) override;
 };
 
 class SystemMemory final : public Memory {

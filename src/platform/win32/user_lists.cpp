@@ -1,4 +1,4 @@
-// The registry and security of advapi32, the shell, its help, and message boxes.
+// The registry and security of advapi32, the shell and its help.
 #include "platform/win32/native_types.h"
 #include "platform/win32/system_lists.h"
 
@@ -111,13 +111,6 @@ WindowHandle SystemShell::HtmlHelpW(WindowHandle window, const char16_t* file,
                                        : reinterpret_cast<Function>(reinterpret_cast<void*>(
                                              ::GetProcAddress(control, "HtmlHelpW")));
   return help == nullptr ? nullptr : ToWindow(help(FromWindow(window), Wide(file), command, data));
-}
-
-// ---- Windows ------------------------------------------------------------------------------------
-
-int SystemWindows::MessageBoxW(WindowHandle owner, const char16_t* text, const char16_t* caption,
-                               std::uint32_t style) {
-  return ::MessageBoxW(FromWindow(owner), Wide(text), Wide(caption), style);
 }
 
 }  // namespace ostrel::win32

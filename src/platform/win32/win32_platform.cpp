@@ -14,6 +14,8 @@ constinit SystemRegistry registry;
 constinit SystemSecurity security;
 constinit SystemShell shell;
 constinit SystemWindows windows;
+constinit SystemGraphics graphics;
+constinit SystemSystem systemList;
 constinit SystemMemory memory;
 constinit SystemDebugOutput debugOutput;
 
@@ -25,6 +27,8 @@ constinit Platform platform = {.print = printSystem,
                                .security = security,
                                .shell = shell,
                                .windows = windows,
+                               .graphics = graphics,
+                               .system = systemList,
                                .memory = memory,
                                .debug = debugOutput};
 

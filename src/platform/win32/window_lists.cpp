@@ -1,0 +1,236 @@
+// Windows, dialogs and controls of user32, drawing of gdi32, and what kernel32 tells of threads and
+// versions.
+#include "platform/win32/native_types.h"
+#include "platform/win32/system_lists.h"
+
+#include <windows.h>
+
+namespace ostrel::win32 {
+namespace {
+
+// A resource's id, and a length that a caller counts in another type.
+const wchar_t* ResourceId(std::uint32_t id) {
+  return MAKEINTRESOURCEW(id);
+}
+
+HDC FromContext(DeviceContext context) {
+  return reinterpret_cast<HDC>(context);
+}
+DeviceContext ToContext(HDC context) {
+  return reinterpret_cast<DeviceContext>(context);
+}
+HGDIOBJ FromObject(GdiObject object) {
+  return static_cast<HGDIOBJ>(object);
+}
+GdiObject ToObject(HGDIOBJ object) {
+  return static_cast<GdiObject>(object);
+}
+
+}  // namespace
+
+// ---- Windows ------------------------------------------------------------------------------------
+
+int SystemWindows::MessageBoxW(WindowHandle owner, const char16_t* text, const char16_t* caption,
+                               std::uint32_t style) {
+  return ::MessageBoxW(FromWindow(owner), Wide(text), Wide(caption), style);
+}
+
+WindowHandle SystemWindows::GetDlgItem(WindowHandle dialog, std::int32_t id) {
+  return ToWindow(::GetDlgItem(FromWindow(dialog), id));
+}
+
+WindowHandle SystemWindows::GetParent(WindowHandle window) {
+  return ToWindow(::GetParent(FromWindow(window)));
+}
+
+bool SystemWindows::EnableWindow(WindowHandle window, bool enable) {
+  return ::EnableWindow(FromWindow(window), enable ? TRUE : FALSE) != FALSE;
+}
+
+bool SystemWindows::IsWindowEnabled(WindowHandle window) {
+  return ::IsWindowEnabled(FromWindow(window)) != FALSE;
+}
+
+bool SystemWindows::ShowWindow(WindowHandle window, std::int32_t command) {
+  return ::ShowWindow(FromWindow(window), command) != FALSE;
+}
+
+WindowHandle SystemWindows::SetFocus(WindowHandle window) {
+  // The platform takes null for "no window has the focus".
+  return window == nullptr ? nullptr : ToWindow(::SetFocus(FromWindow(window)));
+}
+
+bool SystemWindows::InvalidateRect(WindowHandle window) {
+  // The platform takes null for "every window of the system".
+  return window != nullptr && ::InvalidateRect(FromWindow(window), nullptr, TRUE) != FALSE;
+}
+
+std::intptr_t SystemWindows::SendMessageW(WindowHandle window, std::uint32_t message,
+                                          std::uintptr_t wParam, std::intptr_t lParam) {
+  return ::SendMessageW(FromWindow(window), message, wParam, lParam);
+}
+
+int SystemWindows::GetWindowTextW(WindowHandle window, char16_t* buffer, int units) {
+  return ::GetWindowTextW(FromWindow(window), Wide(buffer), units);
+}
+
+bool SystemWindows::SetWindowTextW(WindowHandle window, const char16_t* text) {
+  return ::SetWindowTextW(FromWindow(window), Wide(text)) != FALSE;
+}
+
+bool SystemWindows::SetWindowTextA(WindowHandle window, const char* text) {
+  return ::SetWindowTextA(FromWindow(window), text) != FALSE;
+}
+
+std::uint32_t SystemWindows::GetDlgItemTextA(WindowHandle dialog, std::int32_t id, char* buffer,
+                                             int bytes) {
+  return ::GetDlgItemTextA(FromWindow(dialog), id, buffer, bytes);
+}
+
+std::uint32_t SystemWindows::GetDlgItemInt(WindowHandle dialog, std::int32_t id, bool* translated,
+                                           bool isSigned) {
+  BOOL good = FALSE;
+  const UINT value = ::GetDlgItemInt(FromWindow(dialog), id, &good, isSigned ? TRUE : FALSE);
+  *translated = good != FALSE;
+  return value;
+}
+
+bool SystemWindows::CheckDlgButton(WindowHandle dialog, std::int32_t id, std::uint32_t state) {
+  return ::CheckDlgButton(FromWindow(dialog), id, state) != FALSE;
+}
+
+std::uint32_t SystemWindows::IsDlgButtonChecked(WindowHandle dialog, std::int32_t id) {
+  return ::IsDlgButtonChecked(FromWindow(dialog), id);
+}
+
+std::intptr_t SystemWindows::GetWindowLongPtrW(WindowHandle window, std::int32_t index) {
+  return ::GetWindowLongPtrW(FromWindow(window), index);
+}
+
+std::intptr_t SystemWindows::SetWindowLongPtrW(WindowHandle window, std::int32_t index,
+                                               std::intptr_t value) {
+  return ::SetWindowLongPtrW(FromWindow(window), index, value);
+}
+
+std::uintptr_t SystemWindows::SetClassLongPtrW(WindowHandle window, std::int32_t index,
+                                               std::intptr_t value) {
+  return ::SetClassLongPtrW(FromWindow(window), index, value);
+}
+
+bool SystemWindows::GetWindowRect(WindowHandle window, Rect* rect) {
+  return ::GetWindowRect(FromWindow(window), reinterpret_cast<RECT*>(rect)) != FALSE;
+}
+
+int SystemWindows::MapWindowPoints(WindowHandle from, WindowHandle to, Rect* rect) {
+  return ::MapWindowPoints(FromWindow(from), FromWindow(to), reinterpret_cast<POINT*>(rect), 2);
+}
+
+bool SystemWindows::GetCursorPos(Point* point) {
+  return ::GetCursorPos(reinterpret_cast<POINT*>(point)) != FALSE;
+}
+
+bool SystemWindows::SetCursorPos(std::int32_t x, std::int32_t y) {
+  return ::SetCursorPos(x, y) != FALSE;
+}
+
+WindowHandle SystemWindows::CreateWindowExW(std::uint32_t extendedStyle, const char16_t* className,
+                                            std::uint32_t style, WindowHandle owner,
+                                            ModuleHandle module) {
+  return ToWindow(::CreateWindowExW(extendedStyle, Wide(className), nullptr, style, CW_USEDEFAULT,
+                                    CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, FromWindow(owner),
+                                    nullptr, FromModule(module), nullptr));
+}
+
+bool SystemWindows::DestroyWindow(WindowHandle window) {
+  return ::DestroyWindow(FromWindow(window)) != FALSE;
+}
+
+ImageHandle SystemWindows::LoadImageW(ModuleHandle module, std::uint32_t id, std::uint32_t kind,
+                                      std::int32_t width, std::int32_t height) {
+  return static_cast<ImageHandle>(
+      ::LoadImageW(FromModule(module), ResourceId(id), kind, width, height, LR_DEFAULTCOLOR));
+}
+
+// ---- Graphics -----------------------------------------------------------------------------------
+
+GdiObject SystemGraphics::LoadBitmapW(ModuleHandle module, std::uint32_t id) {
+  return ToObject(::LoadBitmapW(FromModule(module), ResourceId(id)));
+}
+
+bool SystemGraphics::DeleteObject(GdiObject object) {
+  return ::DeleteObject(FromObject(object)) != FALSE;
+}
+
+bool SystemGraphics::GetBitmapSize(GdiObject bitmap, Size* size) {
+  BITMAP description = {};
+  if (::GetObjectW(FromObject(bitmap), sizeof(description), &description) == 0) {
+    return false;
+  }
+  *size = {description.bmWidth, description.bmHeight};
+  return true;
+}
+
+DeviceContext SystemGraphics::GetDC(WindowHandle window) {
+  return ToContext(::GetDC(FromWindow(window)));
+}
+
+int SystemGraphics::ReleaseDC(WindowHandle window, DeviceContext context) {
+  return ::ReleaseDC(FromWindow(window), FromContext(context));
+}
+
+int SystemGraphics::GetDeviceCaps(DeviceContext context, std::int32_t index) {
+  return ::GetDeviceCaps(FromContext(context), index);
+}
+
+DeviceContext SystemGraphics::CreateCompatibleDC(DeviceContext context) {
+  return ToContext(::CreateCompatibleDC(FromContext(context)));
+}
+
+bool SystemGraphics::DeleteDC(DeviceContext context) {
+  return ::DeleteDC(FromContext(context)) != FALSE;
+}
+
+GdiObject SystemGraphics::SelectObject(DeviceContext context, GdiObject object) {
+  return ToObject(::SelectObject(FromContext(context), FromObject(object)));
+}
+
+std::uint32_t SystemGraphics::GetLayout(DeviceContext context) {
+  return ::GetLayout(FromContext(context));
+}
+
+std::uint32_t SystemGraphics::SetLayout(DeviceContext context, std::uint32_t layout) {
+  return ::SetLayout(FromContext(context), layout);
+}
+
+bool SystemGraphics::TransparentBlt(DeviceContext target, const Rect& place, DeviceContext source,
+                                    Point from, std::uint32_t transparentColor) {
+  return ::GdiTransparentBlt(FromContext(target), place.left, place.top, place.Width(),
+                             place.Height(), FromContext(source), from.x, from.y, place.Width(),
+                             place.Height(), transparentColor) != FALSE;
+}
+
+// ---- System -------------------------------------------------------------------------------------
+
+std::uint32_t SystemSystem::GetCurrentThreadId() {
+  return ::GetCurrentThreadId();
+}
+
+std::uint32_t SystemSystem::GetMajorVersion() {
+  return LOBYTE(LOWORD(::GetVersion()));
+}
+
+ActivationContext SystemSystem::CreateActCtxW(ModuleHandle module, std::uint32_t manifestId) {
+  ACTCTXW description = {};
+  description.cbSize = sizeof(description);
+  description.dwFlags = ACTCTX_FLAG_HMODULE_VALID | ACTCTX_FLAG_RESOURCE_NAME_VALID;
+  description.hModule = FromModule(module);
+  description.lpResourceName = ResourceId(manifestId);
+  return ActivationContext{reinterpret_cast<std::uintptr_t>(::CreateActCtxW(&description))};
+}
+
+void SystemSystem::ReleaseActCtx(ActivationContext context) {
+  // NOLINTNEXTLINE(performance-no-int-to-ptr): the handle travels as a number.
+  ::ReleaseActCtx(reinterpret_cast<HANDLE>(static_cast<std::uintptr_t>(context)));
+}
+
+}  // namespace ostrel::win32
