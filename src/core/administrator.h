@@ -3,10 +3,9 @@
 
 namespace ostrel {
 
-// Whether the process's token holds the Administrators group. From a system of major version 6 on
-// to the next, the group must be enabled too: there an administrator's ordinary processes carry it
-// for refusals only. On all others its presence suffices. Result: false when the token tells
-// nothing.
+// Whether the process's token holds the Administrators group. On systems of major version 6 the
+// group must also be enabled, since there an administrator's ordinary processes carry it for
+// refusals only; on others its presence suffices. Result: false when the token tells nothing.
 bool IsUserAdministrator();
 
 }  // namespace ostrel
