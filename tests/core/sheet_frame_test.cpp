@@ -1,14 +1,13 @@
 // The frame of the two property sheets: what opens them, what is asked of the common sheet, what
 // becomes of the record, and what is left when a sheet goes.
+#include "core/model_table.h"
 #include "core/page_state_table.h"
 #include "core/settings_record.h"
 #include "core/string_ids.h"
 #include "core/text.h"
 #include "driver/page_tables.h"
 #include "pages/page_links.h"
-#include "support/byte_record.h"
 #include "support/case_name.h"
-#include "support/record_layout.h"
 #include "support/settings_file.h"
 #include "support/sheet_scene.h"
 
@@ -16,6 +15,7 @@
 #include <cstring>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -56,8 +56,8 @@ void ChooseModel(SheetScene& scene, std::u16string_view model) {
 }
 
 bool OutIsUntouched(const SheetScene& scene) {
-  return std::ranges::all_of(test::BytesOf(scene.out),
-                             [](std::byte byte) { return byte == std::byte{0xA5}; });
+  const auto bytes = std::as_bytes(std::span(&scene.out, 1));
+  return std::ranges::all_of(bytes, [](std::byte byte) { return byte == std::byte{0xA5}; });
 }
 
 // Closes what a test left open.
