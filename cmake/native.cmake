@@ -29,7 +29,14 @@ find_package(GTest REQUIRED)
 
 file(GLOB_RECURSE OSTREL_TEST_SOURCES CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/*_test.cpp)
 list(FILTER OSTREL_TEST_SOURCES EXCLUDE REGEX "/tests/print_system/")
-add_executable(ostrel_tests ${OSTREL_TEST_SOURCES} ${CMAKE_SOURCE_DIR}/tests/support/test_main.cpp)
+add_executable(ostrel_tests
+  ${OSTREL_TEST_SOURCES}
+  ${CMAKE_SOURCE_DIR}/hosts/record_fields.cpp
+  ${CMAKE_SOURCE_DIR}/tests/scenarios/sheet_scenario.cpp
+  ${CMAKE_SOURCE_DIR}/tests/support/test_main.cpp)
+target_include_directories(ostrel_tests PRIVATE ${CMAKE_SOURCE_DIR}/hosts)
+target_compile_definitions(ostrel_tests
+  PRIVATE OSTREL_SCENARIOS="${CMAKE_SOURCE_DIR}/tests/scenarios")
 target_link_libraries(ostrel_tests PRIVATE ostrel_test_world GTest::gmock GTest::gtest ostrel_flags)
 add_test(NAME native_tests COMMAND ostrel_tests --gtest_brief=1)
 add_test(NAME shipped_texts COMMAND ${OSTREL_PYTHON} ${CMAKE_SOURCE_DIR}/tools/check-strings.py)
