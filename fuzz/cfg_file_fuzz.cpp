@@ -129,6 +129,8 @@ struct Scene {
                  world.platform.security,
                  world.platform.shell,
                  world.platform.windows,
+                 world.platform.graphics,
+                 world.platform.system,
                  memory,
                  world.platform.debug};
 };

@@ -172,6 +172,8 @@ class Scene {
                   world_.platform.security,
                   world_.platform.shell,
                   world_.platform.windows,
+                  world_.platform.graphics,
+                  world_.platform.system,
                   memory_,
                   world_.platform.debug};
 };

@@ -1,5 +1,6 @@
 #include "core/help_file.h"
 
+#include "core/driver_directory.h"
 #include "core/language.h"
 #include "core/process_state.h"
 #include "core/text.h"
@@ -12,7 +13,6 @@ namespace {
 
 constexpr std::u16string_view kHelpExtension = u".chm";
 constexpr std::u16string_view kEnglishHelp = u"enus.chm";
-constexpr std::u16string_view kVersionFolder = u"\\3";
 
 // What the later tries cut off the end of a help file's name: two letters and
 // ".chm", four letters and ".chm".
@@ -20,15 +20,6 @@ constexpr std::size_t kTwoLetterCut = 6;
 constexpr std::size_t kEnglishCut = 8;
 
 using Path = char16_t[kMaxPathUnits];
-
-// The printer driver directory, without a separator at the end; empty when the system doesn't tell.
-void ReadDriverDirectory(Path& directory) {
-  std::uint32_t needed = 0;
-  if (!World().print.GetPrinterDriverDirectoryW(nullptr, nullptr, 1, directory, sizeof(directory),
-                                                &needed)) {
-    directory[0] = u'\0';
-  }
-}
 
 // "\", stem, suffix and ".chm".
 void BuildHelpName(const char16_t* driverName, std::span<char16_t> name) {
@@ -72,15 +63,16 @@ bool FindHelpFile(const char16_t* driverName, std::span<char16_t> path) {
   if (Exists(path.data())) {
     return true;
   }
-  WritePath(path, directory, kVersionFolder, name);
+  WritePath(path, directory, kDriverVersionFolder, name);
   if (Exists(path.data())) {
     return false;
   }
-  WritePath(path, directory, kVersionFolder, WithoutLast(name, kTwoLetterCut), kHelpExtension);
+  WritePath(path, directory, kDriverVersionFolder, WithoutLast(name, kTwoLetterCut),
+            kHelpExtension);
   if (Exists(path.data())) {
     return false;
   }
-  WritePath(path, directory, kVersionFolder, WithoutLast(name, kEnglishCut), kEnglishHelp);
+  WritePath(path, directory, kDriverVersionFolder, WithoutLast(name, kEnglishCut), kEnglishHelp);
   return false;
 }
 

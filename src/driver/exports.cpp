@@ -5,10 +5,14 @@
 // Promises to the print system: nothing thrown inside the library leaves it, and an entry point
 // whose work isn't built yet answers as a driver does that has nothing to add. docs/entry_points.md
 // lists these.
-#include "config/setting_stores.h"
 #include "core/device_capabilities.h"
 #include "core/devmode_queries.h"
+#include "core/library_lifetime.h"
+#include "core/page_state_table.h"
+#include "core/printer_event.h"
 #include "core/process_state.h"
+#include "core/sheet_frame.h"
+#include "driver/page_tables.h"
 #include "platform/win32/driver_interface.h"
 #include "platform/win32/native_types.h"
 #include "platform/win32/win32_platform.h"
@@ -22,10 +26,12 @@ using ostrel::win32::Utf16;
 
 namespace {
 
-// What a property sheet's entry point answers when no sheet is to appear.
-constexpr LONG kNoSheet = -1;
+static_assert(ostrel::kPrinterEventInitialize == PRINTER_EVENT_INITIALIZE);
+static_assert(ostrel::kPrinterEventCacheRefresh == PRINTER_EVENT_CACHE_REFRESH);
+static_assert(ostrel::kDriverEventDelete == DRIVER_EVENT_DELETE);
 
 constinit ostrel::ProcessState processState;
+constinit ostrel::PageStateTable pageStates = {};
 
 // Runs an entry point's work. The logic throws nothing; but the callers' frames know nothing of
 // C++, so whatever a library below it might throw ends here, and the entry point fails.
@@ -41,14 +47,13 @@ Answer Contained(Answer onException, Work work) noexcept {
 void Attach(HINSTANCE module) {
   processState.platform = &ostrel::win32::SystemPlatform();
   processState.LibraryModule = ostrel::win32::ToModule(module);
+  processState.PageStates = &pageStates;
   ostrel::SetProcessState(&processState);
 }
 
-void Detach() {
-  if (processState.CurrentLanguageModule != nullptr) {
-    processState.platform->modules.FreeLibrary(processState.CurrentLanguageModule);
-    processState.CurrentLanguageModule = nullptr;
-  }
+// The print system's structures under the logic's names for them.
+ostrel::SheetInfo* ToSheet(PROPSHEETUI_INFO* info) {
+  return reinterpret_cast<ostrel::SheetInfo*>(info);
 }
 
 }  // namespace
@@ -58,17 +63,27 @@ extern "C" {
 // ---- Loading and unloading ----------------------------------------------------------------------
 
 BOOL WINAPI DllMain(HINSTANCE module, DWORD reason, void* /*reserved*/) {
-  if (reason == DLL_PROCESS_ATTACH) {
-    Attach(module);
-  } else if (reason == DLL_PROCESS_DETACH) {
-    Detach();
+  switch (reason) {
+    case DLL_PROCESS_ATTACH:
+      Attach(module);
+      break;
+    case DLL_PROCESS_DETACH:
+      ostrel::DetachProcess();
+      break;
+    case DLL_THREAD_ATTACH:
+      ostrel::AttachThread();
+      break;
+    case DLL_THREAD_DETACH:
+      ostrel::DetachThread();
+      break;
+    default:
+      break;
   }
   return TRUE;
 }
 
-// Nothing counts users of the library, so it may always be unloaded.
 HRESULT WINAPI DllCanUnloadNow() {
-  return S_OK;
+  return ostrel::CanUnloadNow() ? S_OK : S_FALSE;
 }
 
 // ---- Capabilities and device modes --------------------------------------------------------------
@@ -112,39 +127,27 @@ BOOL WINAPI DrvUpgradePrinter(DWORD level, LPBYTE upgradeInfo) {
 
 // ---- Property sheets ----------------------------------------------------------------------------
 
-// Without a sheet's description this is the form that shows nothing. The sheet itself isn't built.
 LONG WINAPI DrvDocumentPropertySheets(PPROPSHEETUI_INFO info, LPARAM lParam) {
-  if (info != nullptr) {
-    return kNoSheet;
-  }
-  // NOLINTNEXTLINE(performance-no-int-to-ptr): the print system passes a pointer this way.
-  auto* header = reinterpret_cast<ostrel::DocumentPropertyHeader*>(lParam);
-  return Contained<LONG>(kNoSheet, [&] { return ostrel::DocumentPropertiesWithoutDialog(header); });
+  return Contained<LONG>(ostrel::kSheetFailed, [&] {
+    return ostrel::DrvDocumentPropertySheets(ToSheet(info), lParam, ostrel::kDocumentPages);
+  });
 }
 
-// The printer's sheet isn't built.
-LONG WINAPI DrvDevicePropertySheets(PPROPSHEETUI_INFO /*info*/, LPARAM /*lParam*/) {
-  return kNoSheet;
+LONG WINAPI DrvDevicePropertySheets(PPROPSHEETUI_INFO info, LPARAM lParam) {
+  return Contained<LONG>(ostrel::kSheetFailed, [&] {
+    return ostrel::DrvDevicePropertySheets(ToSheet(info), lParam, ostrel::kPrinterPages);
+  });
 }
 
 // ---- Events -------------------------------------------------------------------------------------
 
-// A driver that is removed takes the settings file with it that this process has used. The spooler
-// reads no meaning into the answer; this driver gives 0 for every event.
 BOOL WINAPI DrvDriverEvent(DWORD event, DWORD /*level*/, LPBYTE /*driverInfo*/, LPARAM /*lParam*/) {
-  return Contained<BOOL>(FALSE, [&] {
-    if (event == DRIVER_EVENT_DELETE) {
-      ostrel::DeleteRememberedSettingsFile();
-    }
-    return FALSE;
-  });
+  return Contained<BOOL>(FALSE, [&] { return ostrel::DrvDriverEvent(event); });
 }
 
-// Work at printer events isn't built. TRUE stands for "no objection": a spooler that hears FALSE
-// when a printer is made reports that the printer's configuration failed.
-BOOL WINAPI DrvPrinterEvent(LPWSTR /*printerName*/, INT /*event*/, DWORD /*flags*/,
-                            LPARAM /*lParam*/) {
-  return TRUE;
+BOOL WINAPI DrvPrinterEvent(LPWSTR printerName, INT event, DWORD /*flags*/, LPARAM /*lParam*/) {
+  return Contained<BOOL>(
+      FALSE, [&] { return ostrel::DrvPrinterEvent(Utf16(printerName), event) ? TRUE : FALSE; });
 }
 
 // Work at document events isn't built. This is what the platform documents for an event that a

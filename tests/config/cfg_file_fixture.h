@@ -155,9 +155,17 @@ class RecordingMemory final : public Memory {
  public:
   explicit RecordingMemory(TestWorld& world)
       : world_(world),
-        lists_{world.platform.print, world.platform.locale,   world.platform.modules,
-               world.platform.files, world.platform.registry, world.platform.security,
-               world.platform.shell, world.platform.windows,  *this,
+        lists_{world.platform.print,
+               world.platform.locale,
+               world.platform.modules,
+               world.platform.files,
+               world.platform.registry,
+               world.platform.security,
+               world.platform.shell,
+               world.platform.windows,
+               world.platform.graphics,
+               world.platform.system,
+               *this,
                world.platform.debug} {
     world_.process.platform = &lists_;
   }

@@ -106,8 +106,8 @@ TEST(SettingsPath, AsksForTheApplicationDataFolderAndHasItMade) {
   test::TestWorld world;
   auto& p = world.platform;
   AskedShell shell(p.shell);
-  Platform lists{p.print,    p.locale, p.modules, p.files,  p.registry,
-                 p.security, shell,    p.windows, p.memory, p.debug};
+  Platform lists{p.print, p.locale,  p.modules,  p.files,  p.registry, p.security,
+                 shell,   p.windows, p.graphics, p.system, p.memory,   p.debug};
   world.process.platform = &lists;
   EXPECT_EQ(Path(), test::kSettingsPath);
   EXPECT_THAT(shell.asked, testing::ElementsAre(0x801AU));

@@ -935,8 +935,8 @@ class ProfileQuestions final : public Files {
 TEST_F(ConfigValue, IsAskedForWithADoubledSeparatorAndAnEmptyDefault) {
   ProfileQuestions files;
   headless::HeadlessPlatform& all = world_.platform;
-  Platform lists{all.print,    all.locale, all.modules, files,      all.registry,
-                 all.security, all.shell,  all.windows, all.memory, all.debug};
+  Platform lists{all.print, all.locale,  all.modules,  files,      all.registry, all.security,
+                 all.shell, all.windows, all.graphics, all.system, all.memory,   all.debug};
   world_.process.platform = &lists;
   Read(u"Print", u"PrinterName", 40);
   world_.process.platform = &all.lists;

@@ -30,6 +30,8 @@ class NativeWorld {
                      .security = world_.platform.security,
                      .shell = shell_,
                      .windows = world_.platform.windows,
+                     .graphics = world_.platform.graphics,
+                     .system = world_.platform.system,
                      .memory = world_.platform.memory,
                      .debug = world_.platform.debug};
 };

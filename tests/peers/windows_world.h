@@ -42,6 +42,8 @@ class WindowsWorld {
                      .security = system_.security,
                      .shell = shell_,
                      .windows = system_.windows,
+                     .graphics = system_.graphics,
+                     .system = system_.system,
                      .memory = system_.memory,
                      .debug = system_.debug};
   ProcessState process_;

@@ -84,6 +84,8 @@ class CallRecorder final : public PrintSystem,
                *this,
                world.platform.shell,
                world.platform.windows,
+               world.platform.graphics,
+               world.platform.system,
                *this,
                *this} {
     world_.process.platform = &lists_;
@@ -145,6 +147,11 @@ class CallRecorder final : public PrintSystem,
     calls.push_back("SetPrinterDataW " + Ascii(name));
     return world_.platform.print.SetPrinterDataW(printer, name, type, data, sizeBytes);
   }
+  bool SetPrinterW(PrinterHandle printer, std::uint32_t level, const void* buffer,
+                   std::uint32_t command) override {
+    calls.push_back("SetPrinterW level " + std::to_string(level));
+    return world_.platform.print.SetPrinterW(printer, level, buffer, command);
+  }
 
   // ---- Locale
   int GetLocaleInfoW(std::uint32_t locale, std::uint32_t type, char16_t* buffer,
@@ -175,6 +182,14 @@ class CallRecorder final : public PrintSystem,
   int LoadStringW(ModuleHandle module, std::uint32_t id, char16_t* buffer, int units) override {
     calls.push_back("LoadStringW " + std::to_string(id));
     return world_.platform.modules.LoadStringW(module, id, buffer, units);
+  }
+  bool FindResourceW(ModuleHandle module, std::uint32_t id, std::uint32_t type) override {
+    calls.push_back("FindResourceW " + std::to_string(type) + ' ' + std::to_string(id));
+    return world_.platform.modules.FindResourceW(module, id, type);
+  }
+  ExportedFunction GetProcAddress(ModuleHandle module, const char* name) override {
+    calls.push_back("GetProcAddress " + std::string(name));
+    return world_.platform.modules.GetProcAddress(module, name);
   }
 
   // ---- Registry

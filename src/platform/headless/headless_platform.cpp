@@ -54,6 +54,20 @@ PrinterInfo2 WriteInfo(BlockWriter& writer, const HeadlessPrinter& printer) {
   return info;
 }
 
+PrinterInfo8 WriteDefaultRecord(BlockWriter& writer, const HeadlessPrinter& printer) {
+  PrinterInfo8 info = {};
+  if (!printer.devmode.empty()) {
+    info.pDevMode = reinterpret_cast<PublicDevmode*>(writer.PutBytes(printer.devmode));
+  }
+  return info;
+}
+
+// The bytes of a record, as long as its own size words say.
+std::vector<std::byte> RecordBytes(const PublicDevmode& record) {
+  const auto* bytes = reinterpret_cast<const std::byte*>(&record);
+  return {bytes, bytes + record.dmSize + record.dmDriverExtra};
+}
+
 DriverInfo2 WriteDriverInfo(BlockWriter& writer, const HeadlessPrinter& printer) {
   DriverInfo2 info = {};
   info.cVersion = 3;
@@ -170,10 +184,12 @@ bool HeadlessPrintSystem::GetPrinterW(PrinterHandle printer, std::uint32_t level
   if (faults_.ShouldFail("GetPrinterW") || found == nullptr || !found->describes) {
     return Fail(kErrorInvalidHandle);
   }
-  if (level != 2) {
+  if (level != 2 && level != 8) {
     return Fail(kErrorInvalidLevel);
   }
-  const std::uint32_t error = AnswerBlock(&WriteInfo, *found, buffer, sizeBytes, neededBytes);
+  const std::uint32_t error =
+      level == 2 ? AnswerBlock(&WriteInfo, *found, buffer, sizeBytes, neededBytes)
+                 : AnswerBlock(&WriteDefaultRecord, *found, buffer, sizeBytes, neededBytes);
   found->port.append(growth_, u' ');
   return error == kErrorSuccess || Fail(error);
 }
@@ -245,22 +261,67 @@ std::uint32_t HeadlessPrintSystem::SetPrinterDataW(PrinterHandle printer, const 
   return kErrorSuccess;
 }
 
+bool HeadlessPrintSystem::SetPrinterW(PrinterHandle printer, std::uint32_t level,
+                                      const void* buffer, std::uint32_t command) {
+  HeadlessPrinter* found = Find(printer);
+  if (faults_.ShouldFail("SetPrinterW") || found == nullptr) {
+    return Fail(kErrorInvalidHandle);
+  }
+  if (command != 0 || (level != 2 && level != 8)) {
+    return Fail(kErrorInvalidLevel);
+  }
+  if (buffer == nullptr) {
+    return Fail(kErrorInvalidParameter);
+  }
+  const PublicDevmode* record = nullptr;
+  if (level == 2) {
+    const auto& info = *static_cast<const PrinterInfo2*>(buffer);
+    record = info.pDevMode;
+    if (info.pPrinterName != nullptr) {
+      found->name = info.pPrinterName;
+    }
+  } else {
+    record = static_cast<const PrinterInfo8*>(buffer)->pDevMode;
+  }
+  if (record != nullptr) {
+    found->devmode = RecordBytes(*record);
+  }
+  return true;
+}
+
 // ---- Modules ------------------------------------------------------------------------------------
 
 void HeadlessModules::Install(std::u16string_view path, StringTable strings) {
+  InstallResources(path, {.strings = std::move(strings)});
+}
+
+void HeadlessModules::InstallResources(std::u16string_view path, Resources resources) {
   auto library = std::make_shared<Library>();
   library->path = path;
-  library->strings = std::move(strings);
+  library->resources = std::move(resources);
   installed_[LowerCase(path)] = std::move(library);
+}
+
+void HeadlessModules::Export(std::u16string_view path, std::string_view name,
+                             ExportedFunction function) {
+  if (!installed_.contains(LowerCase(path))) {
+    Install(path);
+  }
+  installed_[LowerCase(path)]->exports.insert_or_assign(std::string(name), function);
 }
 
 void HeadlessModules::Remove(std::u16string_view path) {
   installed_.erase(LowerCase(path));
 }
 
-HeadlessModules::Library* HeadlessModules::Find(ModuleHandle module) {
+HeadlessModules::Library* HeadlessModules::Find(ModuleHandle module) const {
   const auto found = known_.find(module);
   return found == known_.end() || found->second->loads == 0 ? nullptr : found->second.get();
+}
+
+const Resources* HeadlessModules::ResourcesOf(ModuleHandle module) const {
+  const Library* library = Find(module);
+  return library == nullptr ? nullptr : &library->resources;
 }
 
 bool HeadlessModules::Fail(std::uint32_t code) {
@@ -326,8 +387,9 @@ int HeadlessModules::LoadStringW(ModuleHandle module, std::uint32_t id, char16_t
   if (faults_.ShouldFail("LoadStringW") || library == nullptr || units <= 0) {
     return 0;
   }
-  const auto text = library->strings.find(id);
-  if (text == library->strings.end()) {
+  const StringTable& strings = library->resources.strings;
+  const auto text = strings.find(id);
+  if (text == strings.end()) {
     buffer[0] = u'\0';
     Fail(kErrorResourceNameNotFound);
     return 0;
@@ -336,6 +398,45 @@ int HeadlessModules::LoadStringW(ModuleHandle module, std::uint32_t id, char16_t
   std::copy_n(text->second.data(), copied, buffer);
   buffer[copied] = u'\0';
   return copied;
+}
+
+bool HeadlessModules::FindResourceW(ModuleHandle module, std::uint32_t id, std::uint32_t type) {
+  const Library* library = Find(module);
+  if (faults_.ShouldFail("FindResourceW") || library == nullptr ||
+      !library->resources.Holds(type, id)) {
+    return Fail(kErrorResourceNameNotFound);
+  }
+  return true;
+}
+
+ExportedFunction HeadlessModules::GetProcAddress(ModuleHandle module, const char* name) {
+  constexpr std::uint32_t kProcedureNotFound = 127;  // ERROR_PROC_NOT_FOUND
+  const Library* library = Find(module);
+  if (!faults_.ShouldFail("GetProcAddress") && library != nullptr) {
+    if (const auto found = library->exports.find(std::string_view(name));
+        found != library->exports.end()) {
+      return found->second;
+    }
+  }
+  Fail(kProcedureNotFound);
+  return nullptr;
+}
+
+// ---- Threads, versions and activation contexts --------------------------------------------------
+
+ActivationContext HeadlessSystem::CreateActCtxW(ModuleHandle module, std::uint32_t manifestId) {
+  requestedManifests.push_back(manifestId);
+  if (faults_.ShouldFail("CreateActCtxW") || modules_.ResourcesOf(module) == nullptr) {
+    return ActivationContext::kNone;
+  }
+  const ActivationContext context{nextContext_};
+  nextContext_ += 8;
+  contexts_.insert(context);
+  return context;
+}
+
+void HeadlessSystem::ReleaseActCtx(ActivationContext context) {
+  contexts_.erase(context);
 }
 
 }  // namespace ostrel::headless

@@ -1,9 +1,11 @@
-// The in-memory platform: printers, libraries, files, memory, locale and debug output, all settable
-// by a test, all able to fail at any call. Stateful: what was opened must be closed, what was
-// allocated must be freed, and both can be asked for.
+// The in-memory platform: printers, libraries, files, memory, locale, windows, drawing and debug
+// output, all settable by a test, all able to fail at any call. Stateful: what was opened must be
+// closed, what was allocated must be freed, and both can be asked for.
 #pragma once
 
 #include "platform/headless/fault_plan.h"
+#include "platform/headless/headless_graphics.h"
+#include "platform/headless/headless_windows.h"
 #include "platform/headless/resource_file.h"
 #include "platform/platform.h"
 
@@ -110,6 +112,9 @@ class HeadlessPrintSystem final : public PrintSystem {
                                 std::uint32_t* neededBytes) override;
   std::uint32_t SetPrinterDataW(PrinterHandle printer, const char16_t* name, std::uint32_t type,
                                 const void* data, std::uint32_t sizeBytes) override;
+  // Level 2 takes over the name and the stored record, level 8 the stored record alone.
+  bool SetPrinterW(PrinterHandle printer, std::uint32_t level, const void* buffer,
+                   std::uint32_t command) override;
 
   // Adds a printer; the reference stays good until the platform ends.
   HeadlessPrinter& AddPrinter(HeadlessPrinter printer);
@@ -145,10 +150,19 @@ class HeadlessModules final : public Modules {
   ModuleHandle LoadLibraryW(const char16_t* path) override;
   bool FreeLibrary(ModuleHandle module) override;
   int LoadStringW(ModuleHandle module, std::uint32_t id, char16_t* buffer, int units) override;
+  bool FindResourceW(ModuleHandle module, std::uint32_t id, std::uint32_t type) override;
+  ExportedFunction GetProcAddress(ModuleHandle module, const char* name) override;
 
   // Puts a library with these strings at a path, in place of one that may be there.
   void Install(std::u16string_view path, StringTable strings = {});
+  // The same with all that a compiled resource file holds.
+  void InstallResources(std::u16string_view path, Resources resources);
+  // Adds an export to the library at a path; installs one when there is none.
+  void Export(std::u16string_view path, std::string_view name, ExportedFunction function);
   void Remove(std::u16string_view path);
+
+  // What a loaded library holds; null for a handle that isn't one.
+  const Resources* ResourcesOf(ModuleHandle module) const;
 
   // Loads that have not been freed, over all libraries and of one.
   std::size_t loads() const;
@@ -159,10 +173,11 @@ class HeadlessModules final : public Modules {
  private:
   struct Library {
     std::u16string path;
-    StringTable strings;
+    Resources resources;
+    std::map<std::string, ExportedFunction, std::less<>> exports;
     std::size_t loads = 0;
   };
-  Library* Find(ModuleHandle module);
+  Library* Find(ModuleHandle module) const;
   bool Fail(std::uint32_t code);
 
   FaultPlan& faults_;
@@ -270,10 +285,22 @@ class HeadlessSecurity final : public Security {
 
   std::u16string userName = u"ada";
   std::u16string userSid = u"S-1-5-21-1-2-3-1000";
+
+  // The groups of the token. They must not change between a question and the use of its answer.
+  struct Group {
+    std::u16string sid;
+    std::uint32_t attributes;
+  };
+  std::vector<Group> groups;
+
   std::size_t openTokens() const { return openTokens_; }
   std::size_t liveTexts() const { return liveTexts_; }
 
  private:
+  const std::u16string* FindSid(const void* sid) const;
+  bool AnswerToken(const void* answer, std::size_t answerBytes, void* buffer,
+                   std::uint32_t sizeBytes, std::uint32_t* neededBytes);
+
   FaultPlan& faults_;
   HeadlessDebugOutput& debug_;
   std::size_t openTokens_ = 0;
@@ -311,18 +338,30 @@ class HeadlessShell final : public Shell {
   FaultPlan& faults_;
 };
 
-class HeadlessWindows final : public Windows {
+// The calling thread, the system's version and activation contexts.
+class HeadlessSystem final : public System {
  public:
-  int MessageBoxW(WindowHandle owner, const char16_t* text, const char16_t* caption,
-                  std::uint32_t style) override;
+  HeadlessSystem(FaultPlan& faults, HeadlessModules& modules)
+      : faults_(faults), modules_(modules) {}
 
-  struct Box {
-    WindowHandle owner;
-    std::u16string text;
-    std::u16string caption;
-    std::uint32_t style;
-  };
-  std::vector<Box> boxes;
+  std::uint32_t GetCurrentThreadId() override { return threadId; }
+  std::uint32_t GetMajorVersion() override { return majorVersion; }
+  // Any library that is loaded has the manifest.
+  ActivationContext CreateActCtxW(ModuleHandle module, std::uint32_t manifestId) override;
+  void ReleaseActCtx(ActivationContext context) override;
+
+  std::uint32_t threadId = 0x1234;
+  std::uint32_t majorVersion = 10;
+
+  std::size_t liveContexts() const { return contexts_.size(); }
+  // The manifests that contexts were asked for, in order.
+  std::vector<std::uint32_t> requestedManifests;
+
+ private:
+  FaultPlan& faults_;
+  HeadlessModules& modules_;
+  std::set<ActivationContext> contexts_;
+  std::uintptr_t nextContext_ = 0x7000;
 };
 
 struct HeadlessPlatform {
@@ -336,8 +375,11 @@ struct HeadlessPlatform {
   HeadlessRegistry registry{faults};
   HeadlessSecurity security{faults, debug};
   HeadlessShell shell{faults};
-  HeadlessWindows windows;
-  Platform lists{print, locale, modules, files, registry, security, shell, windows, memory, debug};
+  HeadlessGraphics graphics{faults, debug, modules};
+  HeadlessWindows windows{faults, debug, modules, graphics};
+  HeadlessSystem system{faults, modules};
+  Platform lists{print, locale,  modules,  files,  registry, security,
+                 shell, windows, graphics, system, memory,   debug};
 };
 
 }  // namespace ostrel::headless

@@ -336,22 +336,39 @@ bool HeadlessSecurity::OpenProcessToken(TokenHandle* token) {
   return true;
 }
 
+bool HeadlessSecurity::AnswerToken(const void* answer, std::size_t answerBytes, void* buffer,
+                                   std::uint32_t sizeBytes, std::uint32_t* neededBytes) {
+  *neededBytes = static_cast<std::uint32_t>(answerBytes);
+  if (sizeBytes < answerBytes) {
+    debug_.SetLastError(kErrorInsufficientBuffer);
+    return false;
+  }
+  std::memcpy(buffer, answer, answerBytes);
+  return true;
+}
+
 bool HeadlessSecurity::GetTokenInformation(TokenHandle token, std::uint32_t informationClass,
                                            void* buffer, std::uint32_t sizeBytes,
                                            std::uint32_t* neededBytes) {
   *neededBytes = sizeof(TokenUser);
   if (faults_.ShouldFail("GetTokenInformation") || token == nullptr ||
-      informationClass != kTokenUser) {
+      (informationClass != kTokenUser && informationClass != kTokenGroups)) {
     debug_.SetLastError(kErrorInvalidHandle);
     return false;
   }
-  if (sizeBytes < sizeof(TokenUser)) {
-    debug_.SetLastError(kErrorInsufficientBuffer);
-    return false;
+  if (informationClass == kTokenUser) {
+    const TokenUser user = {userSid.data(), 0};
+    return AnswerToken(&user, sizeof(user), buffer, sizeBytes, neededBytes);
   }
-  const TokenUser user = {userSid.data(), 0};
-  std::memcpy(buffer, &user, sizeof(user));
-  return true;
+  const std::size_t rowsPlace = offsetof(TokenGroups, Groups);
+  std::vector<std::byte> answer(rowsPlace + groups.size() * sizeof(TokenUser));
+  const auto count = static_cast<std::uint32_t>(groups.size());
+  std::memcpy(answer.data(), &count, sizeof(count));
+  for (std::size_t i = 0; i < groups.size(); ++i) {
+    const TokenUser row = {groups[i].sid.data(), groups[i].attributes};
+    std::memcpy(answer.data() + rowsPlace + i * sizeof(row), &row, sizeof(row));
+  }
+  return AnswerToken(answer.data(), answer.size(), buffer, sizeBytes, neededBytes);
 }
 
 bool HeadlessSecurity::CloseHandle(TokenHandle token) {
@@ -362,14 +379,25 @@ bool HeadlessSecurity::CloseHandle(TokenHandle token) {
   return true;
 }
 
+// A SID is told apart by the place of its text.
+const std::u16string* HeadlessSecurity::FindSid(const void* sid) const {
+  if (sid == userSid.data()) {
+    return &userSid;
+  }
+  const auto group = std::ranges::find_if(
+      groups, [sid](const Group& candidate) { return candidate.sid.data() == sid; });
+  return group == groups.end() ? nullptr : &group->sid;
+}
+
 bool HeadlessSecurity::ConvertSidToStringSidW(void* sid, char16_t** text) {
   *text = nullptr;
-  if (faults_.ShouldFail("ConvertSidToStringSidW") || sid != userSid.data()) {
+  const std::u16string* found = FindSid(sid);
+  if (faults_.ShouldFail("ConvertSidToStringSidW") || found == nullptr) {
     debug_.SetLastError(kErrorInvalidParameter);
     return false;
   }
-  *text = new char16_t[userSid.size() + 1]();
-  std::copy(userSid.begin(), userSid.end(), *text);
+  *text = new char16_t[found->size() + 1]();
+  std::copy(found->begin(), found->end(), *text);
   ++liveTexts_;
   return true;
 }
@@ -393,7 +421,7 @@ bool HeadlessSecurity::GetUserNameW(char16_t* buffer, std::uint32_t* units) {
   return true;
 }
 
-// ---- Shell and windows --------------------------------------------------------------------------
+// ---- Shell -------------------------------------------------------------------------------------
 
 std::uint32_t HeadlessShell::SHGetFolderPathW(std::uint32_t folder, char16_t* path) {
   constexpr std::uint32_t kFail = 0x80004005;  // E_FAIL
@@ -423,13 +451,6 @@ WindowHandle HeadlessShell::HtmlHelpW(WindowHandle window, const char16_t* file,
   }
   help.push_back({window, file, command, data});
   return HandleOf<WindowHandle>(0x5000);
-}
-
-int HeadlessWindows::MessageBoxW(WindowHandle owner, const char16_t* text, const char16_t* caption,
-                                 std::uint32_t style) {
-  constexpr int kOk = 1;  // IDOK
-  boxes.push_back({owner, text, caption, style});
-  return kOk;
 }
 
 }  // namespace ostrel::headless

@@ -5,13 +5,46 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <map>
+#include <set>
 #include <span>
 #include <string>
 #include <unordered_map>
+#include <utility>
+#include <vector>
 
 namespace ostrel::headless {
 
 using StringTable = std::unordered_map<std::uint32_t, std::u16string>;
+
+// A bitmap: its size in pixels, how many bits a pixel takes, and the rows as they are stored.
+struct BitmapResource {
+  std::int32_t width = 0;
+  std::int32_t height = 0;
+  std::uint16_t bitsPerPixel = 0;
+  std::vector<std::byte> pixels = {};
+};
+
+// An icon: the sizes that it comes in.
+struct IconResource {
+  struct Picture {
+    std::int32_t width;
+    std::int32_t height;
+    std::uint16_t bitsPerPixel;
+  };
+  std::vector<Picture> pictures = {};
+};
+
+// What a compiled resource file holds under numbers.
+struct Resources {
+  // Whether there is a resource of this type, RT_..., and id.
+  bool Holds(std::uint32_t type, std::uint32_t id) const { return entries.contains({type, id}); }
+
+  StringTable strings = {};
+  std::map<std::uint32_t, BitmapResource> bitmaps = {};
+  std::map<std::uint32_t, IconResource> icons = {};
+  std::set<std::pair<std::uint32_t, std::uint32_t>> entries = {};  // type and id of each
+};
 
 // The strings of a resource file, by id. Throws std::runtime_error for a file that is not one or
 // that is cut short. A file cut between two entries is a shorter file: nothing in it counts them.

@@ -31,6 +31,7 @@ class DiskWorld {
                  world_.platform.modules,  files,
                  world_.platform.registry, world_.platform.security,
                  world_.platform.shell,    world_.platform.windows,
+                 world_.platform.graphics, world_.platform.system,
                  world_.platform.memory,   world_.platform.debug};
 };
 

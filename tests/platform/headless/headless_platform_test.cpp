@@ -947,7 +947,7 @@ TEST_F(HeadlessUser, WrongQuestionsAreRefused) {
   EXPECT_FALSE(security_.GetTokenInformation(nullptr, 1, &user, sizeof(user), &needed));
   EXPECT_EQ(LastError(), 6U);
   ASSERT_TRUE(security_.OpenProcessToken(&token_));
-  EXPECT_FALSE(security_.GetTokenInformation(token_, 2, &user, sizeof(user), &needed));
+  EXPECT_FALSE(security_.GetTokenInformation(token_, 3, &user, sizeof(user), &needed));
   EXPECT_TRUE(security_.CloseHandle(token_));
   EXPECT_FALSE(security_.CloseHandle(token_));
   EXPECT_FALSE(security_.CloseHandle(nullptr));

@@ -1,0 +1,16 @@
+// Pictures in owner-drawn controls.
+#pragma once
+
+#include "platform/window_types.h"
+
+#include <cstdint>
+
+namespace ostrel {
+
+// Draws a module's bitmap in the middle of an item, leaving out the pixels of a colour
+// (0x00BBGGRR). In a mirrored window the picture isn't turned round: what it says about left and
+// right stays true. Does nothing when the module has no such bitmap.
+void DrawCentredBitmap(const DrawItem& item, ModuleHandle module, std::uint32_t bitmapId,
+                       std::uint32_t transparentColor);
+
+}  // namespace ostrel

@@ -1,0 +1,90 @@
+// Small services for every page: its context, its captions and lists, its help, and what a change
+// by the user does beside the change.
+//
+// A page's window data holds the context. Where it holds none, each service does nothing, and a
+// text is empty. A control that the dialog lacks and a string that the language lacks are passed
+// over.
+#pragma once
+
+#include "core/ui_context.h"
+#include "platform/window_types.h"
+
+#include <cstdint>
+#include <span>
+
+namespace ostrel {
+
+// The context that a page's window remembers; may be null.
+UIContext* PageContext(WindowHandle page);
+
+// For WM_INITDIALOG, whose lParam is the page's description: remembers its context in the window.
+// Result: the context.
+UIContext* RememberContext(WindowHandle page, std::intptr_t lParam);
+
+// ---- Controls and texts -------------------------------------------------------------------------
+
+struct CaptionRow {
+  std::int32_t control;
+  std::uint32_t stringId;
+};
+
+// Gives controls their captions, each cut at 259 characters.
+void SetCaptions(WindowHandle dialog, ModuleHandle module, std::span<const CaptionRow> rows);
+
+void ShowControl(WindowHandle dialog, std::int32_t control, bool show);
+void EnableControl(WindowHandle dialog, std::int32_t control, bool enable);
+
+struct ComboRow {
+  std::uint32_t stringId;
+  std::int16_t value;
+};
+
+// Empties a combo box, adds the rows, each with its value as item data, and selects the row at the
+// place `selected`. Texts come from the page's language library.
+void FillCombo(WindowHandle page, std::int32_t control, std::span<const ComboRow> rows,
+               std::int32_t selected);
+
+// Selects the row of a value. A value without a row clears the selection.
+void SelectComboValue(WindowHandle dialog, std::int32_t control, std::int16_t value);
+
+// The value of the row that is selected. Result: false when none is.
+bool SelectedComboValue(WindowHandle dialog, std::int32_t control, std::int16_t* value);
+
+// Whether the name of the Letter paper, in the page's language, holds no comma.
+bool PaperNameHasNoComma(WindowHandle page);
+
+// ---- Changes ------------------------------------------------------------------------------------
+
+// Tells the sheet that the page has a change to apply.
+void SetSheetChanged(WindowHandle page);
+
+// The name that a favourite takes once a setting was changed by hand. Result: its length, 0 with
+// an empty name when the language has no such text.
+int LoadUntitledName(WindowHandle page, std::span<char16_t> name);
+
+// How a page writes that name. The limits are to stay as they are.
+enum class UntitledRule {
+  kWhenDifferent,  // the print options page: only a name that differs, with up to 260 characters,
+                   // of which the field takes what it has room for
+  kAlwaysShort,    // the layout page and the watermark page: in any case, with up to 24 characters
+};
+
+// After a user's change to a setting: the record no longer claims to be a favourite. "Untitled"
+// stands in for a text that the language lacks.
+void MarkUntitled(WindowHandle page, UntitledRule rule);
+
+// ---- Help ---------------------------------------------------------------------------------------
+
+struct HelpPair {
+  std::int32_t control;
+  std::uint32_t context;
+};
+
+// PSN_HELP: opens the help at the page's own topic.
+void ShowPageHelp(WindowHandle page, std::uint32_t context);
+
+// WM_HELP, whose lParam tells a control: opens the help at its topic. A control without a pair has
+// none. Result: whether it had one.
+bool ShowControlHelp(WindowHandle page, std::intptr_t lParam, std::span<const HelpPair> pairs);
+
+}  // namespace ostrel

@@ -1,0 +1,1077 @@
+#include "pages/print_options.h"
+
+#include "config/setting_stores.h"
+#include "core/heap_block.h"
+#include "core/language.h"
+#include "core/model_table.h"
+#include "core/paper_tables.h"
+#include "core/process_state.h"
+#include "core/sheet_frame.h"
+#include "core/string_ids.h"
+#include "core/text.h"
+#include "pages/info_icon.h"
+#include "pages/media_rules.h"
+#include "pages/owner_draw.h"
+#include "pages/page_links.h"
+#include "pages/page_support.h"
+#include "pages/warning_boxes.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <iterator>
+
+namespace ostrel {
+namespace {
+
+// ---- Controls -----------------------------------------------------------------------------------
+
+enum Control : std::int32_t {
+  kCollateCheck = 1008,
+  kCopiesLabel = 1018,
+  kCopiesEdit = 1019,
+  kCopiesSpin = 1020,
+  kDefaultsButton = 1064,
+  kDuplexLong = 1125,
+  kCollationPicture = 1176,
+  kDuplexOff = 1240,
+  kDuplexShort = 1241,
+  kResolution600Radio = 1242,
+  kResolution1200Radio = 1243,
+  kJobModeCombo = 1393,
+  kReverseCheck = 1394,
+  kManualDuplexLabel = 1414,
+  kFinessCheck = 1422,
+  kDuplexIcon = 1447,
+  kReverseIcon = 1448,
+  kCollateIcon = 1449,
+  kJobModeIcon = 1450,
+  kDuplexPicture = 1453,
+  kJobModeLabel = 1483,
+  kJobFlagCheck = 1496,
+  kJobFlagGroup = 1497,
+};
+
+// Lists that an older template of the page had, and that it still measures.
+constexpr std::uint32_t kOldMediaList = 1009;
+constexpr std::uint32_t kOldPaperList = 1404;
+
+// clang-format off
+constexpr CaptionRow kCaptions[] = {
+    // Control, String
+    {1018, kStringCopiesLabel},
+    {1008, kStringCollate},
+    {1242, kStringResolution600},
+    {1243, kStringResolution1200},
+    {1395, kStringCopiesGroup},
+    {1396, kStringTwoSidedGroup},
+    {1397, kStringResolutionGroup},
+    {1394, kStringReverseOrder},
+    {1240, kStringOneSided},
+    {1125, kStringTwoSidedLongEdge},
+    {1241, kStringTwoSidedShortEdge},
+    {1064, kStringDefaults},
+    {1414, kStringManualTwoSided},
+    {1422, kStringFineMode},
+    {1489, kStringMoreOptionsGroup},
+    {1483, kStringJobMode},
+    {1497, kStringExtraProcessingGroup},
+    {1496, kStringExtraProcessing},
+};
+
+constexpr std::uint32_t kHelpTopic = 500;
+constexpr HelpPair kHelpPairs[] = {
+    // Control, Topic
+    {1009, 3091}, {1181, 3091}, {1182, 3091},
+    {1240, 1109}, {1125, 1109}, {1241, 1109}, {1414, 1109},
+    {1019, 1154}, {1008, 1154}, {1394, 1154},
+    {1242, 1155}, {1243, 1155}, {1422, 1155},
+    {1064, 2001},
+};
+
+constexpr ComboRow kJobModes[] = {
+    // String,            Value
+    {kStringJobModeOff, 0},
+    {kStringJobModeOn,  1},
+    {kStringAuto,       2},
+};
+
+// What a sheet without permission to change locks, and what stays live on it all the same.
+struct ReadOnlyRow {
+  std::int32_t control;
+  bool enabled;
+};
+constexpr ReadOnlyRow kReadOnlyRows[] = {
+    {1181, false}, {1182, true},  {1018, false}, {1008, false}, {1400, false},
+    {1028, false}, {1255, false}, {1404, false}, {1009, false}, {1064, false},
+};
+// clang-format on
+
+// The private message of old callers, and the codes in its first word.
+constexpr std::uint32_t kWmLegacyWarning = kWmUser + 256;
+static_assert(kWmLegacyWarning == 0x500);
+
+// Pages on a sheet, by the code that stands for a poster.
+constexpr std::int16_t kMultipleUpPoster = 22;
+constexpr std::int16_t kLongEdge = 2;
+constexpr std::int16_t kShortEdge = 3;
+
+// ---- The record ---------------------------------------------------------------------------------
+
+// A word of the private part; `fallback` stands for a key that can't be read.
+std::int16_t Setting(const UIContext& context, const char* key, std::int16_t fallback) {
+  std::int16_t value = fallback;
+  return GetUIParam(&context, key, &value, sizeof(value)) == kResultOk ? value : fallback;
+}
+
+void SetSetting(UIContext& context, const char* key, std::int16_t value) {
+  SetUIParam(&context, key, &value, sizeof(value));
+}
+
+bool IsBooklet(const UIContext& context) {
+  return Setting(context, "BookletPrint", 0) != 0;
+}
+
+bool IsReverse(const UIContext& context) {
+  return Setting(context, "ReversePrint", 0) != 0;
+}
+
+bool IsPosterPages(const UIContext& context) {
+  return Setting(context, "MultipleUp", 1) == kMultipleUpPoster;
+}
+
+// dmDuplex and dmMediaType through their repairing getter.
+std::int16_t RepairedField(UIContext& context, DevmodeField field) {
+  std::int16_t value = 1;
+  return GetDevmodeField(&context, field, &value) == kResultOk ? value : std::int16_t{1};
+}
+
+// dmDuplex as it is stored: other pages leave values in it that the getter would repair.
+std::int16_t& StoredDuplex(UIContext& context) {
+  return context.publicPointer->dmDuplex;
+}
+
+// What kind of watermark the record has: 0 none. Without a readable record there is none.
+std::int16_t WatermarkKind(const UIContext& context) {
+  WatermarkData watermark = {};
+  if (GetUIParam(&context, "WatermarkData", &watermark, sizeof(watermark)) != kResultOk) {
+    return kNoWatermark.PageWMFlag;
+  }
+  return watermark.PageWMFlag;
+}
+
+// Whether the rest of the record leaves the job mode free.
+bool AllowsJobMode(const UIContext& context) {
+  return !IsPosterPages(context) && !IsBooklet(context) && WatermarkKind(context) < 1;
+}
+
+// Whether the media in force can't be printed two-sided at all.
+bool MediaLocksDuplex(UIContext& context) {
+  return MediaRefusesDuplex(RepairedField(context, kDmMediaType));
+}
+
+bool PaperLocksDuplex(const UIContext& context) {
+  return MediaRules(&context).PaperDuplexConflict(context.publicPointer->dmPaperSize,
+                                                  kDuplexLongEdge) != MediaRules::kNoConflict;
+}
+
+// Whether the paper has a row that refuses this kind of two-sided printing. A paper without a row,
+// the user's own sizes among them, refuses none.
+bool PaperRowRefuses(const UIContext& context, std::int16_t duplex) {
+  const FeedRow* row = FindPaperRules(context.publicPointer->dmPaperSize);
+  return row != nullptr && row->duplex[duplex - kDuplexSimplex] == 0;
+}
+
+// ---- The page -----------------------------------------------------------------------------------
+
+// One message's view of the page.
+struct Page {
+  WindowHandle window;
+  UIContext& context;
+  PrintOptionsPageState& state;
+
+  ModuleHandle texts() const { return context.languageModule; }
+  WindowHandle Item(std::int32_t control) const {
+    return World().windows.GetDlgItem(window, control);
+  }
+  void Show(std::int32_t control, bool shown) const { ShowControl(window, control, shown); }
+  bool IsChecked(std::int32_t control) const {
+    return World().windows.IsDlgButtonChecked(window, control) != kBstUnchecked;
+  }
+  void Redraw(std::int32_t control) const { World().windows.InvalidateRect(Item(control)); }
+  // The settings no longer are those of a favourite, and the sheet has something to apply.
+  void Changed() const {
+    Untitled();
+    SetSheetChanged(window);
+  }
+  void Untitled() const { MarkUntitled(window, UntitledRule::kWhenDifferent); }
+};
+
+// Before anything is shown: settings that can't stand together are brought into order. The list of
+// papers isn't the one of the two-sided table: 245 is in it, although that table refuses it.
+void Normalise(UIContext& context) {
+  constexpr std::int16_t kBookletPapers[] = {9, 1, 5, 14, 243, 245};
+  const std::int16_t duplex = RepairedField(context, kDmDuplex);
+  if (duplex != kShortEdge) {
+    SetSetting(context, "BookletPrint", 0);
+  }
+  if (duplex != kDuplexSimplex) {
+    SetSetting(context, "ReversePrint", 0);
+    SetDevmodeField(&context, kDmMediaType, kMediaPlain);
+    if (Setting(context, "PosterPrint", 0) != 0) {
+      SetSetting(context, "MultipleUp", 1);
+      SetSetting(context, "PosterPrint", 0);
+    }
+  }
+  if (std::ranges::find(kBookletPapers, context.publicPointer->dmPaperSize) ==
+      std::end(kBookletPapers)) {
+    SetSetting(context, "BookletPrint", 0);
+    SetDevmodeField(&context, kDmDuplex, kDuplexSimplex);
+  }
+}
+
+// ---- Pictures -----------------------------------------------------------------------------------
+
+// The bitmap for the record's duplex and orientation; 0 for values without a picture.
+std::uint32_t DuplexPictureId(UIContext& context) {
+  // clang-format off
+  struct Row {
+    std::int16_t orientation;
+    std::uint16_t oneSided, longEdge, shortEdge, booklet;
+  };
+  constexpr Row kRows[] = {
+      // Orientation, Duplex 1, 2, 3, 3 as a booklet
+      {1,              631,  902,  905,  1072},
+      {2,             1068, 1065, 1066,  1071},
+  };
+  // clang-format on
+  for (const Row& row : kRows) {
+    if (row.orientation == context.publicPointer->dmOrientation) {
+      switch (StoredDuplex(context)) {
+        case kDuplexSimplex:
+          return row.oneSided;
+        case kLongEdge:
+          return row.longEdge;
+        case kShortEdge:
+          return IsBooklet(context) ? row.booklet : row.shortEdge;
+        default:
+          return 0;
+      }
+    }
+  }
+  return 0;
+}
+
+// Puts a picture into the control, or none, and deletes the one that was there.
+void ShowPicture(const Page& page, GdiObject picture) {
+  World().windows.SendMessageW(page.Item(kDuplexPicture), kStmSetImage, kImageBitmap,
+                               reinterpret_cast<std::intptr_t>(picture));
+  if (page.state.duplexPicture != nullptr) {
+    World().graphics.DeleteObject(page.state.duplexPicture);
+  }
+  page.state.duplexPicture = picture;
+}
+
+void DuplexPicture(const Page& page) {
+  const std::uint32_t id = DuplexPictureId(page.context);
+  if (id == 0 || page.Item(kDuplexPicture) == nullptr) {
+    return;
+  }
+  if (const GdiObject picture = World().graphics.LoadBitmapW(page.context.bitmapModule, id);
+      picture != nullptr) {
+    ShowPicture(page, picture);
+  }
+}
+
+// Colours that count as transparent, 0x00BBGGRR.
+constexpr std::uint32_t kMagenta = 0xFF00FF;
+constexpr std::uint32_t kPaperGray = 15660020;
+constexpr std::uint32_t kWhite = 0xFFFFFF;
+
+std::uint32_t CollationPictureId(const UIContext& context) {
+  const std::int16_t collate = context.publicPointer->dmCollate;
+  const std::int16_t reverse = Setting(context, "ReversePrint", 0);
+  if (collate == 0 && reverse == 0) {
+    return 425;
+  }
+  if (collate == 0 && reverse == 1) {
+    return 5021;
+  }
+  return collate == 1 && reverse == 1 ? 5008 : 426;
+}
+
+std::uint32_t FeedPictureId(const UIContext& context) {
+  const std::int16_t feed = Setting(context, "FeedOrient", 0);
+  return feed == 0 || feed == 1 ? 902 : 903;
+}
+
+// Which picture stands in an owner-drawn control. Most of these controls are of older templates.
+struct ItemPicture {
+  ModuleHandle module;
+  std::uint32_t bitmapId;
+  std::uint32_t transparentColor;
+};
+
+bool FindItemPicture(const UIContext& context, std::uint32_t control, ItemPicture& picture) {
+  const ModuleHandle bitmaps = context.bitmapModule;
+  switch (control) {
+    case 1022:
+      picture = {context.languageModule, 115, kWhite};
+      return true;
+    case 1032:
+      picture = {bitmaps, FeedPictureId(context), kMagenta};
+      return true;
+    case 1033:
+      picture = {bitmaps, 905, kMagenta};
+      return true;
+    case 1066:
+      picture = {bitmaps, 901, kPaperGray};
+      return true;
+    case 1174:
+      picture = {bitmaps, 631, kMagenta};
+      return true;
+    case 1387:
+      picture = {bitmaps, 902, kMagenta};
+      return true;
+    case kCollationPicture:
+      picture = {bitmaps, CollationPictureId(context), kPaperGray};
+      return true;
+    default:
+      return false;
+  }
+}
+
+bool OnDrawItem(const Page& page, const DrawItem& item) {
+  ItemPicture picture = {};
+  if (!FindItemPicture(page.context, item.CtlID, picture)) {
+    return false;
+  }
+  DrawCentredBitmap(item, picture.module, picture.bitmapId, picture.transparentColor);
+  return true;
+}
+
+// A sixth of an inch, as high as a line of the dialog's font with some air.
+bool OnMeasureItem(MeasureItem& item) {
+  constexpr std::int32_t kLeastHeight = 16;
+  constexpr std::int32_t kLinesPerInch = 6;
+  if (item.CtlID != kOldMediaList && item.CtlID != kOldPaperList) {
+    return false;
+  }
+  Graphics& graphics = World().graphics;
+  const DeviceContext screen = graphics.GetDC(nullptr);
+  const int dotsPerInch = graphics.GetDeviceCaps(screen, kDeviceCapLogPixelsY);
+  graphics.ReleaseDC(nullptr, screen);
+  item.itemHeight = static_cast<std::uint32_t>(std::max(kLeastHeight, dotsPerInch / kLinesPerInch));
+  return true;
+}
+
+// ---- Showing the record -------------------------------------------------------------------------
+
+void DuplexRule(const Page& page) {
+  UIContext& context = page.context;
+  const bool allowed = !MediaLocksDuplex(context) && !PaperLocksDuplex(context) &&
+                       Setting(context, "PosterPrint", 0) == 0 && !IsBooklet(context) &&
+                       !IsReverse(context);
+  TellPages(&PageLinks::duplexAllowed, allowed);
+  page.state.duplexGroup.Enable(allowed);
+  page.Show(kDuplexIcon, !allowed);
+}
+
+bool IsFactoryFavorite(const Page& page) {
+  char16_t factory[std::size(PrivateDevmode{}.FavoriteName)] = {};
+  return LoadExistingString(page.texts(), kStringDefaultFavoriteName, factory) &&
+         FieldText(factory) == FieldText(page.context.privatePointer->FavoriteName);
+}
+
+// The factory favourite locks nothing; what else is in force may lock again.
+void UnlockAll(const Page& page) {
+  page.state.duplexGroup.Enable(true);
+  for (const std::int32_t icon : {kDuplexIcon, kReverseIcon, kCollateIcon, kJobModeIcon}) {
+    page.Show(icon, false);
+  }
+  page.state.jobModeCombo.Enable(true);
+  TellPages(&PageLinks::jobModeAllowed, true);
+}
+
+void ShowCopies(const Page& page) {
+  std::int16_t& copies = page.context.publicPointer->dmCopies;
+  copies = std::max<std::int16_t>(copies, 1);
+  page.state.copiesEdit.SetValue(copies);
+}
+
+void ShowCollate(const Page& page) {
+  const bool booklet = IsBooklet(page.context);
+  page.state.collateCheck.SetCheck(booklet || page.context.publicPointer->dmCollate == 1);
+  page.state.collateCheck.Enable(!booklet);
+  page.Show(kCollateIcon, booklet);
+}
+
+void ShowJobMode(const Page& page) {
+  SelectComboValue(page.window, kJobModeCombo, page.context.privatePointer->JobMode);
+  const bool allowed = AllowsJobMode(page.context);
+  page.state.jobModeCombo.Enable(allowed);
+  page.Show(kJobModeIcon, !allowed);
+}
+
+void ShowDuplex(const Page& page) {
+  const std::int16_t duplex = StoredDuplex(page.context);
+  const bool longEdge = duplex == kLongEdge || duplex == 5;
+  const bool shortEdge = duplex == kShortEdge || duplex == 4;
+  page.state.duplexGroup.Select(longEdge ? kDuplexLong : shortEdge ? kDuplexShort : kDuplexOff);
+  TellPages(&PageLinks::duplexOff, !longEdge && !shortEdge);
+}
+
+void ShowReverseLock(const Page& page, bool locked) {
+  page.state.reverseCheck.Enable(!locked);
+  page.Show(kReverseIcon, locked);
+}
+
+void Refresh(const Page& page) {
+  UIContext& context = page.context;
+  ShowCopies(page);
+  page.state.resolutionGroup.Select(Setting(context, "PrintMode", 0) == 1 ? kResolution1200Radio
+                                                                          : kResolution600Radio);
+  if (IsFactoryFavorite(page)) {
+    UnlockAll(page);
+  }
+  page.state.jobFlagCheck.SetCheck(context.privatePointer->JobFlag == 1);
+  ShowCollate(page);
+  page.state.reverseCheck.SetCheck(Setting(context, "ReversePrint", 0) == 1);
+  page.state.finessCheck.SetCheck(Setting(context, "FinessMode", 0) == 1);
+  ShowJobMode(page);
+  DuplexPicture(page);
+  ShowDuplex(page);
+  DuplexRule(page);
+  ShowReverseLock(page, StoredDuplex(context) >= kLongEdge);
+  SetSetting(context, "SourceTray", context.publicPointer->dmDefaultSource);
+}
+
+void AttachControls(const Page& page) {
+  PrintOptionsPageState& state = page.state;
+  const WindowHandle dialog = page.window;
+  state.dialog = dialog;
+  state.editing = 0;
+  state.copiesSpin.Attach(dialog, kCopiesSpin);
+  state.copiesEdit.Attach(dialog, kCopiesEdit);
+  state.copiesSpin.SetBuddy(&state.copiesEdit);
+  state.jobModeCombo.Attach(dialog, kJobModeCombo);
+  state.jobFlagCheck.Attach(dialog, kJobFlagCheck);
+  state.duplexGroup.Attach(dialog, kDuplexOff);
+  state.duplexOff.Attach(dialog, kDuplexOff);
+  state.duplexLong.Attach(dialog, kDuplexLong);
+  state.duplexShort.Attach(dialog, kDuplexShort);
+  state.resolutionGroup.Attach(dialog, kResolution600Radio);
+  state.res600.Attach(dialog, kResolution600Radio);
+  state.res1200.Attach(dialog, kResolution1200Radio);
+  state.collateCheck.Attach(dialog, kCollateCheck);
+  state.reverseCheck.Attach(dialog, kReverseCheck);
+  state.finessCheck.Attach(dialog, kFinessCheck);
+}
+
+// A page's window has a text too, which the sheet's tab doesn't show.
+void SetOwnText(const Page& page) {
+  char16_t text[kMaxPathUnits] = {};
+  if (LoadExistingString(page.texts(), kStringCopiesLabel, text)) {
+    World().windows.SetWindowTextW(page.window, text);
+  }
+}
+
+void Start(const Page& page) {
+  SetCaptions(page.window, page.texts(), kCaptions);
+  SetOwnText(page);
+  AttachControls(page);
+  page.state.tooltips = {CreateInfoIcon(page.window, kDuplexIcon),
+                         CreateInfoIcon(page.window, kReverseIcon),
+                         CreateInfoIcon(page.window, kCollateIcon)};
+  page.state.tooltip = nullptr;
+  const std::uint64_t model = Process().ModelFlags;
+  if ((model & kFamiliesWithJobMode) != 0) {
+    page.state.tooltip = CreateInfoIcon(page.window, kJobModeIcon);
+  } else {
+    page.Show(kJobModeLabel, false);
+    page.Show(kJobModeCombo, false);
+  }
+  if ((model & kFamiliesWithJobFlag) == 0) {
+    page.Show(kJobFlagGroup, false);
+    page.Show(kJobFlagCheck, false);
+  }
+  FillCombo(page.window, kJobModeCombo, kJobModes, 0);
+  page.Show(kManualDuplexLabel, false);
+  TellPages(&PageLinks::mediaChanged, false);
+  World().windows.SetClassLongPtrW(page.window, kGclCursor, 0);
+  Refresh(page);
+}
+
+// ---- Copies -------------------------------------------------------------------------------------
+
+void StoreCopies(const Page& page, std::int32_t copies) {
+  page.context.publicPointer->dmCopies =
+      static_cast<std::int16_t>(std::min<std::int32_t>(copies, kMaxCopies));
+}
+
+std::int32_t ShownCopies(const Page& page) {
+  std::int32_t copies = 0;
+  return page.state.copiesEdit.GetValue(&copies) == kTextStands ? copies : 0;
+}
+
+// The box is left: what it shows becomes the number of copies.
+void CopiesEntered(const Page& page) {
+  const std::int32_t copies = std::clamp<std::int32_t>(ShownCopies(page), 1, kMaxCopies);
+  page.state.copiesEdit.SetValue(copies);
+  if (copies == page.context.publicPointer->dmCopies) {
+    return;
+  }
+  World().windows.SendMessageW(
+      page.Item(kCopiesSpin), kUdmSetPos, 0,
+      static_cast<std::intptr_t>(MakeWords(static_cast<std::uint16_t>(copies), 0)));
+  StoreCopies(page, copies);
+  SetSheetChanged(page.window);
+  // Also while a booklet is printed, which the next refresh locks again.
+  page.state.collateCheck.Enable(true);
+  page.Changed();
+}
+
+void CopiesStep(const Page& page, const NotifyUpDown& notify) {
+  if (page.state.copiesSpin.Step(notify.iDelta < 0)) {
+    page.Untitled();
+    StoreCopies(page, ShownCopies(page));
+    SetSheetChanged(page.window);
+  }
+}
+
+// A box under the title of this page's own boxes.
+void ShowBox(const Page& page, const char16_t* text) {
+  char16_t title[kMaxPathUnits] = {};
+  LoadUiString(page.texts(), kStringBoxTitle, title);
+  const std::uint32_t direction = Process().RightToLeftLanguage ? kMbRightToLeft : 0U;
+  World().windows.MessageBoxW(page.window, text, title, kMbIconExclamation | direction);
+}
+
+void ShowCopiesEmpty(const Page& page) {
+  char16_t text[kMaxPathUnits] = {};
+  LoadUiString(page.texts(), kStringCopiesEmpty, text);
+  ShowBox(page, text);
+}
+
+// The page is left. Result: the dialog procedure's answer.
+std::intptr_t CopiesLeave(const Page& page) {
+  constexpr std::intptr_t kStay = -1;
+  char text[256] = {};
+  const std::int16_t stored = page.context.publicPointer->dmCopies;
+  if (World().windows.GetDlgItemTextA(page.window, kCopiesEdit, text, sizeof(text)) == 0) {
+    page.state.copiesEdit.SetValue(stored);
+    ShowCopiesEmpty(page);
+    World().windows.SetWindowLongPtrW(page.window, kDwlpMessageResult, kStay);
+    return kStay;
+  }
+  bool translated = false;
+  auto copies = static_cast<std::int32_t>(
+      World().windows.GetDlgItemInt(page.window, kCopiesEdit, &translated, true));
+  if (!translated) {
+    copies = static_cast<std::int32_t>(std::clamp(std::strtol(text, nullptr, 10), -1L, 1000L));
+  }
+  if (copies < 1 || copies > kMaxCopies) {
+    // The page may be left all the same: the dialog's result stays 0.
+    page.state.copiesEdit.SetValue(stored);
+    return kStay;
+  }
+  if (copies != stored) {
+    StoreCopies(page, copies);
+    page.state.copiesEdit.SetValue(copies);
+    SetSheetChanged(page.window);
+  }
+  return 0;
+}
+
+// ---- Clicks -------------------------------------------------------------------------------------
+
+// The box follows the word only when both agree before the click. Result: whether anything changed.
+bool ToggleCheck(const Page& page, RadioButton& check, std::int32_t control, std::int16_t& word) {
+  const bool checked = page.IsChecked(control);
+  if ((word == 1) != checked) {
+    return false;
+  }
+  check.SetCheck(!checked);
+  word = checked ? 0 : 1;
+  page.Changed();
+  return true;
+}
+
+void CollateClick(const Page& page) {
+  if (ToggleCheck(page, page.state.collateCheck, kCollateCheck,
+                  page.context.publicPointer->dmCollate)) {
+    page.Redraw(kCollationPicture);
+  }
+}
+
+void ReverseClick(const Page& page) {
+  const bool checked = page.IsChecked(kReverseCheck);
+  const std::int16_t turned = checked ? 0 : 1;
+  if (Setting(page.context, "ReversePrint", 0) == turned) {
+    return;
+  }
+  if (!checked) {
+    page.state.reverseCheck.Select(kReverseCheck);
+  }
+  SetSetting(page.context, "ReversePrint", turned);
+  if (checked) {
+    Refresh(page);
+  } else {
+    page.state.duplexGroup.Enable(false);
+    page.Show(kDuplexIcon, true);
+  }
+  page.Changed();
+  page.Redraw(kCollationPicture);
+}
+
+void ResolutionClick(const Page& page, std::int32_t control) {
+  const bool fine = control == kResolution1200Radio;
+  const std::int16_t dotsPerInch = fine ? kResolution1200 : kResolution600;
+  page.context.publicPointer->dmPrintQuality = dotsPerInch;
+  page.context.publicPointer->dmYResolution = dotsPerInch;
+  SetSetting(page.context, "PrintMode", fine ? 1 : 0);
+  if (!page.IsChecked(control)) {
+    page.state.resolutionGroup.Select(control);
+    page.Changed();
+  }
+}
+
+void OneSidedClick(const Page& page) {
+  if (StoredDuplex(page.context) == kDuplexSimplex) {
+    return;
+  }
+  page.state.duplexGroup.Select(kDuplexOff);
+  StoredDuplex(page.context) = kDuplexSimplex;
+  page.Changed();
+  TellPages(&PageLinks::duplexOff, true);
+  ShowReverseLock(page, false);
+  DuplexPicture(page);
+}
+
+// Two-sided printing was asked for and can't be had.
+void BackToOneSided(const Page& page) {
+  page.state.duplexGroup.Select(kDuplexOff);
+  StoredDuplex(page.context) = kDuplexSimplex;
+  page.Changed();
+}
+
+void TwoSidedClick(const Page& page, std::int32_t control, std::int16_t target) {
+  UIContext& context = page.context;
+  if (StoredDuplex(context) == target) {
+    return;
+  }
+  if (PaperRowRefuses(context, target)) {
+    WarnPaperNoDuplex(page.window, page.texts());
+    BackToOneSided(page);
+    return;
+  }
+  SetDevmodeField(&context, kDmMediaType, kMediaPlain);
+  TellPages(&PageLinks::duplexOff, false);
+  page.Untitled();
+  if (IsPosterPages(context)) {
+    WarnPosterDuplex(page.window, page.texts());
+    BackToOneSided(page);  // the media stays plain
+    return;
+  }
+  ShowReverseLock(page, true);
+  page.state.duplexGroup.Select(control);
+  StoredDuplex(context) = target;
+  page.Untitled();
+  DuplexPicture(page);
+  SetSheetChanged(page.window);
+}
+
+// ---- The job mode -------------------------------------------------------------------------------
+
+void NameUntitled(const Page& page) {
+  char16_t name[std::size(PrivateDevmode{}.FavoriteName)] = {};
+  if (LoadExistingString(page.texts(), kStringUntitled, name)) {
+    CopyText(page.context.privatePointer->FavoriteName, FieldText(name));
+  }
+}
+
+void JobModeChange(const Page& page) {
+  std::int16_t& mode = page.context.privatePointer->JobMode;
+  std::int16_t chosen = 0;
+  if (SelectedComboValue(page.window, kJobModeCombo, &chosen) && chosen != mode) {
+    mode = chosen;
+    NameUntitled(page);
+    SetSheetChanged(page.window);
+  }
+  const bool allowed = AllowsJobMode(page.context);
+  TellPages(&PageLinks::jobModeAllowed, allowed);
+  if (!allowed) {
+    mode = 0;
+  }
+  // By its place in the list, which is its value.
+  World().windows.SendMessageW(page.Item(kJobModeCombo), kCbSetCurSel,
+                               static_cast<std::uintptr_t>(mode), 0);
+  Refresh(page);
+}
+
+// ---- Defaults -----------------------------------------------------------------------------------
+
+// Reads the factory favourite into `scratch`. Where it was never stored, the driver's own defaults
+// stand for it: it is they that are stored under that name. Result: whether there is a record.
+bool ReadFactoryFavorite(const char16_t* name, UIContext& scratch) {
+  const FavoriteStore store;
+  if (store.Init() && store.Read(name, &scratch)) {
+    return true;
+  }
+  const UIContext* defaults = Process().DefaultContextCopy;
+  if (defaults == nullptr) {
+    return false;
+  }
+  scratch.devmode = defaults->devmode;
+  return true;
+}
+
+void TakeOverDefaults(UIContext& context, const DriverDevmode& defaults) {
+  PublicDevmode& record = *context.publicPointer;
+  const PublicDevmode& from = defaults.publicDevmode;
+  record.dmCopies = from.dmCopies;
+  record.dmDuplex = from.dmDuplex;
+  context.privatePointer->Duplex = from.dmDuplex;
+  record.dmCollate = from.dmCollate;
+  record.dmPrintQuality = from.dmPrintQuality;
+  context.privatePointer->FinessMode = defaults.privateDevmode.FinessMode;
+  context.privatePointer->ReversePrint = defaults.privateDevmode.ReversePrint;
+}
+
+void BackToDefaults(const Page& page) {
+  UIContext& context = page.context;
+  PrivateDevmode& settings = *context.privatePointer;
+  char16_t name[std::size(PrivateDevmode{}.FavoriteName)] = {};
+  LoadUiString(page.texts(), kStringDefaultFavorite, name);
+  if (const HeapBlock<UIContext> scratch(sizeof(UIContext)); scratch) {
+    *scratch = context;
+    scratch->publicPointer = &scratch->devmode.publicDevmode;
+    scratch->privatePointer = &scratch->devmode.privateDevmode;
+    if (ReadFactoryFavorite(name, *scratch)) {
+      TakeOverDefaults(context, scratch->devmode);
+    }
+  }
+  CopyText(settings.FavoriteName, FieldText(name));
+  settings.JobMode = 0;
+  settings.JobFlag = 0;
+  settings.PrintMode = 0;
+  settings.sLaserTestAPResolution = 0;
+  Refresh(page);
+  page.Redraw(kCollationPicture);
+  SetSheetChanged(page.window);
+}
+
+void DefaultsClick(const Page& page) {
+  if (IsBooklet(page.context)) {
+    WarnBookletCollate(page.window, page.texts());
+  } else {
+    BackToDefaults(page);
+  }
+  World().windows.SetFocus(page.Item(kDefaultsButton));
+}
+
+// ---- Tooltips -----------------------------------------------------------------------------------
+
+// Appends the texts of the reasons that hold, one below the other.
+class Reasons {
+ public:
+  Reasons(ModuleHandle texts, std::span<char16_t> buffer) : texts_(texts), text_(buffer) {}
+
+  void AddIf(bool holds, StringId id) {
+    if (!holds) {
+      return;
+    }
+    if (text_.length() != 0) {
+      AddText(kStringReasonSeparator);
+    }
+    AddText(id);
+  }
+
+ private:
+  void AddText(StringId id) {
+    char16_t piece[kMaxPathUnits] = {};
+    LoadUiString(texts_, id, piece);
+    text_.Add(FieldText(piece));
+  }
+
+  ModuleHandle texts_;
+  TextBuilder text_;
+};
+
+void AddDuplexReasons(UIContext& context, Reasons& reasons) {
+  reasons.AddIf(MediaLocksDuplex(context), kStringMediaNotTwoSidedReason);
+  reasons.AddIf(PaperLocksDuplex(context), kStringPaperNotTwoSidedReason);
+  reasons.AddIf(IsPosterPages(context), kStringPosterOnReason);
+  reasons.AddIf(IsBooklet(context), kStringBookletOnReason);
+  reasons.AddIf(IsReverse(context), kStringReverseOrderOnReason);
+}
+
+void AddReverseReason(UIContext& context, Reasons& reasons) {
+  reasons.AddIf(StoredDuplex(context) != kDuplexSimplex, IsBooklet(context)
+                                                             ? kStringBookletExcludesReverseOrder
+                                                             : kStringTwoSidedExcludesReverseOrder);
+}
+
+// One text: the last that applies.
+void AddJobModeReason(const UIContext& context, Reasons& reasons) {
+  if (WatermarkKind(context) > 0) {
+    reasons.AddIf(true, kStringRecordRefused);
+  } else {
+    reasons.AddIf(IsPosterPages(context) || IsBooklet(context), kStringJobModeLocked);
+  }
+}
+
+constexpr std::int32_t kIcons[] = {kDuplexIcon, kReverseIcon, kCollateIcon, kJobModeIcon};
+
+void OnTooltipText(const Page& page, NotifyTooltipText& notify) {
+  page.state.tooltipText[0] = u'\0';
+  Reasons reasons(page.texts(), page.state.tooltipText);
+  switch (ControlOfTooltip(page.window, notify.hdr, kIcons)) {
+    case kDuplexIcon:
+      AddDuplexReasons(page.context, reasons);
+      break;
+    case kReverseIcon:
+      AddReverseReason(page.context, reasons);
+      break;
+    case kCollateIcon:
+      reasons.AddIf(true, kStringBookletAlwaysCollated);
+      break;
+    case kJobModeIcon:
+      AddJobModeReason(page.context, reasons);
+      break;
+    default:
+      break;
+  }
+  notify.lpszText = page.state.tooltipText.data();
+}
+
+// The icon of the job mode is left out: its tool keeps the place that it was made with.
+void RefreshTools(const Page& page) {
+  for (std::size_t icon = 0; icon < page.state.tooltips.size(); ++icon) {
+    UpdateTooltipRect(page.window, page.state.tooltips[icon], kIcons[icon]);
+  }
+}
+
+// ---- The old warning ----------------------------------------------------------------------------
+
+constexpr std::u16string_view kWarningBreak = u"\r\n\t";
+
+// Appends a piece to a text that has no more room than the piece alone would need: a text that is
+// longer stays as it is.
+class NarrowText {
+ public:
+  explicit NarrowText(std::span<char16_t> buffer) : buffer_(buffer) {}
+
+  NarrowText& Add(std::u16string_view piece) {
+    const std::size_t length = FieldText(buffer_).size();
+    if (length <= piece.size()) {
+      const std::size_t room = std::min(piece.size() + 1, buffer_.size());
+      TextBuilder(buffer_.subspan(length, room - length)).Add(piece);
+    }
+    return *this;
+  }
+
+ private:
+  std::span<char16_t> buffer_;
+};
+
+constexpr std::u16string_view kRegionPaperA4 = u" A4 (210 x 297mm)";
+constexpr std::u16string_view kRegionPaperLetter = u"Letter (8.5 x 11\"";
+
+void LegacyWarning(const Page& page, std::uintptr_t code) {
+  constexpr std::uintptr_t kPaper = 3;
+  constexpr std::uintptr_t kMedia = 4;
+  constexpr std::uintptr_t kMediaToo = 5;
+  constexpr std::uintptr_t kBreakAlone = 6;
+  if (code < kPaper || code > kBreakAlone) {
+    return;
+  }
+  char16_t buffer[kMaxPathUnits] = {};
+  LoadUiString(page.texts(), kStringOldConflictMessage, buffer);
+  char16_t piece[kMaxPathUnits] = {};
+  NarrowText text(buffer);
+  if (code == kPaper) {
+    LoadUiString(page.texts(), kStringOldConflictPaper, piece);
+    text.Add(FieldText(piece)).Add(IsA4Locale() ? kRegionPaperA4 : kRegionPaperLetter);
+  } else {
+    text.Add(kWarningBreak);
+  }
+  if (code == kMedia || code == kMediaToo) {
+    LoadUiString(page.texts(), kStringSummaryMediaType, piece);
+    char16_t media[kMaxPathUnits] = {};
+    if (const MediaName* name = FindMediaName(RepairedField(page.context, kDmMediaType));
+        name != nullptr) {
+      LoadUiString(page.texts(), name->name, media);
+    }
+    text.Add(FieldText(piece)).Add(FieldText(media));
+  }
+  ShowBox(page, buffer);
+}
+
+// ---- Messages -----------------------------------------------------------------------------------
+
+void OnButton(const Page& page, std::int32_t control) {
+  switch (control) {
+    case kCollateCheck:
+      CollateClick(page);
+      break;
+    case kJobFlagCheck:
+      ToggleCheck(page, page.state.jobFlagCheck, control, page.context.privatePointer->JobFlag);
+      break;
+    case kFinessCheck:
+      ToggleCheck(page, page.state.finessCheck, control, page.context.privatePointer->FinessMode);
+      break;
+    case kReverseCheck:
+      ReverseClick(page);
+      break;
+    case kResolution600Radio:
+    case kResolution1200Radio:
+      ResolutionClick(page, control);
+      break;
+    case kDuplexOff:
+      OneSidedClick(page);
+      break;
+    case kDuplexLong:
+      TwoSidedClick(page, control, kLongEdge);
+      break;
+    case kDuplexShort:
+      TwoSidedClick(page, control, kShortEdge);
+      break;
+    case kDefaultsButton:
+      DefaultsClick(page);
+      break;
+    default:
+      break;
+  }
+}
+
+void OnCommand(const Page& page, std::uintptr_t wParam) {
+  const std::int32_t control = LowWord(wParam);
+  const std::uint16_t code = HighWord(wParam);
+  if (control == kCopiesEdit && code == kEnChange) {
+    page.state.copiesEdit.ChangeCheck();
+  } else if (control == kCopiesEdit && code == kEnKillFocus) {
+    CopiesEntered(page);
+  } else if (control == kJobModeCombo && code == kCbnSelChange) {
+    JobModeChange(page);
+  } else if (code == kBnClicked) {
+    OnButton(page, control);
+  }
+}
+
+void OnSetActive(const Page& page) {
+  if (page.context.activePage != kPrintOptionsPage) {
+    page.context.activePage = kPrintOptionsPage;
+    Refresh(page);
+  }
+}
+
+// NOLINTBEGIN(performance-no-int-to-ptr): messages carry pointers as numbers.
+
+std::intptr_t OnNotify(const Page& page, std::intptr_t lParam) {
+  auto& notify = *reinterpret_cast<NotifyHeader*>(lParam);
+  switch (notify.code) {
+    case kUdnDeltaPos:
+      if (notify.idFrom == kCopiesSpin) {
+        CopiesStep(page, reinterpret_cast<const NotifyUpDown&>(notify));
+      }
+      return 0;
+    case kTtnGetDispInfo:
+      OnTooltipText(page, reinterpret_cast<NotifyTooltipText&>(notify));
+      return 1;
+    case kPsnHelp:
+      ShowPageHelp(page.window, kHelpTopic);
+      return 1;
+    case kPsnReset:
+      ForgetApply(&page.context);
+      return 1;
+    case kPsnApply:
+      return ApplySettings(page.window, &page.context) ? 1 : 0;
+    case kPsnKillActive:
+      return CopiesLeave(page);
+    case kPsnSetActive:
+      OnSetActive(page);
+      return 1;
+    default:
+      return 0;
+  }
+}
+
+std::intptr_t OnMessage(const Page& page, std::uint32_t message, std::uintptr_t wParam,
+                        std::intptr_t lParam) {
+  switch (message) {
+    case kWmInitDialog:
+      Normalise(page.context);
+      Start(page);
+      return 1;
+    case kWmCommand:
+      OnCommand(page, wParam);
+      return 0;
+    case kWmNotify:
+      return lParam == 0 ? 0 : OnNotify(page, lParam);
+    case kWmDrawItem:
+      return lParam != 0 && OnDrawItem(page, *reinterpret_cast<const DrawItem*>(lParam)) ? 1 : 0;
+    case kWmMeasureItem:
+      return lParam != 0 && OnMeasureItem(*reinterpret_cast<MeasureItem*>(lParam)) ? 1 : 0;
+    case kWmHelp:
+      return ShowControlHelp(page.window, lParam, kHelpPairs) ? 1 : 0;
+    case kWmMouseMove:
+      RefreshTools(page);
+      return 0;
+    case kWmShowWindow:
+      if (page.context.noPermission != 0) {
+        for (const ReadOnlyRow& row : kReadOnlyRows) {
+          EnableControl(page.window, row.control, row.enabled);
+        }
+      }
+      return 0;
+    case kWmLegacyWarning:
+      LegacyWarning(page, wParam);
+      return 1;
+    case kWmDestroy:
+      ShowPicture(page, nullptr);
+      page.state.dialog = nullptr;
+      return 0;
+    default:
+      return 0;
+  }
+}
+
+// NOLINTEND(performance-no-int-to-ptr)
+
+}  // namespace
+
+PrintOptionsPageState::PrintOptionsPageState() {
+  copiesEdit.range = {
+      .maximum = 999.0001F, .minimum = 0.9999F, .precision = 0, .maximumTextLength = 3};
+  duplexGroup.AddChild(&duplexOff);
+  duplexGroup.AddChild(&duplexLong);
+  duplexGroup.AddChild(&duplexShort);
+  resolutionGroup.AddChild(&res600);
+  resolutionGroup.AddChild(&res1200);
+}
+
+std::intptr_t PrintOptionsPageProcedure(WindowHandle page, std::uint32_t message,
+                                        std::uintptr_t wParam, std::intptr_t lParam) {
+  if (message == kWmInitDialog) {
+    RememberContext(page, lParam);
+  }
+  UIContext* context = PageContext(page);
+  if (context == nullptr) {
+    return 0;
+  }
+  auto* state = GetPageState<PrintOptionsPageState>(PageSlot::kPrintOptions);
+  return state == nullptr ? 0 : OnMessage({page, *context, *state}, message, wParam, lParam);
+}
+
+void RefreshPrintOptionsPage(UIContext& context) {
+  const PageState* known = PageStatePlace(PageSlot::kPrintOptions);
+  if (known == nullptr) {
+    return;
+  }
+  auto& state = *GetPageState<PrintOptionsPageState>(PageSlot::kPrintOptions);
+  if (state.dialog != nullptr) {
+    Refresh({state.dialog, context, state});
+  }
+}
+
+}  // namespace ostrel
