@@ -288,7 +288,8 @@ std::string FieldShown(const DriverDevmode& record, const NamedField& field) {
     return shown;
   }
   for (std::size_t index = 0; index < field.field.count; ++index) {
-    shown += (index == 0 ? "" : " ") + std::to_string(Element(record, field, index));
+    shown += index == 0 ? "" : " ";
+    shown += std::to_string(Element(record, field, index));
   }
   return shown;
 }

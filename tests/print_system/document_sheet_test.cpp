@@ -17,10 +17,6 @@ std::vector<scenario::Scenario> ShippedScenarios() {
                                  "print_options");
 }
 
-void PrintTo(const scenario::Scenario& each, std::ostream* out) {
-  *out << each.name;
-}
-
 class PrintOptionsScenario : public testing::TestWithParam<scenario::Scenario> {};
 
 TEST_P(PrintOptionsScenario, GoesAsItIsTold) {

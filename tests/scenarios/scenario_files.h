@@ -7,10 +7,16 @@
 #include <fstream>
 #include <iterator>
 #include <map>
+#include <ostream>
 #include <string>
 #include <vector>
 
 namespace ostrel::scenario {
+
+// As googletest shows a case's row.
+inline void PrintTo(const Scenario& scenario, std::ostream* out) {
+  *out << scenario.name;
+}
 
 // All scenarios of a folder, by their names.
 inline std::vector<Scenario> ReadScenarios(const std::filesystem::path& folder) {

@@ -354,7 +354,8 @@ class Player {
     std::string wrong;
     for (std::size_t index = 0; index < step.arguments.size(); ++index) {
       if (!is(ControlAt(step, index))) {
-        wrong += (wrong.empty() ? "" : ", ") + step.arguments[index] + " " + otherwise;
+        wrong += wrong.empty() ? "" : ", ";
+        wrong += step.arguments[index] + " " + otherwise;
       }
     }
     return wrong;
