@@ -12,6 +12,7 @@ namespace ostrel {
 
 struct UIContext;
 struct PageStateTable;
+struct HolderCounts;
 
 inline constexpr std::size_t kDocumentPageRows = 6;
 inline constexpr std::size_t kPrinterPageRows = 2;
@@ -68,6 +69,11 @@ struct ProcessState {
 
   // The icon beside an option that is locked, loaded once.
   ImageHandle MessageIcon = nullptr;
+
+  // How many holders the shared text buffers and the shared objects have, by pointer. Made with the
+  // first entry and freed with the last.
+  HolderCounts* CountedTexts = nullptr;
+  HolderCounts* CountedObjects = nullptr;
 
   TemporaryFile TemporaryFileSlot = {};
 

@@ -93,14 +93,16 @@ class NumberEdit : public DlgControl {
  protected:
   NumberEdit() = default;
 
-  // The edit's text, cut to kEditTextUnits. Result: its length.
-  int ReadText(std::span<char16_t, kEditTextUnits> buffer) const;
-  void PutBackLastGoodText();
-  // The same, and what goes with it when a typed text was refused: the focus, and all selected.
+  // The edit's text, cut to the buffer.
+  std::u16string_view ReadText(std::span<char16_t, kEditTextUnits> buffer) const;
+  void ShowLastGoodText();
+  // What a typed text meets before its characters are looked at: its length, and blanks at both
+  // ends. Result: kTextStands or kTextRefused when that decides, with all done that goes with it;
+  // else 0.
+  int CheckLengthTyped(std::u16string_view text);
+  // The last good text comes back in the place of what was typed, all of it selected. Result:
+  // kTextRefused.
   int RefuseTyped();
-  // What is the same for whole and for decimal numbers in the steps before the characters count.
-  // Result: kTextStands or kTextRefused when they decide, 0 when the text is to be looked at.
-  int CheckTypedLength(std::u16string_view text);
 };
 
 class IntEdit : public NumberEdit {
@@ -158,6 +160,9 @@ class FloatSpin : public SpinBase<DecimalEdit> {
   DecimalEdit* buddy_ = nullptr;
   float step_ = 0;
 };
+
+extern template class SpinBase<IntEdit>;
+extern template class SpinBase<DecimalEdit>;
 
 // ---- Groups -------------------------------------------------------------------------------------
 

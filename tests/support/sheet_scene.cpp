@@ -50,7 +50,6 @@ SheetScene::SheetScene(const std::vector<std::uint32_t>& dialogs) {
   headless::Resources library = {.strings = EnglishStrings()};
   for (const std::uint32_t dialog : dialogs) {
     library.entries.emplace(kResourceDialog, dialog);
-    library.dialogs[dialog] = {};
   }
   modules.InstallResources(kEnglishLibraryPath, std::move(library));
 

@@ -1,0 +1,97 @@
+#include "pages/warning_boxes.h"
+
+#include "core/language.h"
+#include "core/process_state.h"
+#include "core/text.h"
+#include "pages/media_rules.h"
+
+#include <array>
+
+namespace ostrel {
+namespace {
+
+constexpr std::size_t kBoxTextUnits = 260;
+
+using BoxText = std::array<char16_t, kBoxTextUnits>;
+
+BoxText Load(ModuleHandle module, std::uint32_t stringId) {
+  BoxText text = {};
+  LoadUiString(module, stringId, text);
+  return text;
+}
+
+void Show(WindowHandle owner, ModuleHandle module, const BoxText& text) {
+  const BoxText title = Load(module, kStringConflictTitle);
+  const std::uint32_t style =
+      kMbIconExclamation |
+      (Process().RightToLeftLanguage ? std::uint32_t{kMbRightToLeft} : std::uint32_t{0});
+  World().windows.MessageBoxW(owner, text.data(), title.data(), style);
+}
+
+void ShowString(WindowHandle owner, ModuleHandle module, std::uint32_t stringId) {
+  Show(owner, module, Load(module, stringId));
+}
+
+}  // namespace
+
+void WarnMediaUnsupported(WindowHandle owner, ModuleHandle module, std::int32_t media) {
+  BoxText text;
+  TextBuilder out(text);
+  if (const MediaName* row = FindMediaName(media); row != nullptr) {
+    out.Add(FieldText(Load(module, row->name)));
+  }
+  for (const StringId part :
+       {kStringMediaRefusedMiddle, kStringTwoSidedPrinting, kStringMediaRefusedEnd}) {
+    out.Add(FieldText(Load(module, part)));
+  }
+  Show(owner, module, text);
+}
+
+void WarnPaperNoDuplex(WindowHandle owner, ModuleHandle module) {
+  ShowString(owner, module, kStringPaperNotTwoSided);
+}
+
+void WarnSourceConflict(WindowHandle owner, ModuleHandle module, bool paperRefuses,
+                        bool mediaRefuses) {
+  if (paperRefuses) {
+    ShowString(owner, module, kStringPaperRefusesSource);
+  } else if (mediaRefuses) {
+    ShowString(owner, module, kStringMediaRefusesSource);
+  } else {
+    Show(owner, module, {});
+  }
+}
+
+void WarnMedia(WindowHandle owner, ModuleHandle module) {
+  ShowString(owner, module, kStringMediaRefusesPaper);
+}
+
+void WarnPosterDuplex(WindowHandle owner, ModuleHandle module) {
+  ShowString(owner, module, kStringPosterExcludesTwoSided);
+}
+
+void WarnPosterDuplexWatermark(WindowHandle owner, ModuleHandle module) {
+  ShowString(owner, module, kStringPosterExcludesTwoSidedWatermark);
+}
+
+void WarnText(WindowHandle owner, ModuleHandle module, const char16_t* text) {
+  BoxText cut;
+  CopyText(cut, CallerText(text));
+  Show(owner, module, cut);
+}
+
+void WarnWatermarkPoster(WindowHandle owner, ModuleHandle module, WatermarkPoster kind) {
+  ShowString(owner, module,
+             kind == WatermarkPoster::kPosterRefused ? kStringPosterExcludesWatermark
+                                                     : kStringWatermarkExcludesPoster);
+}
+
+void WarnEditorPoster(WindowHandle owner, ModuleHandle module) {
+  ShowString(owner, module, kStringWatermarkExcludesPoster);
+}
+
+void WarnBookletCollate(WindowHandle owner, ModuleHandle module) {
+  ShowString(owner, module, kStringDefaultsExcludeBooklet);
+}
+
+}  // namespace ostrel
