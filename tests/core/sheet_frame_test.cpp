@@ -15,6 +15,7 @@
 #include <cstring>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <memory>
 #include <span>
 #include <string>
 #include <vector>
@@ -316,7 +317,8 @@ TEST(DocumentSheetPage, WithoutATitleStringKeepsTheDialogsOwn) {
   headless::Resources library = {.strings = test::EnglishStrings()};
   library.strings.erase(106);
   library.entries = {{kResourceDialog, 111}};
-  scene.world.platform.modules.InstallResources(test::kEnglishLibraryPath, std::move(library));
+  scene.world.platform.modules.InstallResources(
+      test::kEnglishLibraryPath, std::make_shared<const headless::Resources>(std::move(library)));
   ASSERT_EQ(scene.OpenDocument(), 1);
   ASSERT_THAT(scene.Pages(), SizeIs(1));
   EXPECT_EQ(scene.Pages()[0].page.dwFlags, 0x40A4U);
@@ -329,7 +331,8 @@ TEST(DocumentSheetPage, TitleIsCutToItsBuffer) {
   headless::Resources library = {.strings = test::EnglishStrings()};
   library.strings[106] = std::u16string(300, u't');
   library.entries = {{kResourceDialog, 111}};
-  scene.world.platform.modules.InstallResources(test::kEnglishLibraryPath, std::move(library));
+  scene.world.platform.modules.InstallResources(
+      test::kEnglishLibraryPath, std::make_shared<const headless::Resources>(std::move(library)));
   ASSERT_EQ(scene.OpenDocument(), 1);
   EXPECT_EQ(scene.Pages().at(0).title, std::u16string(255, u't'));
   Destroy(scene);
