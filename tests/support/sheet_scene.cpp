@@ -40,7 +40,7 @@ std::int32_t OlDevicePropertySheets(SheetInfo* info, std::intptr_t lParam) {
 
 }  // namespace
 
-SheetScene::SheetScene(const std::vector<std::uint32_t>& dialogs) {
+SheetScene::SheetScene() {
   current = this;
   headless::HeadlessModules& modules = world.platform.modules;
   modules.Install(kCompanionPath);
@@ -48,12 +48,6 @@ SheetScene::SheetScene(const std::vector<std::uint32_t>& dialogs) {
                  reinterpret_cast<ExportedFunction>(&OlDocumentPropertySheets));
   modules.Export(kCompanionPath, "OlDevicePropertySheets",
                  reinterpret_cast<ExportedFunction>(&OlDevicePropertySheets));
-  headless::Resources library = {.strings = EnglishStrings()};
-  for (const std::uint32_t dialog : dialogs) {
-    library.entries.emplace(kResourceDialog, dialog);
-  }
-  modules.InstallResources(kEnglishLibraryPath,
-                           std::make_shared<const headless::Resources>(std::move(library)));
 
   info.cbSize = sizeof(info);
   info.hComPropSheet = reinterpret_cast<SheetHandle>(std::uintptr_t{0x51});
@@ -69,6 +63,15 @@ SheetScene::SheetScene(const std::vector<std::uint32_t>& dialogs) {
   device.cbSize = sizeof(device);
   device.hPrinter = document.hPrinter;
   device.pszPrinterName = printerName.data();
+}
+
+SheetScene::SheetScene(const std::vector<std::uint32_t>& dialogs) : SheetScene() {
+  headless::Resources library = {.strings = EnglishStrings()};
+  for (const std::uint32_t dialog : dialogs) {
+    library.entries.emplace(kResourceDialog, dialog);
+  }
+  world.platform.modules.InstallResources(
+      kEnglishLibraryPath, std::make_shared<const headless::Resources>(std::move(library)));
 }
 
 SheetScene::~SheetScene() {

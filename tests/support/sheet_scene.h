@@ -35,8 +35,9 @@ struct Companion {
 
 class SheetScene {
  public:
-  // Without an end, a companion that exports both entries is installed, and the English library has
-  // a dialog for each of `dialogs`.
+  // A companion that exports both entries is installed, and the English library as it is shipped.
+  SheetScene();
+  // The English library has the shipped texts, and for each of `dialogs` a resource of that id.
   explicit SheetScene(const std::vector<std::uint32_t>& dialogs);
   ~SheetScene();
   SheetScene(const SheetScene&) = delete;
