@@ -362,7 +362,8 @@ std::intptr_t AddItem(Window& window, std::intptr_t place, std::intptr_t lParam)
     where = std::ranges::upper_bound(items, LowerCase(item.text), {},
                                      [](const ListItem& other) { return LowerCase(other.text); });
   }
-  return items.insert(where, std::move(item)) - items.begin();
+  const auto added = items.insert(where, std::move(item));
+  return added - items.begin();
 }
 
 std::intptr_t SelectRow(Window& window, std::intptr_t row) {
