@@ -192,12 +192,14 @@ LONG Run(HWND owner, PFNPROPSHEETUI function, LPARAM lParam, LPDWORD result, WOR
   }
   answer = ERR_CPSUI_NO_PROPSHEETPAGE;
   if (!sheet.pages.empty()) {
-    answer = Show(sheet, owner) < 0 ? ERR_CPSUI_GETLASTERROR : 1;
+    const INT_PTR saved = Show(sheet, owner);
+    // What was applied before a Cancel counts as saved too.
+    const bool accepted = saved > 0 || caller->info.Result != CPSUI_CANCEL;
+    answer = saved < 0 ? ERR_CPSUI_GETLASTERROR : accepted ? CPSUI_OK : CPSUI_CANCEL;
   }
-  const auto chosen = static_cast<DWORD>(caller->info.Result);
-  End(sheet, chosen == CPSUI_CANCEL ? 0 : 1);
+  End(sheet, answer == CPSUI_OK ? 1 : 0);
   if (result != nullptr) {
-    *result = chosen;
+    *result = static_cast<DWORD>(caller->info.Result);
   }
   return answer;
 }
