@@ -95,6 +95,12 @@ ostrel_add_program(driver_report
 target_link_libraries(driver_report PRIVATE ostrel_print_system_setup ostrel_logic ostrel_win32)
 target_include_directories(driver_report SYSTEM PRIVATE ${CMAKE_BINARY_DIR}/json_include)
 
+# Shows the dialogs and checks that everything in them fits: tools/show-dialogs runs it.
+ostrel_add_program(dialog_gallery
+  hosts/dialog_gallery.cpp hosts/dialog_measure.cpp hosts/screenshot.cpp)
+target_link_libraries(dialog_gallery PRIVATE ostrel_print_system_setup comctl32 gdi32 msimg32)
+add_dependencies(dialog_gallery ${OSTREL_RESOURCE_LIBRARIES})
+
 ostrel_add_program(print_system_bench
   bench/print_system/print_system_bench.cpp bench/print_system/store_cost.cpp)
 target_link_libraries(print_system_bench

@@ -3,7 +3,8 @@
 
 The English file leads: its ids are those of the code, and its translators' comments hold what a
 program must know, `dialog: <dialog>/<control> ...` for the controls that show a text and
-`limit: <characters>` for the room that it has. Every fault is told on a line of its own.
+`limit: <characters>` for the room that it has. Dialogs that have their template must show just the
+texts that the comments say. Every fault is told on a line of its own.
 """
 
 import argparse
@@ -16,6 +17,9 @@ import polib
 ENGLISH = "enus"
 PLACEHOLDER = re.compile(r"%(?:[0-9.]*[a-zA-Z]|!)")
 CONTROL = re.compile(r"(\d+)/(\d+)$")
+# In a template: its first line, and a control with a text.
+TEMPLATE = re.compile(r"^(\d+) DIALOGEX\b", re.MULTILINE)
+TEMPLATE_CONTROL = re.compile(r"^  \w+ TEXT_(\d+), (\d+),", re.MULTILINE)
 
 PAPERS = (108, 116, 110, 118, 123, 120, 121, 122, 119, 4063, 4064, 4065, 4067, 4068, 340, 4069, 111,
           109, 4070, 411, 4072, 4073, 4074, 6001, 6002, 6003, 6004, 6005)
@@ -39,7 +43,7 @@ DISTINCT = (4011, 5005, 218, 219, 235)
 
 # The sheet around these pages has an Apply button, whose access key the system's language decides.
 PAGES = ("1072", "111", "693", "626", "645", "1511", "651", "1512")
-APPLY_KEYS = {"enus": "A", "de": "B"}
+APPLY_KEYS = {"enus": "A", "de": "B", "he": "ח"}
 
 NAME_ROOM = 30  # a model's name inside the message of 256
 
@@ -77,6 +81,17 @@ def annotation(entry, name):
 def controls_of(entry):
     return [match.groups() for word in annotation(entry, "dialog").split()
             if (match := CONTROL.match(word))]
+
+
+def templates_in(folder):
+    """The dialogs that have a template: by dialog, the pairs of control and string that it holds."""
+    templates = {}
+    for path in sorted(folder.glob("*.rc")):
+        parts = TEMPLATE.split(path.read_text(encoding="utf-8"))
+        for dialog, body in zip(parts[1::2], parts[2::2]):
+            templates[dialog] = {(control, int(text))
+                                 for text, control in TEMPLATE_CONTROL.findall(body)}
+    return templates
 
 
 class Language:
@@ -142,6 +157,15 @@ class Language:
         if not controls_of(model):
             self.fault(entry, "an access key, but no dialog in the comment")
 
+    def check_templates(self, templates):
+        """The comments and the templates name the same controls."""
+        for dialog, shown in templates.items():
+            said = {(control, number) for number, entry in self.entries.items()
+                    for place, control in controls_of(entry) if place == dialog}
+            for control, number in sorted(shown ^ said):
+                where = "only in the template" if (control, number) in shown else "not in the template"
+                self.fault(self.entries.get(number), f"dialog {dialog}, control {control}: {where}")
+
     def check_dialogs(self, english):
         """No two controls of a dialog may have the same access key."""
         owners = {}
@@ -190,6 +214,8 @@ def main():
                         help="folder of the PO files")
     parser.add_argument("--ids", type=pathlib.Path, default=tree / "src" / "core" / "string_ids.inc",
                         help="the ids that the code names")
+    parser.add_argument("--dialogs", type=pathlib.Path, default=tree / "resources" / "dialogs",
+                        help="folder of the dialog templates")
     arguments = parser.parse_args()
 
     languages = [Language(path) for path in sorted(arguments.strings.glob("*.po"))]
@@ -202,6 +228,7 @@ def main():
     for number in sorted(ids ^ english.entries.keys()):
         where = "only in the code" if number in ids else "not in the code"
         english.fault(english.entries.get(number), f"id {number} is {where}")
+    english.check_templates(templates_in(arguments.dialogs))
     for language in languages:
         language.check_entries(english)
         language.check_dialogs(english)

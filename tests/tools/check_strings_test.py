@@ -22,8 +22,11 @@ class CheckStrings(unittest.TestCase):
         for path in (TREE / "resources" / "strings").glob("*.po"):
             shutil.copy(path, self.folder)
 
+        shutil.copytree(TREE / "resources" / "dialogs", self.folder / "dialogs")
+
     def run_check(self):
-        return subprocess.run([sys.executable, CHECK, "--strings", self.folder],
+        return subprocess.run([sys.executable, CHECK, "--strings", self.folder,
+                               "--dialogs", self.folder / "dialogs"],
                               capture_output=True, text=True, check=False)
 
     def spoil(self, number, language="de", **fields):
@@ -85,6 +88,25 @@ class CheckStrings(unittest.TestCase):
     def test_access_key_of_apply(self):
         self.spoil(205, "enus", msgstr="Job &as usual")
         self.expect("dialog 111: access key A is Apply's")
+
+    def test_access_key_of_apply_in_hebrew(self):
+        self.spoil(4006, "he", msgstr="&חד-צדדי")
+        self.expect("dialog 111: access key ח is Apply's")
+
+    def replace_in_template(self, old, new):
+        path = self.folder / "dialogs" / "print_options.rc"
+        text = path.read_text(encoding="utf-8")
+        self.assertIn(old, text)
+        path.write_text(text.replace(old, new), encoding="utf-8")
+
+    def test_template_without_a_control(self):
+        self.replace_in_template("  LTEXT TEXT_129, 1414,", "  // LTEXT TEXT_129, 1414,")
+        self.expect("string 129: dialog 111, control 1414: not in the template")
+
+    def test_template_with_another_caption(self):
+        self.replace_in_template("CONTROL TEXT_4006, 1240,", "CONTROL TEXT_4005, 1240,")
+        self.expect("string 4005: dialog 111, control 1240: only in the template",
+                    "string 4006: dialog 111, control 1240: not in the template")
 
     def test_second_access_key(self):
         self.spoil(205, msgstr="&Auftrags&modus")

@@ -1,0 +1,300 @@
+// Opens the dialogs of the language libraries as pages of a property sheet, in several states,
+// takes their pictures, and checks that every text fits and no two controls meet.
+//
+//   dialog_gallery FOLDER LANGUAGE...
+//
+// The pictures are FOLDER\<dialog>-<language>-<state>-<dpi>.bmp. Result: 0, or 1 with the faults.
+// The libraries lie beside the program. No driver runs here: the states below set what a page's
+// code would set, so that a dialog can be looked at before there is a page.
+#include "dialog_measure.h"
+#include "print_system_setup.h"
+#include "screenshot.h"
+
+#include <windows.h>
+#include <commctrl.h>
+#include <prsht.h>
+
+#include <cstdio>
+#include <exception>
+#include <iterator>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace ostrel {
+namespace {
+
+constexpr COLORREF kPageKey = 15660020;
+constexpr WORD kInfoIcon = 1077;
+constexpr int kInfoIconPixels = 18;
+
+struct State {
+  const wchar_t* name;
+  std::vector<int> hidden = {};
+  std::vector<int> checked = {};
+  std::vector<int> disabled = {};
+  std::vector<int> icons = {};                      // shown
+  std::vector<std::pair<int, WORD>> pictures = {};  // control and bitmap
+  std::pair<int, WORD> drawn = {};                  // the same for an owner-drawn control
+};
+
+struct Dialog {
+  WORD id;
+  UINT title;
+  std::vector<std::pair<int, std::vector<UINT>>> lists;  // control and the strings of its rows
+  std::vector<std::pair<int, const wchar_t*>> boxes;
+  std::vector<State> states;
+};
+
+// The states of the print options page: as it is delivered, two-sided, all options locked, and on a
+// model that lacks two of them.
+Dialog PrintOptions() {
+  return {.id = 111,
+          .title = 106,
+          .lists = {{1393, {204, 201, 203}}},
+          .boxes = {{1019, L"999"}},
+          .states = {
+              {.name = L"delivered",
+               .hidden = {1414},
+               .checked = {1240, 1242, 1008},
+               .pictures = {{1453, 631}},
+               .drawn = {1176, 426}},
+              {.name = L"two-sided",
+               .hidden = {1414},
+               .checked = {1125, 1242},
+               .disabled = {1394},
+               .icons = {1448},
+               .pictures = {{1453, 902}},
+               .drawn = {1176, 425}},
+              {.name = L"locked",
+               .checked = {1241, 1243, 1008, 1422, 1496},
+               .disabled = {1240, 1125, 1241, 1394, 1008, 1393},
+               .icons = {1447, 1448, 1449, 1450},
+               .pictures = {{1453, 1072}},
+               .drawn = {1176, 5008}},
+              {.name = L"small-model",
+               .hidden = {1414, 1483, 1393, 1497, 1496},
+               .checked = {1240, 1242},
+               .pictures = {{1453, 1068}},
+               .drawn = {1176, 5021}},
+          }};
+}
+
+// One sheet with one page, in one state.
+struct Scene {
+  const Dialog* dialog;
+  const State* state;
+  HMODULE language;
+  HMODULE pictures;
+  HWND page = nullptr;
+};
+
+std::wstring Text(HMODULE language, UINT id) {
+  wchar_t text[300] = {};
+  LoadStringW(language, id, text, 300);
+  return text;
+}
+
+void ShowControl(HWND page, int id, bool show) {
+  ShowWindow(GetDlgItem(page, id), show ? SW_SHOW : SW_HIDE);
+}
+
+void FillLists(const Scene& scene) {
+  for (const auto& [control, rows] : scene.dialog->lists) {
+    const HWND list = GetDlgItem(scene.page, control);
+    for (const UINT row : rows) {
+      SendMessageW(list, CB_ADDSTRING, 0,
+                   reinterpret_cast<LPARAM>(Text(scene.language, row).c_str()));
+    }
+    SendMessageW(list, CB_SETCURSEL, 0, 0);
+  }
+}
+
+void ShowIcon(const Scene& scene, int control) {
+  const HANDLE icon = LoadImageW(scene.language, MAKEINTRESOURCEW(kInfoIcon), IMAGE_ICON,
+                                 kInfoIconPixels, kInfoIconPixels, LR_SHARED);
+  SendDlgItemMessageW(scene.page, control, STM_SETICON, reinterpret_cast<WPARAM>(icon), 0);
+  ShowControl(scene.page, control, true);
+}
+
+void Start(const Scene& scene) {
+  FillLists(scene);
+  for (const auto& [control, text] : scene.dialog->boxes) {
+    SetDlgItemTextW(scene.page, control, text);
+  }
+  for (const int control : scene.state->hidden) {
+    ShowControl(scene.page, control, false);
+  }
+  for (const int control : scene.state->checked) {
+    CheckDlgButton(scene.page, control, BST_CHECKED);
+  }
+  for (const int control : scene.state->disabled) {
+    EnableWindow(GetDlgItem(scene.page, control), FALSE);
+  }
+  for (const int control : scene.state->icons) {
+    ShowIcon(scene, control);
+  }
+  for (const auto& [control, bitmap] : scene.state->pictures) {
+    const HBITMAP picture = LoadBitmapW(scene.pictures, MAKEINTRESOURCEW(bitmap));
+    SendDlgItemMessageW(scene.page, control, STM_SETIMAGE, IMAGE_BITMAP,
+                        reinterpret_cast<LPARAM>(picture));
+  }
+}
+
+// A picture in the middle of its item. A mirrored page mirrors what is drawn on it, which a picture
+// with numbers must not be.
+void Draw(const Scene& scene, const DRAWITEMSTRUCT& item) {
+  if (static_cast<int>(item.CtlID) != scene.state->drawn.first) {
+    return;
+  }
+  const HBITMAP picture = LoadBitmapW(scene.pictures, MAKEINTRESOURCEW(scene.state->drawn.second));
+  BITMAP size = {};
+  GetObjectW(picture, sizeof(size), &size);
+  const HDC source = CreateCompatibleDC(item.hDC);
+  const HGDIOBJ before = SelectObject(source, picture);
+  const DWORD layout = GetLayout(item.hDC);
+  if ((layout & LAYOUT_RTL) != 0) {
+    SetLayout(item.hDC, layout | LAYOUT_BITMAPORIENTATIONPRESERVED);
+  }
+  const LONG x = (item.rcItem.left + item.rcItem.right - size.bmWidth) / 2;
+  const LONG y = (item.rcItem.top + item.rcItem.bottom - size.bmHeight) / 2;
+  TransparentBlt(item.hDC, x, y, size.bmWidth, size.bmHeight, source, 0, 0, size.bmWidth,
+                 size.bmHeight, kPageKey);
+  SetLayout(item.hDC, layout);
+  SelectObject(source, before);
+  DeleteDC(source);
+  DeleteObject(picture);
+}
+
+INT_PTR CALLBACK PageProcedure(HWND page, UINT message, WPARAM, LPARAM data) {
+  if (message == WM_INITDIALOG) {
+    const LPARAM scene = reinterpret_cast<const PROPSHEETPAGEW*>(data)->lParam;
+    SetWindowLongPtrW(page, DWLP_USER, scene);
+    reinterpret_cast<Scene*>(scene)->page = page;
+    Start(*reinterpret_cast<const Scene*>(scene));
+    return TRUE;
+  }
+  if (message == WM_DRAWITEM) {
+    Draw(*reinterpret_cast<const Scene*>(GetWindowLongPtrW(page, DWLP_USER)),
+         *reinterpret_cast<const DRAWITEMSTRUCT*>(data));
+    return TRUE;
+  }
+  return FALSE;
+}
+
+HWND OpenSheet(Scene* scene) {
+  const std::wstring title = Text(scene->language, scene->dialog->title);
+  PROPSHEETPAGEW page = {};
+  page.dwSize = sizeof(page);
+  page.dwFlags = PSP_USETITLE;
+  page.hInstance = scene->language;
+  page.pszTemplate = MAKEINTRESOURCEW(scene->dialog->id);
+  page.pszTitle = title.c_str();
+  page.pfnDlgProc = PageProcedure;
+  page.lParam = reinterpret_cast<LPARAM>(scene);
+  PROPSHEETHEADERW header = {};
+  header.dwSize = sizeof(header);
+  header.dwFlags = PSH_PROPSHEETPAGE | PSH_MODELESS | PSH_NOCONTEXTHELP;
+  header.pszCaption = title.c_str();
+  header.nPages = 1;
+  header.ppsp = &page;
+  const INT_PTR sheet = PropertySheetW(&header);
+  if (sheet == 0 || sheet == -1 || scene->page == nullptr) {
+    print_system::ThrowLastError("PropertySheetW");
+  }
+  return reinterpret_cast<HWND>(sheet);
+}
+
+void AnswerMessages() {
+  MSG message = {};
+  while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) != FALSE) {
+    TranslateMessage(&message);
+    DispatchMessageW(&message);
+  }
+}
+
+HMODULE LoadLanguage(const std::wstring& language) {
+  const std::wstring path = print_system::ProgramFolder() + L"\\ostrelPCL6ui" + language + L".dll";
+  const HMODULE library = LoadLibraryExW(path.c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE);
+  if (library == nullptr) {
+    print_system::ThrowLastError(("LoadLibraryExW of " + print_system::Utf8(path)).c_str());
+  }
+  return library;
+}
+
+class Gallery {
+ public:
+  Gallery(std::wstring folder, int dpi)
+      : folder_(std::move(folder)), dpi_(dpi), pictures_(LoadLanguage(L"ResBmp")) {}
+
+  // Whether all of the language's dialogs are without fault.
+  bool Show(const std::wstring& language) const {
+    const HMODULE library = LoadLanguage(language);
+    bool good = true;
+    for (const Dialog& dialog : {PrintOptions()}) {
+      for (const State& state : dialog.states) {
+        good = ShowState(language, {&dialog, &state, library, pictures_}) && good;
+      }
+    }
+    FreeLibrary(library);
+    return good;
+  }
+
+ private:
+  bool ShowState(const std::wstring& language, Scene scene) const {
+    const HWND sheet = OpenSheet(&scene);
+    ShowWindow(sheet, SW_SHOW);
+    AnswerMessages();
+    const std::wstring name = std::to_wstring(scene.dialog->id) + L"-" + language + L"-" +
+                              scene.state->name + L"-" + std::to_wstring(dpi_);
+    SaveScreenshot(sheet, folder_ + L"\\" + name + L".bmp");
+    const std::vector<std::string> faults = DialogFaults(scene.page, dpi_);
+    for (const std::string& fault : faults) {
+      std::printf("%s: %s\n", print_system::Utf8(name).c_str(), fault.c_str());
+    }
+    DestroyWindow(sheet);
+    AnswerMessages();
+    return faults.empty();
+  }
+
+  std::wstring folder_;
+  int dpi_;
+  HMODULE pictures_;
+};
+
+int DisplayDpi() {
+  const HDC screen = GetDC(nullptr);
+  const int dpi = GetDeviceCaps(screen, LOGPIXELSY);
+  ReleaseDC(nullptr, screen);
+  return dpi;
+}
+
+bool ShowAll(int count, wchar_t** arguments) {
+  SetProcessDPIAware();
+  const INITCOMMONCONTROLSEX controls = {sizeof(controls), ICC_UPDOWN_CLASS | ICC_TAB_CLASSES};
+  InitCommonControlsEx(&controls);
+  const Gallery gallery(arguments[1], DisplayDpi());
+  bool good = true;
+  for (int i = 2; i < count; ++i) {
+    good = gallery.Show(arguments[i]) && good;
+  }
+  std::printf("dialogs in %s at %d dpi: %s\n", print_system::Utf8(arguments[2]).c_str(),
+              DisplayDpi(), good ? "no faults" : "faults");
+  return good;
+}
+
+}  // namespace
+}  // namespace ostrel
+
+int wmain(int count, wchar_t** arguments) {
+  if (count < 3) {
+    std::fputs("usage: dialog_gallery FOLDER LANGUAGE...\n", stderr);
+    return 2;
+  }
+  try {
+    return ostrel::ShowAll(count, arguments) ? 0 : 1;
+  } catch (const std::exception& failure) {
+    std::fprintf(stderr, "dialog_gallery: %s\n", failure.what());
+    return 1;
+  }
+}
