@@ -101,8 +101,14 @@ ostrel_add_program(dialog_gallery
 target_link_libraries(dialog_gallery PRIVATE ostrel_print_system_setup comctl32 gdi32 msimg32)
 add_dependencies(dialog_gallery ${OSTREL_RESOURCE_LIBRARIES})
 
+ostrel_add_program(printing_preferences
+  hosts/printing_preferences.cpp hosts/record_fields.cpp hosts/report_kept.cpp hosts/screenshot.cpp)
+target_link_libraries(printing_preferences
+  PRIVATE ostrel_sheet_driver ostrel_logic ostrel_win32 gdi32)
+
 ostrel_add_program(print_system_bench
-  bench/print_system/print_system_bench.cpp bench/print_system/store_cost.cpp)
+  bench/print_system/print_system_bench.cpp bench/print_system/sheet_cost.cpp
+  bench/print_system/store_cost.cpp)
 target_link_libraries(print_system_bench
   PRIVATE ostrel_print_system_setup ostrel_logic ostrel_win32)
 

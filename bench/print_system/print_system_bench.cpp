@@ -13,6 +13,7 @@
 // order first, which the other driver has nothing like. What such a file costs is the second table.
 #include "driver_exports.h"
 #include "print_system_setup.h"
+#include "sheet_cost.h"
 #include "store_cost.h"
 
 #include <windows.h>
@@ -265,6 +266,7 @@ void PrintAim(const char* aim, const std::vector<Result>& results, double limit,
 
 void Install() {
   InstallDriver(OstrelPackage(), ProgramFolder());
+  InstallCompanion();
   AddPrinterWithDriver(kOurPrinter, kOstrelDriverName);
   InstallDriver(PostScriptPackage(), ProgramFolder());
   AddPrinterWithDriver(kTheirPrinter, kPostScriptDriverName);
@@ -318,6 +320,7 @@ void Run() {
            [](const Result& row) { return row.ratio(); });
   PrintAim("aim: less than 1000 ns of own code where no text is needed", results, kOwnCodeAim_ns,
            [](const Result& row) { return row.needsText ? std::nullopt : row.direct_ns; });
+  ostrel::bench::MeasureSheets(kOurPrinter, kTheirPrinter);
   ostrel::bench::MeasureStores(ConfigLibraryPath(ours.printer.get()));
 }
 
