@@ -2,9 +2,10 @@
 // what came of it: which settings of the record have changed.
 //
 //   printing_preferences --desktop          for a user at the display; waits for OK or Cancel
-//   printing_preferences --driven FOLDER    without one: the program goes through the sheet by its
-//                                           controls, in each language, and leaves the pictures of
-//                                           it in FOLDER
+//   printing_preferences --driven SUFFIX PICTURE
+//                                           without one: the program goes through the sheet by its
+//                                           controls, in the language of that suffix, and leaves a
+//                                           picture of it, a bitmap file
 //
 // Result: 0, or 1 with a line on the standard error when something failed.
 #include "core/printer_store.h"
@@ -19,11 +20,13 @@
 #include <windows.h>
 #include <winspool.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstring>
 #include <exception>
 #include <fcntl.h>
 #include <io.h>
+#include <iterator>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -104,12 +107,12 @@ void ShowOnDesktop() {
 // ---- Without one --------------------------------------------------------------------------------
 
 struct Language {
-  const wchar_t* suffix;
+  std::wstring_view suffix;
   const wchar_t* library;
 };
 
 constexpr Language kLanguages[] = {
-    {L"de", kGermanLibraryFile}, {L"he", kHebrewLibraryFile}, {L"enus", kLanguageLibraryFile}};
+    {L"enus", kLanguageLibraryFile}, {L"de", kGermanLibraryFile}, {L"he", kHebrewLibraryFile}};
 
 // One step through the page: what is done, to the control of which caption.
 struct Step {
@@ -146,7 +149,8 @@ std::string Plain(const std::wstring& caption) {
 void SpeakLanguage(const Language& language) {
   const Printer printer(kPrinterName);
   const DriverWords words(ConfigLibraryPath(printer.get()));
-  if (!WriteUserString(u"Suffix", win32::Utf16(language.suffix), win32::Utf16(kOstrelDriverName))) {
+  if (!WriteUserString(u"Suffix", win32::Utf16(language.suffix.data()),
+                       win32::Utf16(kOstrelDriverName))) {
     throw std::runtime_error("the language can't be chosen");
   }
 }
@@ -170,25 +174,22 @@ std::string GoThrough(Preferences& preferences, const Language& language,
   return done.Text();
 }
 
-void ShowDriven(const std::wstring& folder) {
-  std::string done;
-  std::string changes;
-  std::string languages;
-  for (const Language& language : kLanguages) {
-    SpeakLanguage(language);
-    Preferences preferences;
-    done = GoThrough(preferences, language, folder + L"\\preferences_" + language.suffix + L".bmp");
-    changes = ChangesText(preferences);
-    languages += (languages.empty() ? "" : ", ") + Utf8(language.suffix);
+void ShowDriven(const std::wstring& suffix, const std::wstring& picture) {
+  const auto* language = std::ranges::find(kLanguages, suffix, &Language::suffix);
+  if (language == std::end(kLanguages)) {
+    throw std::runtime_error("there is no language " + Utf8(suffix));
   }
-  Say(Heading("Printing preferences, gone through by their controls (" + languages + ")") + done +
-      changes);
+  SpeakLanguage(*language);
+  Preferences preferences;
+  const std::string done = GoThrough(preferences, *language, picture);
+  Say(Heading("Printing preferences, gone through by their controls") + done +
+      ChangesText(preferences));
 }
 
 int Run(const std::vector<std::wstring>& arguments) {
   const bool desktop = arguments.size() == 1 && arguments[0] == L"--desktop";
-  if (!desktop && (arguments.size() != 2 || arguments[0] != L"--driven")) {
-    std::fputs("usage: printing_preferences --desktop | --driven FOLDER\n", stderr);
+  if (!desktop && (arguments.size() != 3 || arguments[0] != L"--driven")) {
+    std::fputs("usage: printing_preferences --desktop | --driven SUFFIX PICTURE\n", stderr);
     return 2;
   }
   const DriverPackage package = OstrelPackage();
@@ -199,7 +200,7 @@ int Run(const std::vector<std::wstring>& arguments) {
   if (desktop) {
     ShowOnDesktop();
   } else {
-    ShowDriven(arguments[1]);
+    ShowDriven(arguments[1], arguments[2]);
   }
   return 0;
 }
