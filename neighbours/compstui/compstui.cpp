@@ -206,26 +206,27 @@ LONG Run(HWND owner, PFNPROPSHEETUI function, LPARAM lParam, LPDWORD result, WOR
 
 }  // namespace
 
+// The parameters' names are those of the platform's header.
 extern "C" {
 
-LONG WINAPI CommonPropertySheetUIW(HWND owner, PFNPROPSHEETUI function, LPARAM lParam,
-                                   LPDWORD result) {
-  return Run(owner, function, lParam, result, PSUIINFO_UNICODE);
+LONG WINAPI CommonPropertySheetUIW(HWND hWndOwner, PFNPROPSHEETUI pfnPropSheetUI, LPARAM lParam,
+                                   LPDWORD pResult) {
+  return Run(hWndOwner, pfnPropSheetUI, lParam, pResult, PSUIINFO_UNICODE);
 }
 
-LONG WINAPI CommonPropertySheetUIA(HWND owner, PFNPROPSHEETUI function, LPARAM lParam,
-                                   LPDWORD result) {
-  return Run(owner, function, lParam, result, 0);
+LONG WINAPI CommonPropertySheetUIA(HWND hWndOwner, PFNPROPSHEETUI pfnPropSheetUI, LPARAM lParam,
+                                   LPDWORD pResult) {
+  return Run(hWndOwner, pfnPropSheetUI, lParam, pResult, 0);
 }
 
 // A word that a page keeps with its dialog.
-ULONG_PTR WINAPI GetCPSUIUserData(HWND dialog) {
-  return reinterpret_cast<ULONG_PTR>(GetPropW(dialog, kUserDataProperty));
+ULONG_PTR WINAPI GetCPSUIUserData(HWND hDlg) {
+  return reinterpret_cast<ULONG_PTR>(GetPropW(hDlg, kUserDataProperty));
 }
 
-BOOL WINAPI SetCPSUIUserData(HWND dialog, ULONG_PTR data) {
+BOOL WINAPI SetCPSUIUserData(HWND hDlg, ULONG_PTR CPSUIUserData) {
   // NOLINTNEXTLINE(performance-no-int-to-ptr): a window keeps words as handles.
-  return SetPropW(dialog, kUserDataProperty, reinterpret_cast<HANDLE>(data));
+  return SetPropW(hDlg, kUserDataProperty, reinterpret_cast<HANDLE>(CPSUIUserData));
 }
 
 }  // extern "C"
