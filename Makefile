@@ -11,7 +11,8 @@ STRESS_SECONDS ?= 5
 .PHONY: help packages run test test-native test-asan test-print-system test-peers lint dist bench fuzz format clean
 
 help:
-	@echo 'make run      install the driver in a print system of its own and show what it answers'
+	@echo 'make run      install the driver in a print system of its own and show what it answers,'
+	@echo '              and its printing preferences: on the display, or as pictures in build/run'
 	@echo '              (REPORT=--json gives the same for a program)'
 	@echo 'make test     prove everything: lint, native tests, sanitizer run, print-system tests,'
 	@echo '              and one settings file between several processes (STRESS_SECONDS=$(STRESS_SECONDS))'
@@ -37,6 +38,7 @@ build:
 run: packages | build
 	$(call build,windows)
 	@tools/print-system run $(WINDOWS_BIN)/driver_report.exe $(REPORT)
+	@$(if $(REPORT),true,tools/show-preferences)
 
 test: packages lint test-native test-asan test-print-system test-peers
 

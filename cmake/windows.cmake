@@ -101,8 +101,14 @@ ostrel_add_program(dialog_gallery
 target_link_libraries(dialog_gallery PRIVATE ostrel_print_system_setup comctl32 gdi32 msimg32)
 add_dependencies(dialog_gallery ${OSTREL_RESOURCE_LIBRARIES})
 
+ostrel_add_program(printing_preferences
+  hosts/printing_preferences.cpp hosts/record_fields.cpp hosts/report_kept.cpp hosts/screenshot.cpp)
+target_link_libraries(printing_preferences
+  PRIVATE ostrel_sheet_driver ostrel_logic ostrel_win32 gdi32)
+
 ostrel_add_program(print_system_bench
-  bench/print_system/print_system_bench.cpp bench/print_system/store_cost.cpp)
+  bench/print_system/print_system_bench.cpp bench/print_system/sheet_cost.cpp
+  bench/print_system/store_cost.cpp)
 target_link_libraries(print_system_bench
   PRIVATE ostrel_print_system_setup ostrel_logic ostrel_win32)
 
@@ -119,7 +125,21 @@ ostrel_add_program(print_system_tests
   tests/scenarios/sheet_scenario.cpp)
 target_include_directories(print_system_tests PRIVATE ${CMAKE_SOURCE_DIR}/tests)
 target_link_libraries(print_system_tests
-  PRIVATE ostrel_print_system_setup ostrel_sheet_driver ostrel_logic ostrel_win32 gtest psapi version)
+  PRIVATE ostrel_print_system_setup ostrel_sheet_driver ostrel_logic ostrel_win32 gtest
+    -lcompstui psapi version)
+
+# Language libraries that hold a page for each dialog, or one alone.
+function(ostrel_add_test_pages name)
+  add_library(${name} MODULE tests/print_system/${name}.rc)
+  set_target_properties(${name} PROPERTIES
+    PREFIX ""
+    LINKER_LANGUAGE C
+    LIBRARY_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin/test_libraries)
+  target_link_options(${name} PRIVATE -nostdlib -Wl,--entry=0 -Wl,--no-insert-timestamp)
+  add_dependencies(print_system_tests ${name})
+endfunction()
+ostrel_add_test_pages(test_pages)
+ostrel_add_test_pages(test_device_page)
 
 file(GLOB_RECURSE scenarios CONFIGURE_DEPENDS
   RELATIVE ${CMAKE_SOURCE_DIR}/tests ${CMAKE_SOURCE_DIR}/tests/scenarios/*.txt)

@@ -192,38 +192,41 @@ LONG Run(HWND owner, PFNPROPSHEETUI function, LPARAM lParam, LPDWORD result, WOR
   }
   answer = ERR_CPSUI_NO_PROPSHEETPAGE;
   if (!sheet.pages.empty()) {
-    answer = Show(sheet, owner) < 0 ? ERR_CPSUI_GETLASTERROR : 1;
+    const INT_PTR saved = Show(sheet, owner);
+    // What was applied before a Cancel counts as saved too.
+    const bool accepted = saved > 0 || caller->info.Result != CPSUI_CANCEL;
+    answer = saved < 0 ? ERR_CPSUI_GETLASTERROR : accepted ? CPSUI_OK : CPSUI_CANCEL;
   }
-  const auto chosen = static_cast<DWORD>(caller->info.Result);
-  End(sheet, chosen == CPSUI_CANCEL ? 0 : 1);
+  End(sheet, answer == CPSUI_OK ? 1 : 0);
   if (result != nullptr) {
-    *result = chosen;
+    *result = static_cast<DWORD>(caller->info.Result);
   }
   return answer;
 }
 
 }  // namespace
 
+// The parameters' names are those of the platform's header.
 extern "C" {
 
-LONG WINAPI CommonPropertySheetUIW(HWND owner, PFNPROPSHEETUI function, LPARAM lParam,
-                                   LPDWORD result) {
-  return Run(owner, function, lParam, result, PSUIINFO_UNICODE);
+LONG WINAPI CommonPropertySheetUIW(HWND hWndOwner, PFNPROPSHEETUI pfnPropSheetUI, LPARAM lParam,
+                                   LPDWORD pResult) {
+  return Run(hWndOwner, pfnPropSheetUI, lParam, pResult, PSUIINFO_UNICODE);
 }
 
-LONG WINAPI CommonPropertySheetUIA(HWND owner, PFNPROPSHEETUI function, LPARAM lParam,
-                                   LPDWORD result) {
-  return Run(owner, function, lParam, result, 0);
+LONG WINAPI CommonPropertySheetUIA(HWND hWndOwner, PFNPROPSHEETUI pfnPropSheetUI, LPARAM lParam,
+                                   LPDWORD pResult) {
+  return Run(hWndOwner, pfnPropSheetUI, lParam, pResult, 0);
 }
 
 // A word that a page keeps with its dialog.
-ULONG_PTR WINAPI GetCPSUIUserData(HWND dialog) {
-  return reinterpret_cast<ULONG_PTR>(GetPropW(dialog, kUserDataProperty));
+ULONG_PTR WINAPI GetCPSUIUserData(HWND hDlg) {
+  return reinterpret_cast<ULONG_PTR>(GetPropW(hDlg, kUserDataProperty));
 }
 
-BOOL WINAPI SetCPSUIUserData(HWND dialog, ULONG_PTR data) {
+BOOL WINAPI SetCPSUIUserData(HWND hDlg, ULONG_PTR CPSUIUserData) {
   // NOLINTNEXTLINE(performance-no-int-to-ptr): a window keeps words as handles.
-  return SetPropW(dialog, kUserDataProperty, reinterpret_cast<HANDLE>(data));
+  return SetPropW(hDlg, kUserDataProperty, reinterpret_cast<HANDLE>(CPSUIUserData));
 }
 
 }  // extern "C"

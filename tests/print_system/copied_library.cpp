@@ -52,6 +52,13 @@ CopiedLibrary::CopiedLibrary(const std::vector<std::wstring>& files, const char*
   driver_ = std::make_unique<DriverExports>(PathOf(libraryName));
 }
 
+void CopiedLibrary::Add(const std::wstring& from, const std::wstring& name) {
+  if (CopyFileW(from.c_str(), PathOf(name).c_str(), TRUE) == FALSE) {
+    ThrowLastError("CopyFileW");
+  }
+  files_.push_back(name);
+}
+
 CopiedLibrary::~CopiedLibrary() {
   driver_.reset();
   for (const std::wstring& file : files_) {

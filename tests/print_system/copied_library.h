@@ -27,6 +27,9 @@ class CopiedLibrary {
   // The full path of one of the files.
   std::wstring PathOf(const std::wstring& file) const { return folder_ + L"\\" + file; }
 
+  // Adds a file of any folder under a name of the package.
+  void Add(const std::wstring& from, const std::wstring& name);
+
   // Lets the driver library go, as a process does that has no more use for it.
   void Unload() { driver_.reset(); }
 

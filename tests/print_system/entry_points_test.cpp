@@ -80,41 +80,12 @@ class DecliningEntryPoint : public testing::Test {
   std::unique_ptr<DriverExports> driver_ = LoadInstalledDriver();
 };
 
-TEST_F(DecliningEntryPoint, DocumentSheetShowsNothing) {
-  for (WORD reason = 0; reason <= 4; ++reason) {
-    PROPSHEETUI_INFO info = {};
-    info.cbSize = sizeof(info);
-    info.Reason = reason;
-    EXPECT_EQ(driver_->DrvDocumentPropertySheets(&info, 0), -1) << "reason " << reason;
-  }
-}
-
-TEST_F(DecliningEntryPoint, DeviceSheetShowsNothing) {
-  PROPSHEETUI_INFO info = {};
-  EXPECT_EQ(driver_->DrvDevicePropertySheets(&info, 0), -1);
-  EXPECT_EQ(driver_->DrvDevicePropertySheets(nullptr, 0), -1);
-}
-
 TEST_F(DecliningEntryPoint, DocumentEventsAreUnsupported) {
   for (int event = DOCUMENTEVENT_FIRST; event <= DOCUMENTEVENT_LAST; ++event) {
     EXPECT_EQ(driver_->DrvDocumentEvent(nullptr, nullptr, event, 0, nullptr, 0, nullptr),
               DOCUMENTEVENT_UNSUPPORTED)
         << "event " << event;
   }
-}
-
-TEST_F(DecliningEntryPoint, PrinterEventsMeetNoObjection) {
-  for (INT event = PRINTER_EVENT_ADD_CONNECTION; event <= PRINTER_EVENT_ATTRIBUTES_CHANGED;
-       ++event) {
-    EXPECT_NE(driver_->DrvPrinterEvent(Writable(kTestPrinter), event, 0, 0), FALSE)
-        << "event " << event;
-  }
-  EXPECT_NE(driver_->DrvPrinterEvent(nullptr, PRINTER_EVENT_INITIALIZE, 0, 0), FALSE);
-}
-
-TEST_F(DecliningEntryPoint, DriverEventsAnswerZero) {
-  EXPECT_EQ(driver_->DrvDriverEvent(DRIVER_EVENT_INITIALIZE, 3, nullptr, 0), 0);
-  EXPECT_EQ(driver_->DrvDriverEvent(DRIVER_EVENT_DELETE, 3, nullptr, 0), 0);
 }
 
 TEST_F(DecliningEntryPoint, AdjustmentsForXpsAreNotImplemented) {

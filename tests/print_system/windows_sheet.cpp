@@ -34,9 +34,10 @@ static_assert(scenario::kOutputPoison == 0xCC, "the poison of Record");
 
 }  // namespace
 
-DocumentSheet::DocumentSheet(const Record& callers, DWORD mode) : in(callers) {
+DocumentSheet::DocumentSheet(const Record& callers, DWORD mode, const std::wstring& printerName)
+    : in(callers), printerName_(printerName), printer_(printerName) {
   driver_.emplace([this, mode] {
-    return DocumentPropertiesW(nullptr, printer_.get(), Writable(kTestPrinter), out.devmode(),
+    return DocumentPropertiesW(nullptr, printer_.get(), Writable(printerName_), out.devmode(),
                                in.devmode(), mode);
   });
 }

@@ -14,7 +14,8 @@ namespace ostrel::print_system {
 // A sheet opened as an application opens it, over records of the caller's. They outlive the sheet.
 class DocumentSheet {
  public:
-  explicit DocumentSheet(const Record& in, DWORD mode = kPrompt);
+  explicit DocumentSheet(const Record& in, DWORD mode = kPrompt,
+                         const std::wstring& printerName = kTestPrinter);
 
   static constexpr DWORD kPrompt = DM_IN_PROMPT | DM_IN_BUFFER | DM_OUT_BUFFER;
 
@@ -23,7 +24,8 @@ class DocumentSheet {
   Record out;
 
  private:
-  Printer printer_{kTestPrinter};
+  std::wstring printerName_;
+  Printer printer_;
   std::optional<SheetDriver> driver_;  // goes first
 };
 
