@@ -142,7 +142,7 @@ class Canvas:
         self.context.rectangle(x, y, width, height)
         self.context.fill()
 
-    def polygon(self, points, fill, outline=INK, width=1):
+    def polygon(self, points, fill):
         """A filled shape; its outline runs through the middles of pixels where points are whole."""
         self.context.new_path()
         for x, y in points:
@@ -150,8 +150,8 @@ class Canvas:
         self.context.close_path()
         self.color(fill)
         self.context.fill_preserve()
-        self.color(outline)
-        self.context.set_line_width(width)
+        self.color(INK)
+        self.context.set_line_width(1)
         self.context.set_line_join(cairo.LINE_JOIN_ROUND)
         self.context.stroke()
 
