@@ -8,7 +8,7 @@ FUZZ_SECONDS ?= 60
 # Seconds that processes fight over one settings file.
 STRESS_SECONDS ?= 5
 
-.PHONY: help packages run test test-native test-asan test-print-system test-peers lint dist bench fuzz format clean
+.PHONY: help packages run test test-native test-asan test-print-system test-peers dialogs lint dist bench fuzz format clean
 
 help:
 	@echo 'make run      install the driver in a print system of its own and show what it answers,'
@@ -16,6 +16,7 @@ help:
 	@echo '              (REPORT=--json gives the same for a program)'
 	@echo 'make test     prove everything: lint, native tests, sanitizer run, print-system tests,'
 	@echo '              and one settings file between several processes (STRESS_SECONDS=$(STRESS_SECONDS))'
+	@echo 'make dialogs  check that all texts of the dialogs fit, and leave pictures in build/run/dialogs'
 	@echo 'make dist     leave what is shipped in build/dist'
 	@echo 'make bench    measure, natively and in the print system, as ratios in one run'
 	@echo 'make fuzz     run each fuzzer for FUZZ_SECONDS ($(FUZZ_SECONDS)) seconds'
@@ -53,6 +54,11 @@ test-asan: packages | build
 test-print-system: packages | build
 	$(call build,windows)
 	@tools/test-print-system
+	@tools/show-dialogs
+
+dialogs: packages | build
+	$(call build,windows)
+	@tools/show-dialogs
 
 test-peers: packages | build
 	$(call build,native)

@@ -2,6 +2,9 @@
 
 #include "print_system_setup.h"
 
+#include <windows.h>
+#include <commctrl.h>
+
 #include <algorithm>
 #include <cwctype>
 #include <map>
@@ -209,8 +212,7 @@ bool Holds(const RECT& outer, const RECT& inner) {
 // An up-down control and the box that it steps belong together and may touch.
 bool IsPair(const Control& left, const Control& right) {
   const auto buddy = [](const Control& control) {
-    return reinterpret_cast<HWND>(
-        SendMessageW(control.window, WM_USER + 106, 0, 0));  // UDM_GETBUDDY
+    return reinterpret_cast<HWND>(SendMessageW(control.window, UDM_GETBUDDY, 0, 0));
   };
   constexpr wchar_t kUpDown[] = L"msctls_updown32";
   return (ClassOf(left.window) == kUpDown && buddy(left) == right.window) ||

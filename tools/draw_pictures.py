@@ -106,9 +106,9 @@ ICON_SIZES = (16, 18, 20, 24, 27, 32, 36)  # 100 to 200 percent
 
 # ---- How they look --------------------------------------------------------------------------------
 
-PANEL = (236, 243, 250)
-PANEL_BORDER = (176, 193, 211)
-PANEL_CORNER = (240, 240, 240)  # the usual face of a page, behind the corners' last pixel
+# Behind a large picture, so that it can stand on any page. It has no frame: a control that is larger
+# than its picture fills the rest with the color of the picture's first pixel.
+PANEL = (232, 241, 250)
 PAPER = (254, 254, 254)  # not the white that counts as transparent in some pictures
 BACK = (221, 232, 243)  # the paper's other side
 INK = (62, 82, 106)
@@ -142,7 +142,7 @@ class Canvas:
         self.context.rectangle(x, y, width, height)
         self.context.fill()
 
-    def polygon(self, points, fill, outline=INK, width=1):
+    def polygon(self, points, fill):
         """A filled shape; its outline runs through the middles of pixels where points are whole."""
         self.context.new_path()
         for x, y in points:
@@ -150,18 +150,10 @@ class Canvas:
         self.context.close_path()
         self.color(fill)
         self.context.fill_preserve()
-        self.color(outline)
-        self.context.set_line_width(width)
+        self.color(INK)
+        self.context.set_line_width(1)
         self.context.set_line_join(cairo.LINE_JOIN_ROUND)
         self.context.stroke()
-
-    def panel(self):
-        """The frame around a picture that must stand on any background."""
-        self.rectangle(0, 0, self.width, self.height, PANEL_BORDER)
-        self.rectangle(1, 1, self.width - 2, self.height - 2, PANEL)
-        for x in (0, self.width - 1):
-            for y in (0, self.height - 1):
-                self.rectangle(x, y, 1, 1, PANEL_CORNER)
 
     def lines(self, x, y, width, count, pitch=4):
         """Lines of text; the last one of a paragraph is short."""
@@ -333,7 +325,6 @@ def draw_booklet(canvas, sides):
 
 
 def draw_sides(canvas, sides):
-    canvas.panel()
     if sides.booklet:
         draw_booklet(canvas, sides)
     elif sides.hinge:
@@ -344,7 +335,6 @@ def draw_sides(canvas, sides):
 
 def draw_copies(canvas, copies):
     """Stacks from left to right; in a stack the first sheet lies in front."""
-    canvas.panel()
     width, height, step, gap = 18, 25, 7, 5
     stacks = copies.stacks
     deep = len(stacks[0])
@@ -365,8 +355,6 @@ def draw_copies(canvas, copies):
 
 def draw_sheet(canvas, sheet):
     large = (canvas.width, canvas.height) == LARGE
-    if large:
-        canvas.panel()
     width, height = page_size(sheet.orientation) if large else (21, 28)
     x, y = (canvas.width - width) // 2, (canvas.height - height) // 2
     if sheet.arrow:
@@ -401,7 +389,7 @@ DRAWERS = {Sides: draw_sides, Copies: draw_copies, Sheet: draw_sheet}
 
 
 def draw_bitmap(picture):
-    canvas = Canvas(picture.size, picture.key or PANEL_CORNER)
+    canvas = Canvas(picture.size, PANEL if picture.size == LARGE else picture.key)
     DRAWERS[type(picture.shows)](canvas, picture.shows)
     if picture.key and picture.size == LARGE:  # the panel's corners let the page through
         for x in (0, canvas.width - 1):

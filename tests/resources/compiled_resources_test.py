@@ -27,7 +27,7 @@ WS_GROUP, WS_TABSTOP, WS_VISIBLE, WS_CHILD = 0x20000, 0x10000, 0x10000000, 0x400
 WS_EX_LAYOUTRTL = 0x400000
 DS_CONTROL, DS_SHELLFONT = 0x400, 0x48
 BS_PUSHBUTTON, BS_CHECKBOX, BS_RADIOBUTTON, BS_GROUPBOX = 0, 2, 4, 7
-SS_LEFT, SS_ICON, SS_OWNERDRAW, SS_BITMAP, SS_NOTIFY = 0, 3, 0xD, 0xE, 0x100
+SS_LEFT, SS_ICON, SS_OWNERDRAW, SS_BITMAP, SS_NOTIFY, SS_CENTERIMAGE = 0, 3, 0xD, 0xE, 0x100, 0x200
 ES_NUMBER, CBS_DROPDOWNLIST = 0x2000, 3
 UDS_SETBUDDYINT, UDS_ALIGNRIGHT, UDS_AUTOBUDDY, UDS_ARROWKEYS = 2, 4, 0x10, 0x20
 
@@ -150,6 +150,11 @@ class PrintOptionsDialog(unittest.TestCase):
             self.assertEqual(style & (WS_VISIBLE | SS_NOTIFY), SS_NOTIFY, number)
 
     @in_each_language
+    def test_keeps_icons_and_picture_in_the_middle_on_scaled_displays(self, _, dialog):
+        for number in (*ICONS_AND_OPTIONS, 1453):
+            self.assertTrue(dialog.control(number).style & SS_CENTERIMAGE, number)
+
+    @in_each_language
     def test_has_18_pixels_for_each_icon_behind_its_option(self, _, dialog):
         for icon, option in ICONS_AND_OPTIONS.items():
             x, y, width, height = dialog.control(icon).place
@@ -206,6 +211,12 @@ class Pictures(unittest.TestCase):
             self.assertEqual(ground, reached_from_corner(bitmap, key))
             self.assertGreater(len(ground), 200)
             self.assertLess(len(ground), 800)
+
+    def test_shown_in_a_larger_control_go_on_in_the_color_of_their_first_pixel(self):
+        for number in (631, 902, 905, 1072, 1068, 1065, 1066, 1071):
+            rows = self.bitmaps[number].rows
+            edges = {*rows[0], *rows[-1], *(row[0] for row in rows), *(row[-1] for row in rows)}
+            self.assertEqual(edges, {rows[0][0]}, number)
 
     def test_drawn_with_magenta_as_transparent_have_nothing_like_it(self):
         for number in (631, 902, 903, 905):
