@@ -790,7 +790,11 @@ void ReplaceSelection(HeadlessWindows& windows, WindowHandle edit, std::u16strin
 }
 
 void PressButton(HeadlessWindows& windows, WindowHandle button) {
-  Window& window = *windows.Find(button);
+  Window* alive = windows.Find(button);
+  if (alive == nullptr) {
+    return;  // it went with the focus
+  }
+  Window& window = *alive;
   switch (window.ButtonTypeOf()) {
     case kAutoCheckBox:
     case kAutoThreeState:
