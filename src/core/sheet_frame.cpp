@@ -346,15 +346,19 @@ std::int32_t AnswerDocumentSheet(SheetInfo& info, std::intptr_t lParam,
 }
 
 // Hands the record out to the caller, and tells the common sheet that there is a result.
-void HandOut(const UIContext& context) {
+void HandOut(UIContext& context) {
   constexpr std::uint32_t kHandsOut = kDmUpdate | kDmCopy;
   const DocumentPropertyHeader* header = context.documentHeader;
   if (context.deviceSheet != 0 || header == nullptr || (header->fMode & kHandsOut) == 0) {
     return;
   }
   CopyDevmodeOut(&context.devmode, header->pdmIn, header->pdmOut);
-  if (context.sheetCallback != nullptr) {
+  // A common sheet may answer with a "set result" of its own, which takes the settings over and
+  // would tell it again, without end.
+  if (context.sheetCallback != nullptr && context.settingResult == 0) {
+    context.settingResult = 1;
     context.sheetCallback(context.sheetHandle, kSheetSetResult, 0, 1);
+    context.settingResult = 0;
   }
 }
 

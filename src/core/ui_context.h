@@ -32,7 +32,8 @@ struct UIContext {
   std::uint32_t noPermission;             // 1 locks the pages' Defaults button
   ModuleHandle languageModule;
   ModuleHandle bitmapModule;
-  std::uint32_t silentPrint;  // written by the device page
+  std::uint32_t silentPrint;    // written by the device page
+  std::uint32_t settingResult;  // 1 while the common sheet is being told of a result
 };
 
 // Makes a context for `printer`: the driver's defaults, then the spooler's stored record, then

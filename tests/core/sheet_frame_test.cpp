@@ -599,6 +599,31 @@ TEST(ApplySettings, WithoutAnOutputRecordStillSetsTheResult) {
   Destroy(scene);
 }
 
+// A common sheet that answers a result with reason 3 at once.
+SheetScene* answering = nullptr;
+int resultsTold = 0;
+
+std::intptr_t AnsweringSheet(SheetHandle /*sheet*/, std::uint32_t /*function*/,
+                             std::intptr_t /*first*/, std::intptr_t /*second*/) {
+  if (++resultsTold < 10) {
+    answering->CallDocument(kReasonSetResult, 0);
+  }
+  return 1;
+}
+
+TEST(ApplySettings, TellsASheetThatAnswersAtOnceNoSecondTime) {
+  SheetScene scene(kAllDocumentDialogs);
+  ASSERT_EQ(scene.OpenDocument(), 1);
+  answering = &scene;
+  resultsTold = 0;
+  scene.context()->sheetCallback = &AnsweringSheet;
+  EXPECT_TRUE(ApplySettings(nullptr, scene.context()));
+  EXPECT_EQ(resultsTold, 1);
+  EXPECT_TRUE(ApplySettings(nullptr, scene.context()));
+  EXPECT_EQ(resultsTold, 2);
+  Destroy(scene);
+}
+
 struct DuplexCase {
   const char* name;
   std::int16_t duplex;
