@@ -164,6 +164,10 @@ void DlgControl::Attach(WindowHandle dialog, std::int32_t id) {
 }
 
 void DlgControl::Enable(bool enable) {
+  EnableOwnWindow(enable);
+}
+
+void DlgControl::EnableOwnWindow(bool enable) const {
   World().windows.EnableWindow(window_, enable);
 }
 
@@ -489,7 +493,7 @@ void ControlGroup::AddChild(DlgControl* control) {
 bool ControlGroup::Grow() {
   constexpr std::size_t kFirstRoom = 4;
   const std::size_t capacity = capacity_ == 0 ? kFirstRoom : capacity_ * 2;
-  HeapBlock<DlgControl*> larger(capacity * sizeof(DlgControl*));
+  HeapBlock<DlgControl*> larger(capacity * sizeof(void*));
   if (!larger) {
     return false;
   }
@@ -501,7 +505,7 @@ bool ControlGroup::Grow() {
 
 void RadioButton::Enable(bool enable) {
   EnableChildren(enable);
-  DlgControl::Enable(enable);
+  EnableOwnWindow(enable);
 }
 
 void RadioButton::Select(std::int32_t id) {

@@ -40,6 +40,7 @@ class DlgControl {
   WindowHandle dialog() const { return dialog_; }
 
  protected:
+  void EnableOwnWindow(bool enable) const;
   // Gives the control the focus. A control that isn't there takes it from no other.
   void Focus() const;
   std::intptr_t Send(std::uint32_t message, std::uintptr_t wParam, std::intptr_t lParam) const;

@@ -30,7 +30,7 @@ bool DescribeTool(WindowHandle page, WindowHandle control, ToolInfo* tool) {
   tool->uFlags = kToolFlags;
   tool->hwnd = page;
   tool->uId = reinterpret_cast<std::uintptr_t>(control);
-  tool->lpszText = reinterpret_cast<char16_t*>(kTextByCallback);
+  tool->lpszText = PointedAt<char16_t>(kTextByCallback);
   if (!windows.GetWindowRect(control, &tool->rect)) {
     return false;
   }

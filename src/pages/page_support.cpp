@@ -37,14 +37,14 @@ std::int16_t ItemValue(WindowHandle dialog, std::int32_t control, std::intptr_t 
 }  // namespace
 
 UIContext* PageContext(WindowHandle page) {
-  return reinterpret_cast<UIContext*>(World().windows.GetWindowLongPtrW(page, kGwlpUserData));
+  return PointedAt<UIContext>(World().windows.GetWindowLongPtrW(page, kGwlpUserData));
 }
 
 UIContext* RememberContext(WindowHandle page, std::intptr_t lParam) {
-  const auto* description = reinterpret_cast<const SheetPage*>(lParam);
+  const auto* description = PointedAt<const SheetPage>(lParam);
   const std::intptr_t context = description == nullptr ? 0 : description->lParam;
   World().windows.SetWindowLongPtrW(page, kGwlpUserData, context);
-  return reinterpret_cast<UIContext*>(context);
+  return PointedAt<UIContext>(context);
 }
 
 void SetCaptions(WindowHandle dialog, ModuleHandle module, std::span<const CaptionRow> rows) {
@@ -148,7 +148,7 @@ void ShowPageHelp(WindowHandle page, std::uint32_t context) {
 }
 
 bool ShowControlHelp(WindowHandle page, std::intptr_t lParam, std::span<const HelpPair> pairs) {
-  const auto* asked = reinterpret_cast<const HelpInfo*>(lParam);
+  const auto* asked = PointedAt<const HelpInfo>(lParam);
   if (asked == nullptr) {
     return false;
   }

@@ -14,6 +14,12 @@
 
 namespace ostrel {
 
+// What a message's word points at. Words of messages are numbers, whatever they carry.
+template <typename T>
+T* PointedAt(std::intptr_t word) {
+  return reinterpret_cast<T*>(word);  // NOLINT(performance-no-int-to-ptr): the platform's way
+}
+
 // The context that a page's window remembers; may be null.
 UIContext* PageContext(WindowHandle page);
 
