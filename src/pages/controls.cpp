@@ -229,6 +229,14 @@ void NumberEdit::ShowLastGoodText() {
   World().windows.SetWindowTextW(window(), range.lastGoodText);
 }
 
+void NumberEdit::Undo() {
+  if (!undoing_) {
+    undoing_ = true;
+    Send(kEmUndo, 0, 0);
+    undoing_ = false;
+  }
+}
+
 int NumberEdit::CheckLengthTyped(std::u16string_view text) {
   if (text.empty()) {
     return kTextRefused;
@@ -236,7 +244,7 @@ int NumberEdit::CheckLengthTyped(std::u16string_view text) {
   if (IsLonger(text, range.maximumTextLength)) {
     Focus();
     if (range.lastGoodText[0] == u'\0') {
-      Send(kEmUndo, 0, 0);
+      Undo();
       return kTextRefused;
     }
     ShowLastGoodText();
@@ -264,7 +272,7 @@ int IntEdit::Validate() {
   const std::u16string_view text = ReadText(buffer);
   if (text.empty() || IsLonger(text, range.maximumTextLength)) {
     Focus();
-    Send(kEmUndo, 0, 0);
+    Undo();
     return kTextRefused;
   }
   const std::u16string_view trimmed = WithoutOuterBlanks(text);
@@ -336,7 +344,7 @@ int DecimalEdit::Validate() {
   EditText buffer;
   const std::u16string_view text = WithoutOuterBlanks(ReadText(buffer));
   if (text.empty()) {
-    Send(kEmUndo, 0, 0);
+    Undo();
     return kTextStands;
   }
   const DecimalText decimal(text);
@@ -344,7 +352,7 @@ int DecimalEdit::Validate() {
   if (form != DecimalForm::kGood) {
     Focus();
     if (form != DecimalForm::kTooPrecise) {
-      Send(kEmUndo, 0, 0);
+      Undo();
     }
     return kTextRefused;
   }

@@ -104,6 +104,13 @@ class NumberEdit : public DlgControl {
   // The last good text comes back in the place of what was typed, all of it selected. Result:
   // kTextRefused.
   int RefuseTyped();
+  // Takes the last change back. That is a change too, which is checked in turn; and an edit that is
+  // asked once more puts back what it took: two texts that are both too long would follow one
+  // another for ever.
+  void Undo();
+
+ private:
+  bool undoing_ = false;
 };
 
 class IntEdit : public NumberEdit {

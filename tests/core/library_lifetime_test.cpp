@@ -114,7 +114,7 @@ INSTANTIATE_TEST_SUITE_P(
     test::CaseName());
 
 TEST_P(TemporaryFileAtSheet, IsDeletedAtTheEndOfTheseCallsAlone) {
-  test::SheetScene scene({});
+  test::SheetScene scene(std::vector<std::uint32_t>{});
   HandOverTemporaryFile(scene.world);
   GetParam().call(scene);
   EXPECT_EQ(TemporaryFileIsGone(scene.world), GetParam().deletes);

@@ -351,7 +351,7 @@ TEST(DocumentSheetPage, WithoutATemplateIsLeftOutAndTheNextOneComesFirst) {
 }
 
 TEST(DocumentSheetPage, NoTemplateAtAllMeansNoSheetAndNoContext) {
-  SheetScene scene({});
+  SheetScene scene(std::vector<std::uint32_t>{});
   EXPECT_EQ(scene.OpenDocument(), -1);
   EXPECT_EQ(scene.info.UserData, 0U);
   EXPECT_THAT(scene.requests, IsEmpty());

@@ -162,6 +162,13 @@ TEST_F(WrappedDialog, TooLongNumberGivesWayToTheOneBefore) {
   EXPECT_FALSE(world_.platform.windows.cursorMoves.empty());
 }
 
+// Taking back the one brings the other, and that one's undoing the first again.
+TEST_F(WrappedDialog, TwoNumbersThatAreBothTooLongEndTheUndoing) {
+  World().windows.SetWindowTextW(user().Control(kEdit), u"12345");
+  ASSERT_TRUE(user().Paste(kEdit, u"99999"));
+  EXPECT_EQ(user().Text(kEdit), u"12345");
+}
+
 TEST_F(WrappedDialog, RefusedTextLeavesAllSelected) {
   ASSERT_TRUE(user().Type(kEdit, u"30"));
   ASSERT_TRUE(user().Paste(kEdit, u"a"));
