@@ -126,7 +126,7 @@ ostrel_add_program(print_system_tests
 target_include_directories(print_system_tests PRIVATE ${CMAKE_SOURCE_DIR}/tests)
 target_link_libraries(print_system_tests
   PRIVATE ostrel_print_system_setup ostrel_sheet_driver ostrel_logic ostrel_win32 gtest
-    -lcompstui psapi version)
+    -lcompstui comctl32 psapi version)
 
 # Language libraries that hold a page for each dialog, or one alone.
 function(ostrel_add_test_pages name)
