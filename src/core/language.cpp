@@ -123,8 +123,10 @@ const char16_t* LanguageSuffixOf(std::uint16_t languageId) {
 }
 
 bool LoadExistingString(ModuleHandle module, std::uint32_t id, std::span<char16_t> buffer) {
-  return module != nullptr && World().modules.LoadStringW(module, id, buffer.data(),
-                                                          static_cast<int>(buffer.size())) > 0;
+  // For no room at all the platform would write a pointer instead of a text.
+  return module != nullptr && !buffer.empty() &&
+         World().modules.LoadStringW(module, id, buffer.data(), static_cast<int>(buffer.size())) >
+             0;
 }
 
 void GetLanguageSuffix(const char16_t* driverName, std::span<char16_t> suffix) {

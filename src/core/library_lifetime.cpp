@@ -1,6 +1,8 @@
 #include "core/library_lifetime.h"
 
+#include "core/page_state_table.h"
 #include "core/process_state.h"
+#include "core/ui_context.h"
 
 #include <utility>
 
@@ -14,7 +16,7 @@ void DetachThread() {
   DeleteTemporaryFile();
 }
 
-void DetachProcess() {
+void DetachProcess(bool unloading) {
   ProcessState& process = Process();
   if (process.PageActivationContext != ActivationContext::kNone) {
     World().system.ReleaseActCtx(
@@ -22,6 +24,10 @@ void DetachProcess() {
   }
   if (process.CurrentLanguageModule != nullptr) {
     World().modules.FreeLibrary(std::exchange(process.CurrentLanguageModule, nullptr));
+  }
+  if (unloading) {
+    ReleaseAllPageStates();
+    FreeUIContext(std::exchange(process.DefaultContextCopy, nullptr));
   }
 }
 

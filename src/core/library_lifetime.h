@@ -9,8 +9,10 @@ void AttachThread();
 // A thread ends.
 void DetachThread();
 
-// The process lets go of the library: its activation context and its language library go.
-void DetachProcess();
+// The process lets go of the library: its activation context and its language library go. When the
+// library is unloaded while the process lives on, so does all that it kept to the end; at the
+// process's own end the system takes that back.
+void DetachProcess(bool unloading);
 
 // Whether nobody uses the library.
 bool CanUnloadNow();

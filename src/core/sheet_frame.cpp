@@ -81,9 +81,8 @@ ActivationContext PageActivationContext() {
 }
 
 // Whether the row's page can be shown; it then stands in `page`.
-bool PreparePage(const SheetPageRow& row, std::span<char16_t> title, UIContext* context,
-                 SheetPage& page) {
-  const ModuleHandle module = Process().CurrentLanguageModule;
+bool PreparePage(const SheetPageRow& row, std::span<char16_t> title, ModuleHandle module,
+                 UIContext* context, SheetPage& page) {
   if (!World().modules.FindResourceW(module, row.dialogId, kResourceDialog)) {
     return false;
   }
@@ -111,10 +110,11 @@ using PageTitle = char16_t[kPageTitleUnits];
 // The pages that are there stand first, the rest is zero. Result: how many are there.
 template <std::size_t Rows>
 std::size_t PreparePages(std::span<const SheetPageRow> rows, PageTitle (&titles)[Rows],
-                         UIContext* context, std::array<SheetPage, Rows>& pages) {
+                         ModuleHandle module, UIContext* context,
+                         std::array<SheetPage, Rows>& pages) {
   std::size_t count = 0;
   for (std::size_t row = 0; row < rows.size(); ++row) {
-    if (PreparePage(rows[row], titles[row], context, pages[count])) {
+    if (PreparePage(rows[row], titles[row], module, context, pages[count])) {
       ++count;
     }
   }
@@ -152,13 +152,15 @@ std::size_t RowsOfModel(std::span<const SheetPageRow, kDocumentPageRows> rows) {
 
 // ---- Opening ------------------------------------------------------------------------------------
 
-// Another context, on another thread, may have left none behind.
-bool HasLanguageModule(const UIContext& context) {
+// The library that the pages come from, chosen once: a sheet on another thread may change the
+// process's word at any moment. The context's own library is the one that lives as long as the
+// sheet. Null when there is none to be had.
+ModuleHandle PagesModule(const UIContext& context) {
   ModuleHandle& current = Process().CurrentLanguageModule;
   if (current == nullptr) {
     current = LoadLanguageModule(context.driverName);
   }
-  return current != nullptr;
+  return context.languageModule != nullptr ? context.languageModule : current;
 }
 
 // Gives up a document sheet's context with its language library. The process forgets a module that
@@ -214,12 +216,13 @@ bool OpenDocumentSheet(const Opening& opening,
   }
   RecordUniversalPrinter(*context, opening.printerName);
   const std::size_t shownRows = RowsOfModel(rows);
-  if (!HasLanguageModule(*context)) {
+  const ModuleHandle module = PagesModule(*context);
+  if (module == nullptr) {
     return false;
   }
   std::array<SheetPage, kDocumentPageRows> pages = {};
   const std::size_t count =
-      PreparePages(rows.first(shownRows), Process().DocumentPageTitles, context, pages);
+      PreparePages(rows.first(shownRows), Process().DocumentPageTitles, module, context, pages);
   if (count == 0) {
     return false;
   }
@@ -243,11 +246,10 @@ PrinterSheet OpenPrinterSheet(const Opening& opening,
     return PrinterSheet::kDeclined;
   }
   SelectModelFlags(opening.printerName);
-  if (!HasLanguageModule(*context)) {
-    return PrinterSheet::kFails;
-  }
+  const ModuleHandle module = PagesModule(*context);
   std::array<SheetPage, kPrinterPageRows> pages = {};
-  if (PreparePages(rows, Process().PrinterPageTitles, context, pages) == 0) {
+  if (module == nullptr ||
+      PreparePages(rows, Process().PrinterPageTitles, module, context, pages) == 0) {
     return PrinterSheet::kFails;
   }
   opening.PointAtSheet();
@@ -261,6 +263,7 @@ PrinterSheet OpenPrinterSheet(const Opening& opening,
 
 std::int32_t OnDocumentInit(SheetInfo& info, std::intptr_t lParam,
                             std::span<const SheetPageRow, kDocumentPageRows> rows) {
+  info.UserData = 0;
   const auto* header = reinterpret_cast<const DocumentPropertyHeader*>(lParam);
   UIContext* context =
       header == nullptr ? nullptr : CreateUIContext(header->hPrinter, header->pdmIn);
@@ -272,6 +275,8 @@ std::int32_t OnDocumentInit(SheetInfo& info, std::intptr_t lParam,
   Process().JobPinPageIndex = 0;
   if (!OpenDocumentSheet({info, lParam, header->pszPrinterName, context}, rows)) {
     FreeDocumentContext(context);
+    // The companion had the same structure in its hands; what it may have left there isn't ours.
+    info.UserData = 0;
     return kSheetFailed;
   }
   return kSheetDone;
@@ -279,16 +284,19 @@ std::int32_t OnDocumentInit(SheetInfo& info, std::intptr_t lParam,
 
 std::int32_t OnPrinterInit(SheetInfo& info, std::intptr_t lParam,
                            std::span<const SheetPageRow, kPrinterPageRows> rows) {
+  info.UserData = 0;
   const auto* header = reinterpret_cast<const DevicePropertyHeader*>(lParam);
   UIContext* context = header == nullptr ? nullptr : CreateUIContext(header->hPrinter, nullptr);
   if (context == nullptr) {
     return kSheetFailed;
   }
   context->deviceSheet = 1;
+  Process().JobPinPageIndex = 0;
   const PrinterSheet sheet =
       OpenPrinterSheet({info, lParam, header->pszPrinterName, context}, rows);
   if (sheet != PrinterSheet::kOpens) {
     FreeUIContext(context);
+    info.UserData = 0;
   }
   return sheet == PrinterSheet::kFails ? kSheetFailed : kSheetDone;
 }
@@ -345,6 +353,31 @@ std::int32_t AnswerDocumentSheet(SheetInfo& info, std::intptr_t lParam,
   }
 }
 
+std::int32_t AnswerPrinterSheet(SheetInfo& info, std::intptr_t lParam,
+                                std::span<const SheetPageRow, kPrinterPageRows> rows) {
+  if (info.Reason == kReasonInit) {
+    return OnPrinterInit(info, lParam, rows);
+  }
+  UIContext* context = ContextOf(info);
+  if (context == nullptr) {
+    return kSheetFailed;
+  }
+  switch (info.Reason) {
+    case kReasonGetHeader:
+      return OnGetHeader(*context, lParam);
+    case kReasonDestroy:
+      FreeUIContext(context);
+      info.UserData = 0;
+      return kSheetDone;
+    case kReasonSetResult:
+      TakeResult(info, lParam);
+      ApplySettings(nullptr, context);
+      return kSheetDone;
+    default:
+      return kSheetFailed;
+  }
+}
+
 // Hands the record out to the caller, and tells the common sheet that there is a result.
 void HandOut(UIContext& context) {
   constexpr std::uint32_t kHandsOut = kDmUpdate | kDmCopy;
@@ -380,28 +413,11 @@ std::int32_t DrvDevicePropertySheets(SheetInfo* info, std::intptr_t lParam,
   if (info == nullptr) {
     return kSheetFailed;
   }
-  if (info->Reason == kReasonInit) {
-    return OnPrinterInit(*info, lParam, rows);
+  const std::int32_t answer = AnswerPrinterSheet(*info, lParam, rows);
+  if (info->Reason == kReasonDestroy) {
+    DeleteTemporaryFile();
   }
-  UIContext* context = ContextOf(*info);
-  if (context == nullptr) {
-    return kSheetFailed;
-  }
-  switch (info->Reason) {
-    case kReasonGetHeader:
-      return OnGetHeader(*context, lParam);
-    case kReasonDestroy:
-      FreeUIContext(context);
-      info->UserData = 0;
-      DeleteTemporaryFile();
-      return kSheetDone;
-    case kReasonSetResult:
-      TakeResult(*info, lParam);
-      ApplySettings(nullptr, context);
-      return kSheetDone;
-    default:
-      return kSheetFailed;
-  }
+  return answer;
 }
 
 bool ApplySettings(WindowHandle window, UIContext* context) {

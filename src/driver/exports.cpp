@@ -2,9 +2,9 @@
 // the system's platform goes behind the logic when the library is attached. Each entry point
 // translates the print system's types and calls the logic; there are no decisions here.
 //
-// Promises to the print system: nothing thrown inside the library leaves it, and an entry point
-// whose work isn't built yet answers as a driver does that has nothing to add. docs/entry_points.md
-// lists these.
+// Promises to the print system: nothing thrown inside the library leaves an entry point, and an
+// entry point whose work isn't built yet answers as a driver does that has nothing to add.
+// docs/entry_points.md lists these.
 #include "core/device_capabilities.h"
 #include "core/devmode_queries.h"
 #include "core/library_lifetime.h"
@@ -62,13 +62,14 @@ extern "C" {
 
 // ---- Loading and unloading ----------------------------------------------------------------------
 
-BOOL WINAPI DllMain(HINSTANCE module, DWORD reason, void* /*reserved*/) {
+BOOL WINAPI DllMain(HINSTANCE module, DWORD reason, void* reserved) {
   switch (reason) {
     case DLL_PROCESS_ATTACH:
       Attach(module);
       break;
     case DLL_PROCESS_DETACH:
-      ostrel::DetachProcess();
+      // The platform documents null for a library that is unloaded before the process ends.
+      ostrel::DetachProcess(reserved == nullptr);
       break;
     case DLL_THREAD_ATTACH:
       ostrel::AttachThread();

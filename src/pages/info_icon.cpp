@@ -4,6 +4,7 @@
 #include "pages/page_support.h"
 
 #include <algorithm>
+#include <cstddef>
 
 namespace ostrel {
 namespace {
@@ -26,7 +27,9 @@ constexpr std::uintptr_t kTipBackground = 14219007;  // 0x00BBGGRR, a light yell
 bool DescribeTool(WindowHandle page, WindowHandle control, ToolInfo* tool) {
   Windows& windows = World().windows;
   *tool = {};
-  tool->cbSize = sizeof(ToolInfo);
+  // The older of the two versions of the controls takes no description with the last member, and
+  // which one is there depends on the activation context.
+  tool->cbSize = offsetof(ToolInfo, lpReserved);
   tool->uFlags = kToolFlags;
   tool->hwnd = page;
   tool->uId = reinterpret_cast<std::uintptr_t>(control);

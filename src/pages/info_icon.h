@@ -16,8 +16,8 @@ namespace ostrel {
 // again the next time.
 void ShowMessageIcon(WindowHandle page, std::int32_t control);
 
-// Makes a tooltip for a control. Result: its window, destroyed with the page; null when it can't be
-// made.
+// Makes a tooltip for a control. Result: its window, destroyed with the sheet; null when it can't
+// be made.
 WindowHandle CreateTooltip(WindowHandle page, std::int32_t control);
 
 // Both of the above.

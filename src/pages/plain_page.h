@@ -1,6 +1,6 @@
-// A page that has the behaviour which all pages share, and nothing of its own. It stands in the
-// sheets' tables for pages whose dialogs aren't in the language libraries yet: their rows are left
-// out of the sheet, unless a library brings such a dialog along.
+// A page that takes part in Apply, Reset and the lock of the Defaults button, and has nothing of
+// its own. It stands in the sheets' tables for pages whose dialogs aren't in the language libraries
+// yet: their rows are left out of the sheet, unless a library brings such a dialog along.
 #pragma once
 
 #include "platform/window_types.h"

@@ -202,7 +202,8 @@ class Windows {
   virtual bool GetCursorPos(Point* point) = 0;
   virtual bool SetCursorPos(std::int32_t x, std::int32_t y) = 0;
 
-  // A window without a place of its own, such as a tooltip, owned by `owner` and destroyed with it.
+  // A window without a place of its own, such as a tooltip, owned by the top window that
+  // `owner` stands in, and destroyed with that.
   virtual WindowHandle CreateWindowExW(std::uint32_t extendedStyle, const char16_t* className,
                                        std::uint32_t style, WindowHandle owner,
                                        ModuleHandle module) = 0;

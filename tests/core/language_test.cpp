@@ -547,5 +547,26 @@ TEST_P(OwnPathLength, LoadsASisterWhosePathFits) {
   EXPECT_EQ(LoadBitmapModule() != nullptr, GetParam().loads);
 }
 
+// ---- Strings that must really be there ----------------------------------------------------------
+
+TEST(LoadExistingString, WithoutRoomAsksForNothing) {
+  test::TestWorld world;
+  const ModuleHandle module = world.platform.modules.LoadLibraryW(test::kEnglishLibraryPath);
+  char16_t poisoned[4] = {u'x', u'x', u'x', u'x'};
+  EXPECT_FALSE(LoadExistingString(module, 106, std::span(poisoned).first(0)));
+  EXPECT_EQ(std::u16string(poisoned, 4), u"xxxx");
+  EXPECT_TRUE(world.platform.modules.requestedStrings.empty());
+}
+
+TEST(LoadExistingString, MissingStringOrLibraryIsNone) {
+  test::TestWorld world;
+  const ModuleHandle module = world.platform.modules.LoadLibraryW(test::kEnglishLibraryPath);
+  char16_t text[32] = {};
+  EXPECT_TRUE(LoadExistingString(module, 106, text));
+  EXPECT_EQ(std::u16string(text), test::EnglishStrings().at(106));
+  EXPECT_FALSE(LoadExistingString(module, 65000, text));
+  EXPECT_FALSE(LoadExistingString(nullptr, 106, text));
+}
+
 }  // namespace
 }  // namespace ostrel

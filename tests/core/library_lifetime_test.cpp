@@ -3,7 +3,9 @@
 
 #include "core/sheet_frame.h"
 #include "core/text.h"
+#include "core/ui_context.h"
 #include "driver/page_tables.h"
+#include "pages/page_links.h"
 #include "support/case_name.h"
 #include "support/sheet_scene.h"
 
@@ -42,7 +44,7 @@ TEST(LibraryLifetime, ProcessThatLeavesFreesLanguageAndActivationContext) {
       world.platform.modules.LoadLibraryW(test::kEnglishLibraryPath);
   world.process.PageActivationContext =
       world.platform.system.CreateActCtxW(world.process.LibraryModule, 2);
-  DetachProcess();
+  DetachProcess(false);
   EXPECT_EQ(world.process.CurrentLanguageModule, nullptr);
   EXPECT_EQ(world.platform.modules.loadsOf(test::kEnglishLibraryPath), 0U);
   EXPECT_EQ(world.process.PageActivationContext, ActivationContext::kNone);
@@ -52,8 +54,23 @@ TEST(LibraryLifetime, ProcessThatLeavesFreesLanguageAndActivationContext) {
 TEST(LibraryLifetime, ProcessThatLeavesWithNothingMadeFreesNothing) {
   test::TestWorld world;
   const std::size_t loads = world.platform.modules.loads();
-  DetachProcess();
+  DetachProcess(false);
   EXPECT_EQ(world.platform.modules.loads(), loads);
+}
+
+TEST(LibraryLifetime, UnloadedLibraryFreesWhatItKeptToTheEnd) {
+  for (const bool unloading : {false, true}) {
+    test::TestWorld world;
+
+    const PrinterHandle printer = world.OpenPrinter();
+    FreeUIContext(CreateUIContext(printer, nullptr));
+    world.platform.print.ClosePrinter(printer);
+    ASSERT_NE(GetPageState<PageLinks>(PageSlot::kWatermarkEditor), nullptr);
+    ASSERT_EQ(world.platform.memory.liveBlocks(), 2U);
+    DetachProcess(unloading);
+    EXPECT_EQ(world.platform.memory.liveBlocks(), unloading ? 0U : 2U);
+    EXPECT_EQ(world.process.DefaultContextCopy == nullptr, unloading);
+  }
 }
 
 TEST(TemporaryFileSlot, IsEmptiedWhenAThreadBegins) {
@@ -109,6 +126,8 @@ INSTANTIATE_TEST_SUITE_P(
                         nullptr, reinterpret_cast<std::intptr_t>(&scene.document), kDocumentPages);
                   },
                   true},
+        SheetCall{"DeviceDestroyWithoutContext",
+                  [](test::SheetScene& scene) { scene.CallDevice(kReasonDestroy, 0); }, true},
         SheetCall{"DeviceInit", [](test::SheetScene& scene) { scene.OpenDevice(); }, false},
         SheetCall{"DeviceOther", [](test::SheetScene& scene) { scene.CallDevice(9, 0); }, false}),
     test::CaseName());

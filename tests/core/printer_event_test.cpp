@@ -30,25 +30,38 @@ constexpr char16_t kDataName[] = u"PrivateDevmodeDataada";
 // along, so there is one set at a time.
 struct Spooler {
   std::vector<std::string> calls;
+  const test::TestWorld* world = nullptr;
   TokenHandle given = nullptr;
 } spooler;
 
 const auto kClient = reinterpret_cast<TokenHandle>(std::uintptr_t{0xC11E});
 
+// What the call found: printers that are open, and whether the record was stored for the user and
+// for all.
+std::string Found(const char* call) {
+  const headless::HeadlessPrinter& printer = *spooler.world->printer;
+  return std::string(call) + " with " +
+         std::to_string(spooler.world->platform.print.openPrinters()) + " open, " +
+         (printer.data.contains(kDataName) && !printer.devmode.empty() ? "stored" : "not stored");
+}
+
 TokenHandle RevertToPrinterSelf() {
-  spooler.calls.emplace_back("revert");
+  spooler.calls.push_back(Found("revert"));
   return kClient;
 }
 
 std::int32_t ImpersonatePrinterClient(TokenHandle client) {
-  spooler.calls.emplace_back("impersonate");
+  spooler.calls.push_back(Found("impersonate"));
   spooler.given = client;
   return 1;
 }
 
 class PrinterEvent : public testing::Test {
  protected:
-  PrinterEvent() { spooler = {}; }
+  PrinterEvent() {
+    spooler = {};
+    spooler.world = &world_;
+  }
 
   void InstallSpooler(bool reverts = true, bool impersonates = true) {
     headless::HeadlessModules& modules = world_.platform.modules;
@@ -122,6 +135,15 @@ TEST_F(PrinterEvent, InitializeWithoutAContextStoresNothingAndTellsThatThePrinte
 }
 
 TEST_F(PrinterEvent, InitializeWithoutAnAnswerOfLevelEightStoresForTheUserAlone) {
+  // The context asks twice for level 2, for the size and for the answer.
+  world_.platform.faults.FailOperation("GetPrinterW", 3);
+  EXPECT_TRUE(DrvPrinterEvent(test::kPrinterName, 3));
+  EXPECT_TRUE(world_.platform.faults.fired());
+  EXPECT_TRUE(StoresForUser());
+  EXPECT_FALSE(StoresForAll());
+}
+
+TEST_F(PrinterEvent, InitializeWithoutAPlaceForLevelEightStoresForTheUserAlone) {
   world_.platform.faults.FailOperation("SetPrinterW");
   EXPECT_TRUE(DrvPrinterEvent(test::kPrinterName, 3));
   EXPECT_TRUE(StoresForUser());
@@ -134,7 +156,8 @@ TEST_F(PrinterEvent, CacheRefreshStoresWithTheSpoolersRights) {
   EXPECT_TRUE(StoresForUser());
   EXPECT_TRUE(StoresForAll());
   EXPECT_EQ(world_.platform.print.lastDesiredAccess(), 0U) << "no defaults";
-  EXPECT_THAT(spooler.calls, ElementsAre("revert", "impersonate"));
+  EXPECT_THAT(spooler.calls,
+              ElementsAre("revert with 0 open, not stored", "impersonate with 0 open, stored"));
   EXPECT_EQ(spooler.given, kClient);
   EXPECT_EQ(world_.platform.modules.loadsOf(kSpooler), 0U);
 }
@@ -142,7 +165,7 @@ TEST_F(PrinterEvent, CacheRefreshStoresWithTheSpoolersRights) {
 TEST_F(PrinterEvent, CacheRefreshOfAnUnknownPrinterGivesTheRightsBack) {
   InstallSpooler();
   EXPECT_FALSE(DrvPrinterEvent(u"Nobody", 5));
-  EXPECT_THAT(spooler.calls, ElementsAre("revert", "impersonate"));
+  EXPECT_THAT(spooler.calls, SizeIs(2));
   EXPECT_EQ(world_.platform.modules.loadsOf(kSpooler), 0U);
 }
 

@@ -13,6 +13,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <functional>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <memory>
@@ -211,8 +212,81 @@ TEST(DocumentSheetOpens, ModelIsSelectedBeforeThePages) {
   Destroy(scene);
 }
 
+TEST(DocumentSheetOpens, ModelIsTheOneThatTheCompanionLetTheUserPick) {
+  SheetScene scene(kAllDocumentDialogs);
+  ChooseModel(scene, u"Juniper 2 Series");
+  scene.companion.model = u"Kauri 1 Series";
+  ASSERT_EQ(scene.OpenDocument(), 1);
+  EXPECT_EQ(scene.world.process.ModelFlags, Kauri);
+  Destroy(scene);
+}
+
+struct FailureCase {
+  const char* name;
+  std::function<void(SheetScene&)> prepare;
+};
+
+void SpoilSettingsFile(SheetScene& scene) {
+  const std::string rubbish = "this is no tree";
+  const auto bytes = std::as_bytes(std::span(rubbish));
+  scene.world.platform.files.Put(test::kSettingsPath, {bytes.begin(), bytes.end()});
+}
+
+void RemoveTemplates(SheetScene& scene) {
+  scene.world.platform.modules.Install(test::kEnglishLibraryPath, test::EnglishStrings());
+}
+
+void RemoveLanguage(SheetScene& scene) {
+  scene.world.platform.modules.Remove(test::kEnglishLibraryPath);
+}
+
+// What a companion left in the call is nobody's context, and no later reason may follow it.
+void ExpectForgotten(SheetScene& scene) {
+  EXPECT_EQ(scene.info.UserData, 0U);
+  for (const std::uint16_t reason : {kReasonGetHeader, kReasonDestroy, kReasonSetResult}) {
+    EXPECT_EQ(scene.CallDocument(reason, 0), -1) << reason;
+    EXPECT_EQ(scene.CallDevice(reason, 0), -1) << reason;
+  }
+}
+
+class DocumentSheetFails : public testing::TestWithParam<FailureCase> {};
+
+INSTANTIATE_TEST_SUITE_P(Reasons, DocumentSheetFails,
+                         testing::Values(FailureCase{"NoTemplate", RemoveTemplates},
+                                         FailureCase{"CorruptFile", SpoilSettingsFile},
+                                         FailureCase{"NoLanguage", RemoveLanguage}),
+                         test::CaseName());
+
+TEST_P(DocumentSheetFails, ForgetsWhatTheCompanionLeft) {
+  SheetScene scene(kAllDocumentDialogs);
+  GetParam().prepare(scene);
+  scene.companion.userData = 0xBAD0;
+  EXPECT_EQ(scene.OpenDocument(), -1);
+  ExpectForgotten(scene);
+}
+
+class PrinterSheetFails : public testing::TestWithParam<FailureCase> {};
+
+INSTANTIATE_TEST_SUITE_P(Reasons, PrinterSheetFails,
+                         testing::Values(FailureCase{"NoTemplate", RemoveTemplates},
+                                         FailureCase{"NoLanguage", RemoveLanguage},
+                                         FailureCase{"Declined",
+                                                     [](SheetScene& scene) {
+                                                       scene.companion.deviceAnswer = 0;
+                                                     }}),
+                         test::CaseName());
+
+TEST_P(PrinterSheetFails, ForgetsWhatTheCompanionLeft) {
+  SheetScene scene(kAllPrinterDialogs);
+  GetParam().prepare(scene);
+  scene.companion.userData = 0xBAD0;
+  EXPECT_EQ(scene.OpenDevice(), scene.companion.deviceAnswer == 0 ? 1 : -1);
+  ExpectForgotten(scene);
+}
+
 TEST(DocumentSheetOpens, CorruptSettingsFileIsToldAndMeansNoSheet) {
   SheetScene scene(kAllDocumentDialogs);
+  scene.world.UserValues(test::kPrinterName)[u"installmode"] = headless::StoredValue::Dword(1);
   const std::string rubbish = "this is no tree";
   const auto bytes = std::as_bytes(std::span(rubbish));
   scene.world.platform.files.Put(test::kSettingsPath, {bytes.begin(), bytes.end()});
@@ -222,6 +296,7 @@ TEST(DocumentSheetOpens, CorruptSettingsFileIsToldAndMeansNoSheet) {
   EXPECT_EQ(scene.world.platform.windows.boxes[0].text, test::EnglishStrings().at(254));
   EXPECT_EQ(scene.world.platform.windows.boxes[0].caption, test::EnglishStrings().at(199));
   EXPECT_EQ(scene.world.platform.files.Get(test::kSettingsPath), nullptr);
+  EXPECT_FALSE(scene.world.UserValues(test::kPrinterName).contains(u"configprintinfo"));
   EXPECT_EQ(scene.world.platform.modules.loadsOf(test::kCompanionPath), 0U);
   EXPECT_THAT(scene.requests, IsEmpty());
 }
@@ -367,6 +442,18 @@ TEST(DocumentSheetPage, RefusedByTheCommonSheetEndsTheAddingAndTheSheetStands) {
   Destroy(scene);
 }
 
+TEST(DocumentSheetPage, ThatIsTheFirstToBeRefusedLeavesASheetWithoutPages) {
+  for (const std::intptr_t refusal : {0, -1}) {
+    SheetScene scene(kAllDocumentDialogs);
+    scene.pagesTaken = 0;
+    scene.refusal = refusal;
+    EXPECT_EQ(scene.OpenDocument(), 1);
+    EXPECT_THAT(scene.Pages(), IsEmpty());
+    EXPECT_NE(scene.context(), nullptr);
+    Destroy(scene);
+  }
+}
+
 TEST(DocumentSheetPage, SheetWithoutAFunctionGetsNoPages) {
   SheetScene scene(kAllDocumentDialogs);
   scene.info.pfnComPropSheet = nullptr;
@@ -402,6 +489,13 @@ TEST(LanguageModule, ThatIsMissingMeansNoSheet) {
   EXPECT_EQ(scene.info.UserData, 0U);
 }
 
+TEST(LanguageModule, OfTheSheetsOwnContextIsWhatThePagesComeFrom) {
+  SheetScene scene(kAllDocumentDialogs);
+  ASSERT_EQ(scene.OpenDocument(), 1);
+  EXPECT_EQ(scene.Pages().at(0).page.hInstance, scene.context()->languageModule);
+  Destroy(scene);
+}
+
 TEST(LanguageModule, ThatTheContextLacksIsLoadedOnceMore) {
   SheetScene scene(kAllDocumentDialogs);
   // The three tries of the context fail, the next one doesn't: the defaults' own strings come
@@ -435,6 +529,13 @@ TEST(DocumentSheetHeader, GetsTitleInstanceAndIcon) {
   EXPECT_EQ(header.IconID, 64082U);
   EXPECT_EQ(header.hWndParent, parent);
   EXPECT_EQ(header.cbSize, 0xA5A5);
+  Destroy(scene);
+}
+
+TEST(DocumentSheetHeader, WithoutAPlaceForItFails) {
+  SheetScene scene(kAllDocumentDialogs);
+  ASSERT_EQ(scene.OpenDocument(), 1);
+  EXPECT_EQ(scene.CallDocument(kReasonGetHeader, 0), -1);
   Destroy(scene);
 }
 
@@ -548,7 +649,82 @@ TEST(ApplySettings, HandsTheRecordOutAndSetsTheResult) {
   EXPECT_EQ(scene.out.publicDevmode.dmCopies, 12);
   EXPECT_EQ(scene.out.privateDevmode.ReversePrint, 1);
   EXPECT_EQ(scene.context()->applied, 1U);
-  EXPECT_EQ(scene.ResultsSet(), 1U);
+  ASSERT_EQ(scene.ResultsSet(), 1U);
+  EXPECT_EQ(scene.requests.back().copies, 12) << "handed out before the result is set";
+  Destroy(scene);
+}
+
+TEST(ApplySettings, KeepsTheShapeOfTheCallersRecord) {
+  SheetScene scene(kAllDocumentDialogs);
+  scene.in.publicDevmode.dmDriverExtra = 0;
+  ASSERT_EQ(scene.OpenDocument(), 1);
+  EXPECT_TRUE(ApplySettings(nullptr, scene.context()));
+  EXPECT_EQ(scene.out.publicDevmode.dmSize, 220);
+  EXPECT_EQ(scene.out.publicDevmode.dmDriverExtra, 0);
+  const auto rest = std::as_bytes(std::span(&scene.out.privateDevmode, 1));
+  EXPECT_TRUE(std::ranges::all_of(rest, [](std::byte byte) { return byte == std::byte{0xA5}; }));
+  Destroy(scene);
+}
+
+// A page in a sheet's window that writes down what it is sent.
+struct PageInSheet {
+  explicit PageInSheet(SheetScene& scene) : windows(scene.world.platform.windows) {
+    sheet = windows.CreatePlayedWindow(
+        {0, 0, 100, 100}, [this](std::uint32_t message, std::uintptr_t wParam, std::intptr_t) {
+          sent.emplace_back(message, wParam);
+          return std::intptr_t{0};
+        });
+    page = windows.CreateDialogWindow(scene.world.process.CurrentLanguageModule, 111, sheet,
+                                      &Procedure, 0, true);
+    World().windows.SetWindowLongPtrW(page, kDwlpMessageResult, 5);
+  }
+  ~PageInSheet() { windows.Destroy(sheet); }
+  PageInSheet(const PageInSheet&) = delete;
+  PageInSheet& operator=(const PageInSheet&) = delete;
+
+  std::intptr_t answer() const {
+    return World().windows.GetWindowLongPtrW(page, kDwlpMessageResult);
+  }
+  static std::intptr_t Procedure(WindowHandle /*window*/, std::uint32_t /*message*/,
+                                 std::uintptr_t /*wParam*/, std::intptr_t /*lParam*/) {
+    return 0;
+  }
+
+  headless::HeadlessWindows& windows;
+  std::vector<std::pair<std::uint32_t, std::uintptr_t>> sent;
+  WindowHandle sheet;
+  WindowHandle page;
+};
+
+TEST(ApplySettings, WithAPageClearsItsAnswerAndTellsTheSheetThatNothingIsLeftToApply) {
+  SheetScene scene;
+  ASSERT_EQ(scene.OpenDocument(), 1);
+  {
+    const PageInSheet shown(scene);
+    ASSERT_NE(shown.page, nullptr);
+    EXPECT_TRUE(ApplySettings(shown.page, scene.context()));
+    EXPECT_EQ(shown.answer(), 0);
+    EXPECT_THAT(shown.sent,
+                ElementsAre(std::pair(1133U, reinterpret_cast<std::uintptr_t>(shown.page))));
+  }
+  Destroy(scene);
+}
+
+TEST(ApplySettings, OnAPrinterSheetTellsThePagesSheetAndHandsNothingOut) {
+  SheetScene scene;
+  ASSERT_EQ(scene.OpenDocument(), 1);
+  scene.context()->deviceSheet = 1;
+  scene.context()->publicPointer->dmDuplex = 4;
+  {
+    const PageInSheet shown(scene);
+    EXPECT_TRUE(ApplySettings(shown.page, scene.context()));
+    EXPECT_EQ(shown.answer(), 0);
+    EXPECT_THAT(shown.sent, SizeIs(1));
+  }
+  EXPECT_EQ(scene.context()->privatePointer->Duplex, 4);
+  EXPECT_EQ(scene.context()->applied, 1U);
+  EXPECT_EQ(scene.ResultsSet(), 0U);
+  EXPECT_TRUE(OutIsUntouched(scene));
   Destroy(scene);
 }
 
@@ -666,6 +842,19 @@ TEST(FirstPage, ReleasedAfterAnApplyTakesOverOnceMore) {
   Destroy(scene);
 }
 
+TEST(FirstPage, ReleasedHandsItsWindowOn) {
+  SheetScene scene;
+  ASSERT_EQ(scene.OpenDocument(), 1);
+  SheetPage page = scene.Pages().at(0).page;
+  scene.context()->applied = 1;
+  {
+    const PageInSheet shown(scene);
+    EXPECT_EQ(page.pfnCallback(shown.page, kPspcbRelease, &page), 1U);
+    EXPECT_THAT(shown.sent, SizeIs(1));
+  }
+  Destroy(scene);
+}
+
 TEST(FirstPage, ReleasedAfterAResetTakesNothingOver) {
   SheetScene scene(kAllDocumentDialogs);
   ASSERT_EQ(scene.OpenDocument(), 1);
@@ -709,7 +898,9 @@ void DestroyDevice(SheetScene& scene) {
 TEST(PrinterSheetOpens, ContextHasNoCallersRecord) {
   SheetScene scene(kAllPrinterDialogs);
   scene.in.publicDevmode.dmCopies = 17;
+  scene.world.process.JobPinPageIndex = 99;
   ASSERT_EQ(scene.OpenDevice(), 1);
+  EXPECT_EQ(scene.world.process.JobPinPageIndex, 0);
   const UIContext* context = scene.context();
   ASSERT_NE(context, nullptr);
   EXPECT_EQ(context->publicPointer->dmCopies, 1);
@@ -751,6 +942,22 @@ TEST(PrinterSheetOpens, RefusedPageEndsTheAdding) {
   scene.pagesTaken = 1;
   ASSERT_EQ(scene.OpenDevice(), 1);
   EXPECT_THAT(DialogsOf(scene.Pages()), ElementsAre(651));
+  DestroyDevice(scene);
+}
+
+TEST(PrinterSheetOpens, ModelIsTheOneThatTheCompanionLetTheUserPick) {
+  SheetScene scene(kAllPrinterDialogs);
+  scene.companion.model = u"Kauri 1 Series";
+  ASSERT_EQ(scene.OpenDevice(), 1);
+  EXPECT_EQ(scene.world.process.ModelFlags, Kauri);
+  DestroyDevice(scene);
+}
+
+TEST(PrinterSheetOpens, FirstPageRefusedLeavesASheetWithoutPages) {
+  SheetScene scene(kAllPrinterDialogs);
+  scene.pagesTaken = 0;
+  EXPECT_EQ(scene.OpenDevice(), 1);
+  EXPECT_THAT(scene.Pages(), IsEmpty());
   DestroyDevice(scene);
 }
 
@@ -826,6 +1033,7 @@ TEST(PrinterSheetHeader, IsThatOfTheDocumentSheet) {
   EXPECT_EQ(header.pTitle, scene.printerName.data());
   EXPECT_EQ(header.hInst, scene.world.process.CurrentLanguageModule);
   EXPECT_EQ(header.IconID, 64082U);
+  EXPECT_EQ(scene.CallDevice(kReasonGetHeader, 0), -1);
   DestroyDevice(scene);
 }
 

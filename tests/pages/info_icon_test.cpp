@@ -70,7 +70,7 @@ const Calls kTooltipMade = {
 constexpr Rect kPlace = {30, 40, 48, 58};
 
 void ExpectToolOfIcon(const ToolInfo& tool) {
-  EXPECT_EQ(tool.cbSize, 72U);
+  EXPECT_EQ(tool.cbSize, 64U);
   EXPECT_EQ(tool.uFlags, 17U);
   EXPECT_EQ(tool.hwnd, Page());
   EXPECT_EQ(tool.uId, reinterpret_cast<std::uintptr_t>(DialogRecorder::HandleOf(kIcon)));

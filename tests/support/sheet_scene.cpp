@@ -15,12 +15,13 @@ std::intptr_t CommonSheet(SheetHandle sheet, std::uint32_t function, std::intptr
   if (sheet != current->info.hComPropSheet) {
     return -1;
   }
-  SheetRequest request = {function, {}, {}, first, second, current->info.Result};
+  SheetRequest request = {
+      function, {}, {}, first, second, current->info.Result, current->out.publicDevmode.dmCopies};
   if (function == kSheetAddPage) {
     request.page = *reinterpret_cast<const SheetPage*>(first);
     request.title = request.page.pszTitle == nullptr ? u"" : request.page.pszTitle;
     if (current->pagesTaken == 0) {
-      return -1;
+      return current->refusal;
     }
     --current->pagesTaken;
   }
@@ -28,13 +29,26 @@ std::intptr_t CommonSheet(SheetHandle sheet, std::uint32_t function, std::intptr
   return 1;
 }
 
+// What the companion does beside its answer.
+void Meddle(SheetInfo& info) {
+  if (current->companion.userData != 0) {
+    info.UserData = current->companion.userData;
+  }
+  if (!current->companion.model.empty()) {
+    current->world.UserValues(kPrinterName)[u"printername"] =
+        headless::StoredValue::Text(current->companion.model);
+  }
+}
+
 std::int32_t OlDocumentPropertySheets(SheetInfo* info, std::intptr_t lParam) {
   current->companion.documentCalls.emplace_back(info, lParam);
+  Meddle(*info);
   return current->companion.documentAnswer;
 }
 
 std::int32_t OlDevicePropertySheets(SheetInfo* info, std::intptr_t lParam) {
   current->companion.deviceCalls.emplace_back(info, lParam);
+  Meddle(*info);
   return current->companion.deviceAnswer;
 }
 

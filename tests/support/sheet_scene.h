@@ -22,6 +22,7 @@ struct SheetRequest {
   std::intptr_t first;   // of other functions
   std::intptr_t second;
   std::uintptr_t result;  // of the call, when the request came
+  std::int16_t copies;    // of the caller's output, when the request came
 };
 
 // How often the companion was asked, and what it answers. The print system's functions take no
@@ -29,6 +30,8 @@ struct SheetRequest {
 struct Companion {
   std::int32_t documentAnswer = 1;
   std::int32_t deviceAnswer = 1;
+  std::uintptr_t userData = 0;  // what it leaves in the call, when that isn't 0
+  std::u16string model;         // what it lets the user pick, when that isn't empty
   std::vector<std::pair<SheetInfo*, std::intptr_t>> documentCalls;
   std::vector<std::pair<SheetInfo*, std::intptr_t>> deviceCalls;
 };
@@ -67,8 +70,9 @@ class SheetScene {
   DriverDevmode out;
   Companion companion;
   std::vector<SheetRequest> requests;
-  // Pages that the common sheet takes before it refuses one.
+  // Pages that the common sheet takes before it refuses one, and how.
   std::size_t pagesTaken = 100;
+  std::intptr_t refusal = -1;
 };
 
 }  // namespace ostrel::test
