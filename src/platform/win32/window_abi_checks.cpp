@@ -66,7 +66,9 @@ OSTREL_SAME_MEMBER(ToolInfo, TTTOOLINFOW, hinst);
 OSTREL_SAME_MEMBER(ToolInfo, TTTOOLINFOW, lpszText);
 OSTREL_SAME_MEMBER(ToolInfo, TTTOOLINFOW, lParam);
 OSTREL_SAME_MEMBER(ToolInfo, TTTOOLINFOW, lpReserved);
-static_assert(offsetof(ToolInfo, lpReserved) == TTTOOLINFOW_V2_SIZE);
+// TTTOOLINFOW_V2_SIZE, which the header tells by a cast that no assertion takes.
+static_assert(offsetof(ToolInfo, lpReserved) ==
+              offsetof(TTTOOLINFOW, lParam) + sizeof(TTTOOLINFOW::lParam));
 OSTREL_SAME_SIZE(SpinAcceleration, UDACCEL);
 OSTREL_SAME_MEMBER(SpinAcceleration, UDACCEL, nInc);
 OSTREL_SAME_SIZE(DrawItem, DRAWITEMSTRUCT);
