@@ -30,8 +30,22 @@ find_package(GTest REQUIRED)
 
 file(GLOB_RECURSE OSTREL_TEST_SOURCES CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/*_test.cpp)
 list(FILTER OSTREL_TEST_SOURCES EXCLUDE REGEX "/tests/print_system/")
+
+# The dialogs that the in-memory window system itself is tested with.
+set(test_dialogs ${CMAKE_BINARY_DIR}/resources/test_dialogs.res)
+add_custom_command(
+  OUTPUT ${test_dialogs}
+  COMMAND ${OSTREL_WINDRES} -c 65001 -O res
+    -i ${CMAKE_SOURCE_DIR}/tests/platform/headless/test_dialogs.rc -o ${test_dialogs}
+  DEPENDS ${CMAKE_SOURCE_DIR}/tests/platform/headless/test_dialogs.rc
+  COMMENT "Compiling the test dialogs"
+  VERBATIM)
+add_custom_target(ostrel_test_dialogs DEPENDS ${test_dialogs})
+
 add_executable(ostrel_tests ${OSTREL_TEST_SOURCES} ${CMAKE_SOURCE_DIR}/tests/support/test_main.cpp)
 target_link_libraries(ostrel_tests PRIVATE ostrel_test_world GTest::gmock GTest::gtest ostrel_flags)
+target_compile_definitions(ostrel_tests PRIVATE OSTREL_TEST_DIALOGS="${test_dialogs}")
+add_dependencies(ostrel_tests ostrel_test_dialogs)
 add_test(NAME native_tests COMMAND ostrel_tests --gtest_brief=1)
 add_test(NAME shipped_texts COMMAND ${OSTREL_PYTHON} ${CMAKE_SOURCE_DIR}/tools/check-strings.py)
 add_test(NAME shipped_texts_check

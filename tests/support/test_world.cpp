@@ -13,6 +13,7 @@
 namespace ostrel::test {
 namespace {
 
+// The compiled form of a library of resources: a language's, or "ResBmp".
 std::vector<std::byte> ReadResourceFile(const std::string& language) {
   const std::string path = OSTREL_COMPILED_RESOURCES "/ostrelPCL6ui" + language + ".res";
   std::ifstream file(path, std::ios::binary);
@@ -50,14 +51,24 @@ const std::vector<std::byte>& EnglishResourceFile() {
   return file;
 }
 
+std::shared_ptr<const headless::Resources> LibraryResources(std::string_view suffix) {
+  static std::map<std::string, std::shared_ptr<const headless::Resources>> libraries;
+  std::shared_ptr<const headless::Resources>& library = libraries[std::string(suffix)];
+  if (library == nullptr) {
+    library = std::make_shared<const headless::Resources>(
+        headless::ReadResources(ReadResourceFile(std::string(suffix))));
+  }
+  return library;
+}
+
 TestWorld::TestWorld()
     : pageStates(static_cast<PageStateTable*>(std::calloc(1, sizeof(PageStateTable))), &std::free) {
   process.platform = &platform.lists;
   process.PageStates = pageStates.get();
   platform.locale.country = u"49";
   platform.modules.Install(kLibraryPath);
-  platform.modules.Install(kEnglishLibraryPath, EnglishStrings());
-  platform.modules.Install(kBitmapLibraryPath);
+  platform.modules.InstallResources(kEnglishLibraryPath, LibraryResources("enus"));
+  platform.modules.InstallResources(kBitmapLibraryPath, LibraryResources("ResBmp"));
   process.LibraryModule = platform.modules.LoadLibraryW(kLibraryPath);
   printer = &platform.print.AddPrinter({.name = kPrinterName, .driverName = kDriverName});
 }

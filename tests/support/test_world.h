@@ -35,12 +35,16 @@ inline const headless::StringTable& EnglishStrings() {
   return Strings("enus");
 }
 
+// All that a shipped library of resources holds, read from its compiled form: a language's, by its
+// suffix, or the bitmaps', "ResBmp".
+std::shared_ptr<const headless::Resources> LibraryResources(std::string_view suffix);
+
 // The bytes of the English library in its compiled form.
 const std::vector<std::byte>& EnglishResourceFile();
 
 class TestWorld {
  public:
-  // The driver's own library, the English texts and the bitmaps are installed, and one printer,
+  // The driver's own library, the English library and the bitmaps are installed, and one printer,
   // kPrinterName of driver kDriverName, without a stored record. The country is Germany, so that
   // the locale's paper is A4; the user's language is English.
   TestWorld();

@@ -292,10 +292,13 @@ bool HeadlessPrintSystem::SetPrinterW(PrinterHandle printer, std::uint32_t level
 // ---- Modules ------------------------------------------------------------------------------------
 
 void HeadlessModules::Install(std::u16string_view path, StringTable strings) {
-  InstallResources(path, {.strings = std::move(strings)});
+  Resources resources;
+  resources.strings = std::move(strings);
+  InstallResources(path, std::make_shared<const Resources>(std::move(resources)));
 }
 
-void HeadlessModules::InstallResources(std::u16string_view path, Resources resources) {
+void HeadlessModules::InstallResources(std::u16string_view path,
+                                       std::shared_ptr<const Resources> resources) {
   auto library = std::make_shared<Library>();
   library->path = path;
   library->resources = std::move(resources);
@@ -321,7 +324,7 @@ HeadlessModules::Library* HeadlessModules::Find(ModuleHandle module) const {
 
 const Resources* HeadlessModules::ResourcesOf(ModuleHandle module) const {
   const Library* library = Find(module);
-  return library == nullptr ? nullptr : &library->resources;
+  return library == nullptr ? nullptr : library->resources.get();
 }
 
 bool HeadlessModules::Fail(std::uint32_t code) {
@@ -387,7 +390,7 @@ int HeadlessModules::LoadStringW(ModuleHandle module, std::uint32_t id, char16_t
   if (faults_.ShouldFail("LoadStringW") || library == nullptr || units <= 0) {
     return 0;
   }
-  const StringTable& strings = library->resources.strings;
+  const StringTable& strings = library->resources->strings;
   const auto text = strings.find(id);
   if (text == strings.end()) {
     buffer[0] = u'\0';
@@ -403,7 +406,7 @@ int HeadlessModules::LoadStringW(ModuleHandle module, std::uint32_t id, char16_t
 bool HeadlessModules::FindResourceW(ModuleHandle module, std::uint32_t id, std::uint32_t type) {
   const Library* library = Find(module);
   if (faults_.ShouldFail("FindResourceW") || library == nullptr ||
-      !library->resources.Holds(type, id)) {
+      !library->resources->Holds(type, id)) {
     return Fail(kErrorResourceNameNotFound);
   }
   return true;

@@ -156,7 +156,7 @@ class HeadlessModules final : public Modules {
   // Puts a library with these strings at a path, in place of one that may be there.
   void Install(std::u16string_view path, StringTable strings = {});
   // The same with all that a compiled resource file holds.
-  void InstallResources(std::u16string_view path, Resources resources);
+  void InstallResources(std::u16string_view path, std::shared_ptr<const Resources> resources);
   // Adds an export to the library at a path; installs one when there is none.
   void Export(std::u16string_view path, std::string_view name, ExportedFunction function);
   void Remove(std::u16string_view path);
@@ -173,7 +173,7 @@ class HeadlessModules final : public Modules {
  private:
   struct Library {
     std::u16string path;
-    Resources resources;
+    std::shared_ptr<const Resources> resources;
     std::map<std::string, ExportedFunction, std::less<>> exports;
     std::size_t loads = 0;
   };

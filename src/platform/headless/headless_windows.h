@@ -1,13 +1,24 @@
-// The windows of the in-memory platform.
+// The windows of the in-memory platform: dialogs built from compiled templates, their controls and
+// the boxes. Controls keep the state that their class keeps, and send the notifications that the
+// platform sends: an edit tells of every change of its text, also of one made by code; a list, a
+// check box or a label that code changes tells nothing.
+//
+// Dialog units become pixels by fixed base units of 6 by 13. Windows have no borders, so a window's
+// client area is the whole of it. Narrow texts are taken for Latin-1.
 #pragma once
 
+#include "platform/headless/dialog_template.h"
 #include "platform/headless/fault_plan.h"
+#include "platform/headless/window.h"
 #include "platform/platform.h"
 
 #include <cstddef>
 #include <cstdint>
 #include <deque>
+#include <map>
+#include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace ostrel::headless {
@@ -16,11 +27,15 @@ class HeadlessDebugOutput;
 class HeadlessGraphics;
 class HeadlessModules;
 
+inline constexpr std::int32_t kBaseUnitX = 6;   // pixels of four dialog units
+inline constexpr std::int32_t kBaseUnitY = 13;  // pixels of eight dialog units
+
 class HeadlessWindows final : public Windows {
  public:
   HeadlessWindows(FaultPlan& faults, HeadlessDebugOutput& debug, HeadlessModules& modules,
                   HeadlessGraphics& graphics);
 
+  // While a box is open the control that has the focus loses it.
   int MessageBoxW(WindowHandle owner, const char16_t* text, const char16_t* caption,
                   std::uint32_t style) override;
   WindowHandle GetDlgItem(WindowHandle dialog, std::int32_t id) override;
@@ -57,6 +72,8 @@ class HeadlessWindows final : public Windows {
   ImageHandle LoadImageW(ModuleHandle module, std::uint32_t id, std::uint32_t kind,
                          std::int32_t width, std::int32_t height) override;
 
+  // ---- What a test sets and sees
+
   struct Box {
     WindowHandle owner;
     std::u16string text;
@@ -68,11 +85,84 @@ class HeadlessWindows final : public Windows {
   std::vector<Box> boxes;
   std::deque<int> answers;
 
-  bool IsWindow(WindowHandle /*window*/) const { return false; }
-  bool IsMirrored(WindowHandle /*window*/) const { return false; }
+  Point cursor = {0, 0};
+  // Where the mouse was put by SetCursorPos, in order.
+  std::vector<Point> cursorMoves;
+
+  // An image that a control shows or that was loaded.
+  struct Image {
+    ModuleHandle module;
+    std::uint32_t id;
+    std::uint32_t kind;  // IMAGE_...
+    Size size;           // as asked for; its own for a bitmap
+  };
+  // Images of LoadImageW, in order of their loading, and how many of them there are.
+  const Image* ImageOf(ImageHandle image) const;
+  std::size_t loadedImages() const { return images_.size(); }
+
+  // Null for what isn't a window (any more).
+  const Window* Find(WindowHandle window) const;
+  Window* Find(WindowHandle window);
+  bool IsWindow(WindowHandle window) const { return Find(window) != nullptr; }
+  bool IsMirrored(WindowHandle window) const;
+  // Whether the window and all that hold it are shown, and enabled. Owners don't count.
+  bool IsReachable(WindowHandle window) const;
+  std::size_t liveWindows() const { return windows_.size(); }
+  WindowHandle focus() const { return focus_; }
+  // A value of a class, by its name in lower case; 0 when none was set.
+  std::intptr_t ClassLong(const std::u16string& className, std::int32_t index) const;
+
+  // ---- For those who play the system's part: a sheet, a user. None of these asks the fault plan.
+
+  // Builds a dialog from a template of a loaded module. With `asChild` it is a page within its
+  // parent, hidden; else it stands where the template says. Null when the module holds no such
+  // template. The procedure gets WM_INITDIALOG last, unless an owner-drawn list asks it for its
+  // height before.
+  WindowHandle CreateDialogWindow(ModuleHandle module, std::uint32_t templateId,
+                                  WindowHandle parent, DialogProcedure procedure,
+                                  std::intptr_t initParam, bool asChild);
+  // A window that `answerer` answers for.
+  WindowHandle CreatePlayedWindow(
+      Rect place,
+      std::function<std::intptr_t(std::uint32_t, std::uintptr_t, std::intptr_t)> answerer);
+  // A message to a window, handled by whoever has to. A dialog's answer is what it put into
+  // DWLP_MSGRESULT, when its procedure says that it has answered.
+  std::intptr_t Deliver(WindowHandle window, std::uint32_t message, std::uintptr_t wParam,
+                        std::intptr_t lParam);
+  // WM_COMMAND from a control to its parent.
+  void NotifyParent(const Window& control, std::uint16_t code);
+  void MoveFocus(WindowHandle window);
+  void Show(WindowHandle window, bool show);
+  void Destroy(WindowHandle window);
+  std::u16string TextOf(const Window& window) const;
+  WindowHandle ControlOf(WindowHandle dialog, std::int32_t id) const;
 
  private:
+  struct DialogPlaceOnScreen;
+
+  Window& Add(const std::u16string& className);
+  void AddControl(ModuleHandle module, const DialogControl& control, WindowHandle dialog);
+  void ShowOwnImage(Window& window, ModuleHandle module, const DialogControl& control);
+  void AskItemHeight(WindowHandle control);
+  Rect PlaceWithin(const Window& parent, const DialogPlace& place) const;
+  std::int32_t ToScreenX(const Window* window, std::int32_t x) const;
+  std::int32_t FromScreenX(const Window* window, std::int32_t x) const;
+  std::intptr_t CallProcedure(WindowHandle window, std::uint32_t message, std::uintptr_t wParam,
+                              std::intptr_t lParam);
+  ImageHandle AddImage(ModuleHandle module, std::uint32_t id, std::uint32_t kind, Size size);
+  // Asks the fault plan and finds the window; null with the last error set when either says no.
+  Window* Take(const char* operation, WindowHandle window);
+  bool Fail(std::uint32_t code);
+
   FaultPlan& faults_;
+  HeadlessDebugOutput& debug_;
+  HeadlessModules& modules_;
+  std::map<WindowHandle, std::unique_ptr<Window>> windows_;
+  std::map<std::pair<std::u16string, std::int32_t>, std::intptr_t> classLongs_;
+  std::map<ImageHandle, Image> images_;
+  WindowHandle focus_ = nullptr;
+  std::uintptr_t nextHandle_ = 0x10010;
+  std::uintptr_t nextImage_ = 0x800010;
 };
 
 }  // namespace ostrel::headless

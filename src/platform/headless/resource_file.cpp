@@ -1,70 +1,56 @@
 #include "platform/headless/resource_file.h"
 
+#include "platform/headless/byte_reader.h"
+#include "platform/window_types.h"
+
 #include <cstring>
 #include <stdexcept>
 
 namespace ostrel::headless {
 namespace {
 
-constexpr std::uint32_t kTypeString = 6;        // RT_STRING
-constexpr std::uint32_t kStringsInBlock = 16;   // a string resource holds the ids 16n .. 16n+15
-constexpr std::uint16_t kOrdinalMark = 0xFFFF;  // a type or name given by number
+constexpr std::uint32_t kStringsInBlock = 16;  // a string resource holds the ids 16n .. 16n+15
 
-// A reader of little-endian numbers that never leaves its bytes.
-class Reader {
- public:
-  explicit Reader(std::span<const std::byte> bytes) : bytes_(bytes) {}
-
-  template <typename T>
-  T Take() {
-    T value;
-    std::memcpy(&value, TakeBytes(sizeof(T)).data(), sizeof(T));
-    return value;
-  }
-
-  std::span<const std::byte> TakeBytes(std::size_t count) {
-    if (count > bytes_.size() - place_) {
-      throw std::runtime_error("resource file is cut short");
-    }
-    place_ += count;
-    return bytes_.subspan(place_ - count, count);
-  }
-
-  // Entries start at multiples of 4, and the last one is filled up as well.
-  void AlignTo4() { TakeBytes((4 - place_ % 4) % 4); }
-  bool AtEnd() const { return place_ == bytes_.size(); }
-
- private:
-  std::span<const std::byte> bytes_;
-  std::size_t place_ = 0;
-};
-
-// A type or a name: a number behind a mark, or a text, for which the result is 0.
-std::uint32_t TakeOrdinal(Reader& header) {
-  auto unit = header.Take<std::uint16_t>();
-  if (unit == kOrdinalMark) {
-    return header.Take<std::uint16_t>();
-  }
-  while (unit != 0) {
-    unit = header.Take<std::uint16_t>();
-  }
-  return 0;
+[[noreturn]] void Refuse(const char* why) {
+  throw std::runtime_error(why);
 }
 
 // A resource file opens with an empty entry of 32 bytes, which tells it from the 16-bit format.
-void CheckOpeningEntry(Reader& reader) {
+void CheckOpeningEntry(ByteReader& reader) {
   constexpr std::uint32_t kHeaderBytes = 32;
   constexpr std::uint32_t kOrdinalZero = kOrdinalMark;
   for (const std::uint32_t expected : {0U, kHeaderBytes, kOrdinalZero, kOrdinalZero}) {
     if (reader.Take<std::uint32_t>() != expected) {
-      throw std::runtime_error("not a resource file");
+      Refuse("not a resource file");
     }
   }
   reader.TakeBytes(kHeaderBytes - 4 * sizeof(std::uint32_t));
 }
 
-void AddBlock(StringTable& table, std::uint32_t block, std::span<const std::byte> data) {
-  Reader reader(data);
+// Visits each entry whose type and id are numbers: visit(type, id, data).
+template <typename Visit>
+void ForEachEntry(std::span<const std::byte> resourceFile, Visit visit) {
+  ByteReader reader(resourceFile);
+  CheckOpeningEntry(reader);
+  while (!reader.AtEnd()) {
+    const auto dataSize = reader.Take<std::uint32_t>();
+    const auto headerSize = reader.Take<std::uint32_t>();
+    if (headerSize < 2 * sizeof(std::uint32_t)) {
+      Refuse("not a resource file");
+    }
+    ByteReader header(reader.TakeBytes(headerSize - 2 * sizeof(std::uint32_t)));
+    const std::uint32_t type = TakeName(header).number;
+    const std::uint32_t id = TakeName(header).number;
+    const std::span<const std::byte> data = reader.TakeBytes(dataSize);
+    if (type != 0 && id != 0) {
+      visit(type, id, data);
+    }
+    reader.AlignTo4();
+  }
+}
+
+void AddStrings(StringTable& table, std::uint32_t block, std::span<const std::byte> data) {
+  ByteReader reader(data);
   for (std::uint32_t i = 0; i < kStringsInBlock; ++i) {
     const auto length = reader.Take<std::uint16_t>();
     const std::span<const std::byte> units = reader.TakeBytes(std::size_t{length} * 2);
@@ -76,28 +62,110 @@ void AddBlock(StringTable& table, std::uint32_t block, std::span<const std::byte
   }
 }
 
+// BITMAPINFOHEADER, the colours behind it, and the rows.
+BitmapResource ReadBitmap(std::span<const std::byte> data) {
+  constexpr std::uint32_t kHeaderBytes = 40;
+  constexpr std::int32_t kMostPixels = 0x7FFF;  // a side
+  constexpr std::uint32_t kUncompressed = 0;    // BI_RGB
+  constexpr std::size_t kColorBytes = 4;
+  ByteReader reader(data);
+  BitmapResource bitmap;
+  const auto headerSize = reader.Take<std::uint32_t>();
+  bitmap.width = reader.Take<std::int32_t>();
+  bitmap.height = reader.Take<std::int32_t>();
+  const auto planes = reader.Take<std::uint16_t>();
+  bitmap.bitsPerPixel = reader.Take<std::uint16_t>();
+  const auto compression = reader.Take<std::uint32_t>();
+  reader.TakeBytes(3 * sizeof(std::uint32_t));  // bytes of the rows, dots per metre
+  auto colors = reader.Take<std::uint32_t>();
+  reader.Take<std::uint32_t>();  // colours that matter
+  const std::uint16_t bits = bitmap.bitsPerPixel;
+  const bool knownBits = bits == 1 || bits == 4 || bits == 8 || bits == 24 || bits == 32;
+  if (headerSize != kHeaderBytes || planes != 1 || compression != kUncompressed || !knownBits ||
+      bitmap.width <= 0 || bitmap.width > kMostPixels || bitmap.height <= 0 ||
+      bitmap.height > kMostPixels || colors > 256) {
+    Refuse("a bitmap of an unknown kind");
+  }
+  if (colors == 0 && bits <= 8) {
+    colors = 1U << bits;
+  }
+  reader.TakeBytes(colors * kColorBytes);
+  const std::size_t rowBytes = (static_cast<std::size_t>(bitmap.width) * bits + 31) / 32 * 4;
+  const std::span<const std::byte> rows =
+      reader.TakeBytes(rowBytes * static_cast<std::size_t>(bitmap.height));
+  bitmap.pixels.assign(rows.begin(), rows.end());
+  return bitmap;
+}
+
+// GRPICONDIR: which icon entries belong together. `iconBytes` tells the size of each entry.
+IconResource ReadIconGroup(std::span<const std::byte> data,
+                           const std::map<std::uint32_t, std::size_t>& iconBytes) {
+  constexpr std::uint16_t kIcons = 1;  // 2 would be cursors
+  constexpr std::int32_t kSideOfZero = 256;
+  ByteReader reader(data);
+  if (reader.Take<std::uint16_t>() != 0 || reader.Take<std::uint16_t>() != kIcons) {
+    Refuse("not a group of icons");
+  }
+  IconResource icon;
+  const auto count = reader.Take<std::uint16_t>();
+  for (std::uint16_t i = 0; i < count; ++i) {
+    const auto width = reader.Take<std::uint8_t>();
+    const auto height = reader.Take<std::uint8_t>();
+    reader.Take<std::uint16_t>();  // colours
+    reader.Take<std::uint16_t>();  // planes
+    const auto bits = reader.Take<std::uint16_t>();
+    const auto size = reader.Take<std::uint32_t>();
+    const auto id = reader.Take<std::uint16_t>();
+    const auto entry = iconBytes.find(id);
+    if (entry == iconBytes.end() || entry->second != size) {
+      Refuse("an icon without its picture");
+    }
+    icon.pictures.push_back(
+        {width == 0 ? kSideOfZero : width, height == 0 ? kSideOfZero : height, bits});
+  }
+  return icon;
+}
+
 }  // namespace
+
+bool Resources::Holds(std::uint32_t type, std::uint32_t id) const {
+  return entries.contains({type, id}) || (type == kResourceDialog && dialogs.contains(id)) ||
+         (type == kResourceBitmap && bitmaps.contains(id)) ||
+         (type == kResourceGroupIcon && icons.contains(id));
+}
 
 StringTable ReadStringTable(std::span<const std::byte> resourceFile) {
   StringTable table;
-  Reader reader(resourceFile);
-  CheckOpeningEntry(reader);
-  while (!reader.AtEnd()) {
-    const auto dataSize = reader.Take<std::uint32_t>();
-    const auto headerSize = reader.Take<std::uint32_t>();
-    if (headerSize < 2 * sizeof(std::uint32_t)) {
-      throw std::runtime_error("not a resource file");
+  ForEachEntry(resourceFile, [&table](std::uint32_t type, std::uint32_t id, auto data) {
+    if (type == kResourceString) {
+      AddStrings(table, id, data);
     }
-    Reader header(reader.TakeBytes(headerSize - 2 * sizeof(std::uint32_t)));
-    const std::uint32_t type = TakeOrdinal(header);
-    const std::uint32_t name = TakeOrdinal(header);
-    const std::span<const std::byte> data = reader.TakeBytes(dataSize);
-    if (type == kTypeString && name != 0) {
-      AddBlock(table, name, data);
-    }
-    reader.AlignTo4();
-  }
+  });
   return table;
+}
+
+Resources ReadResources(std::span<const std::byte> resourceFile) {
+  Resources resources;
+  std::map<std::uint32_t, std::size_t> iconBytes;
+  std::map<std::uint32_t, std::span<const std::byte>> groups;
+  ForEachEntry(resourceFile, [&](std::uint32_t type, std::uint32_t id, auto data) {
+    resources.entries.insert({type, id});
+    if (type == kResourceString) {
+      AddStrings(resources.strings, id, data);
+    } else if (type == kResourceDialog) {
+      resources.dialogs[id] = ReadDialogTemplate(data);
+    } else if (type == kResourceBitmap) {
+      resources.bitmaps[id] = ReadBitmap(data);
+    } else if (type == kResourceIcon) {
+      iconBytes[id] = data.size();
+    } else if (type == kResourceGroupIcon) {
+      groups[id] = data;
+    }
+  });
+  for (const auto& [id, data] : groups) {  // behind the icons, whatever the order of the entries
+    resources.icons[id] = ReadIconGroup(data, iconBytes);
+  }
+  return resources;
 }
 
 }  // namespace ostrel::headless

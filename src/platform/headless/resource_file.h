@@ -1,7 +1,9 @@
-// Reads the strings out of a compiled resource file (".res", the 32-bit resource format that the
-// platform's resource compiler writes and its linker takes), so that native tests see the same
-// compiled texts that the Windows libraries ship.
+// Reads a compiled resource file (".res", the 32-bit resource format that the platform's resource
+// compiler writes and its linker takes), so that native tests see the same compiled texts, dialogs,
+// bitmaps and icons that the Windows libraries ship.
 #pragma once
+
+#include "platform/headless/dialog_template.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -31,23 +33,37 @@ struct IconResource {
     std::int32_t width;
     std::int32_t height;
     std::uint16_t bitsPerPixel;
+    bool operator==(const Picture&) const = default;
   };
   std::vector<Picture> pictures = {};
 };
 
-// What a compiled resource file holds under numbers.
+// Types of resources, RT_... of winuser.h.
+inline constexpr std::uint32_t kResourceBitmap = 2;
+inline constexpr std::uint32_t kResourceIcon = 3;
+inline constexpr std::uint32_t kResourceString = 6;
+inline constexpr std::uint32_t kResourceGroupIcon = 14;
+
+// What a resource file holds under numbers.
 struct Resources {
-  // Whether there is a resource of this type, RT_..., and id.
-  bool Holds(std::uint32_t type, std::uint32_t id) const { return entries.contains({type, id}); }
+  // Whether there is a resource of this type and id.
+  bool Holds(std::uint32_t type, std::uint32_t id) const;
 
   StringTable strings = {};
+  std::map<std::uint32_t, DialogTemplate> dialogs = {};
   std::map<std::uint32_t, BitmapResource> bitmaps = {};
   std::map<std::uint32_t, IconResource> icons = {};
-  std::set<std::pair<std::uint32_t, std::uint32_t>> entries = {};  // type and id of each
+  // Type and id of each entry of the file, of other types too.
+  std::set<std::pair<std::uint32_t, std::uint32_t>> entries = {};
 };
 
-// The strings of a resource file, by id. Throws std::runtime_error for a file that is not one or
-// that is cut short. A file cut between two entries is a shorter file: nothing in it counts them.
+// The strings of a resource file, by id; whatever else it holds is passed over. Throws
+// std::runtime_error for a file that is not one or that is cut short. A file cut between two
+// entries is a shorter file: nothing in it counts them.
 StringTable ReadStringTable(std::span<const std::byte> resourceFile);
+
+// All of a resource file. Throws as ReadStringTable does, and for a dialog, a bitmap or an icon
+// that is malformed.
+Resources ReadResources(std::span<const std::byte> resourceFile);
 
 }  // namespace ostrel::headless
