@@ -65,9 +65,10 @@ lint: packages | build
 dist: packages | build
 	$(call build,windows)
 	@rm -rf build/dist
-	@mkdir -p build/dist
+	@mkdir -p build/dist/neighbours
 	@cp $(WINDOWS_BIN)/ostrelPCL6ui*.dll $(WINDOWS_BIN)/ostrelConfig.ini build/dist/
-	@ls -l build/dist
+	@cp $(WINDOWS_BIN)/neighbours/* build/dist/neighbours/
+	@ls -l build/dist build/dist/neighbours
 
 bench: packages | build
 	$(call build,native)

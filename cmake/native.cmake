@@ -42,7 +42,14 @@ add_custom_command(
   VERBATIM)
 add_custom_target(ostrel_test_dialogs DEPENDS ${test_dialogs})
 
-add_executable(ostrel_tests ${OSTREL_TEST_SOURCES} ${CMAKE_SOURCE_DIR}/tests/support/test_main.cpp)
+add_executable(ostrel_tests
+  ${OSTREL_TEST_SOURCES}
+  ${CMAKE_SOURCE_DIR}/hosts/record_fields.cpp
+  ${CMAKE_SOURCE_DIR}/tests/scenarios/sheet_scenario.cpp
+  ${CMAKE_SOURCE_DIR}/tests/support/test_main.cpp)
+target_include_directories(ostrel_tests PRIVATE ${CMAKE_SOURCE_DIR}/hosts)
+target_compile_definitions(ostrel_tests
+  PRIVATE OSTREL_SCENARIOS="${CMAKE_SOURCE_DIR}/tests/scenarios")
 target_link_libraries(ostrel_tests PRIVATE ostrel_test_world GTest::gmock GTest::gtest ostrel_flags)
 target_compile_definitions(ostrel_tests PRIVATE OSTREL_TEST_DIALOGS="${test_dialogs}")
 add_dependencies(ostrel_tests ostrel_test_dialogs)

@@ -38,6 +38,30 @@ target_link_libraries(ostrelPCL6ui PRIVATE ostrel_logic ostrel_win32 winspool)
 target_link_options(ostrelPCL6ui PRIVATE ${OSTREL_STATIC_LINK})
 add_dependencies(ostrelPCL6ui ostrel_resources)
 
+# ---- Neighbours ----------------------------------------------------------------------------------
+
+# Stand-ins for what the driver only calls: test and demonstration equipment. The companion library
+# waits in a folder of its own for hosts/print_system_setup to install it; the common property sheet
+# is far enough from the programs for none of them to load it by accident.
+add_library(olunidrvui MODULE
+  neighbours/companion/companion.cpp
+  neighbours/companion/olunidrvui.def
+  neighbours/companion/olunidrvui.rc)
+set_target_properties(olunidrvui PROPERTIES
+  PREFIX ""
+  LIBRARY_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin/neighbours)
+target_include_directories(olunidrvui
+  PRIVATE ${CMAKE_SOURCE_DIR}/neighbours/companion ${CMAKE_SOURCE_DIR}/resources)
+target_link_libraries(olunidrvui PRIVATE ostrel_windows winspool)
+target_link_options(olunidrvui PRIVATE ${OSTREL_STATIC_LINK})
+
+add_library(compstui MODULE neighbours/compstui/compstui.cpp neighbours/compstui/compstui.def)
+set_target_properties(compstui PROPERTIES
+  PREFIX ""
+  LIBRARY_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin/common_sheet)
+target_link_libraries(compstui PRIVATE ostrel_windows comctl32)
+target_link_options(compstui PRIVATE ${OSTREL_STATIC_LINK})
+
 # ---- Programs -------------------------------------------------------------------------------------
 
 # A console program that runs beside the package.
@@ -45,7 +69,7 @@ function(ostrel_add_program name)
   add_executable(${name} ${ARGN})
   target_link_libraries(${name} PRIVATE ostrel_windows)
   target_link_options(${name} PRIVATE -municode ${OSTREL_STATIC_LINK})
-  add_dependencies(${name} ostrelPCL6ui ostrel_resources)
+  add_dependencies(${name} ostrelPCL6ui ostrel_resources olunidrvui compstui)
 endfunction()
 
 # nlohmann-json is headers alone, but Debian keeps it among the native ones. A link to that one
@@ -57,6 +81,10 @@ file(CREATE_LINK ${OSTREL_JSON_HEADERS}/nlohmann ${CMAKE_BINARY_DIR}/json_includ
 add_library(ostrel_print_system_setup STATIC hosts/print_system_setup.cpp)
 target_link_libraries(ostrel_print_system_setup PUBLIC ostrel_windows winspool)
 target_include_directories(ostrel_print_system_setup PUBLIC ${CMAKE_SOURCE_DIR}/hosts)
+
+# Opens a property sheet and drives it by its windows.
+add_library(ostrel_sheet_driver STATIC hosts/sheet_driver.cpp)
+target_link_libraries(ostrel_sheet_driver PUBLIC ostrel_print_system_setup)
 
 configure_file(hosts/ostrel_hazel_2.ppd ${CMAKE_BINARY_DIR}/bin/ostrel_hazel_2.ppd COPYONLY)
 configure_file(resources/ostrelConfig.ini ${CMAKE_BINARY_DIR}/bin/ostrelConfig.ini COPYONLY)
@@ -79,9 +107,19 @@ set(BUILD_GMOCK OFF)
 add_subdirectory(/usr/src/googletest ${CMAKE_BINARY_DIR}/googletest EXCLUDE_FROM_ALL)
 
 file(GLOB OSTREL_PRINT_SYSTEM_TESTS CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/print_system/*.cpp)
-ostrel_add_program(print_system_tests ${OSTREL_PRINT_SYSTEM_TESTS})
+ostrel_add_program(print_system_tests
+  ${OSTREL_PRINT_SYSTEM_TESTS}
+  hosts/record_fields.cpp
+  tests/scenarios/sheet_scenario.cpp)
 target_include_directories(print_system_tests PRIVATE ${CMAKE_SOURCE_DIR}/tests)
-target_link_libraries(print_system_tests PRIVATE ostrel_print_system_setup ostrel_win32 gtest version)
+target_link_libraries(print_system_tests
+  PRIVATE ostrel_print_system_setup ostrel_sheet_driver ostrel_logic ostrel_win32 gtest psapi version)
+
+file(GLOB_RECURSE scenarios CONFIGURE_DEPENDS
+  RELATIVE ${CMAKE_SOURCE_DIR}/tests ${CMAKE_SOURCE_DIR}/tests/scenarios/*.txt)
+foreach(scenario IN LISTS scenarios)
+  configure_file(tests/${scenario} ${CMAKE_BINARY_DIR}/bin/${scenario} COPYONLY)
+endforeach()
 
 # Programs that work on a settings file beside others: tools/test-peers runs them.
 ostrel_add_program(store_peer tests/peers/windows_peer.cpp tests/peers/store_script.cpp)

@@ -100,6 +100,20 @@ void InstallDriver(const DriverPackage& package, const std::wstring& sourceFolde
   }
 }
 
+void InstallCompanion() {
+  const std::wstring from = ProgramFolder() + L"\\neighbours\\" + kCompanionFile;
+  CreateDirectoryW(VersionFolder().c_str(), nullptr);
+  if (CopyFileW(from.c_str(), (VersionFolder() + L"\\" + kCompanionFile).c_str(), FALSE) == FALSE) {
+    ThrowLastError(("CopyFileW of " + Utf8(from)).c_str());
+  }
+}
+
+void RemoveCompanion() {
+  if (DeleteFileW((VersionFolder() + L"\\" + kCompanionFile).c_str()) == FALSE) {
+    ThrowLastError("DeleteFileW of the companion library");
+  }
+}
+
 void AddPrinterWithDriver(const std::wstring& printerName, const std::wstring& driverName) {
   if (HasPrinter(printerName)) {
     return;

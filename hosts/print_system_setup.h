@@ -49,6 +49,12 @@ std::wstring DriverFolder();
 // drivers, and announces the driver. Installing a driver again brings its files up to date.
 void InstallDriver(const DriverPackage& package, const std::wstring& sourceFolder);
 
+// The stand-in for the companion library, where the driver looks for it. Beside the running program
+// it lies in the folder "neighbours".
+inline constexpr wchar_t kCompanionFile[] = L"olunidrvui.dll";
+void InstallCompanion();
+void RemoveCompanion();
+
 // Makes a printer with an installed driver, unless there is one of that name.
 void AddPrinterWithDriver(const std::wstring& printerName, const std::wstring& driverName);
 

@@ -24,6 +24,7 @@ LONG AskDocumentProperties(HANDLE printer, DEVMODEW* out, const DEVMODEW* in, DW
 void InstalledDriver::SetUp() {
   const DriverPackage package = OstrelPackage();
   InstallDriver(package, ProgramFolder());
+  InstallCompanion();
   AddPrinterWithDriver(kTestPrinter, package.driverName);
 }
 
