@@ -316,7 +316,9 @@ TEST(DocumentSheetPage, WithoutATitleStringKeepsTheDialogsOwn) {
   headless::Resources library = {.strings = test::EnglishStrings()};
   library.strings.erase(106);
   library.entries = {{kResourceDialog, 111}};
-  scene.world.platform.modules.InstallResources(test::kEnglishLibraryPath, std::move(library));
+  scene.world.platform.modules.InstallResources(
+      test::kEnglishLibraryPath,
+      std::make_shared<const headless::Resources>(std::move(library)));
   ASSERT_EQ(scene.OpenDocument(), 1);
   ASSERT_THAT(scene.Pages(), SizeIs(1));
   EXPECT_EQ(scene.Pages()[0].page.dwFlags, 0x40A4U);
@@ -329,7 +331,9 @@ TEST(DocumentSheetPage, TitleIsCutToItsBuffer) {
   headless::Resources library = {.strings = test::EnglishStrings()};
   library.strings[106] = std::u16string(300, u't');
   library.entries = {{kResourceDialog, 111}};
-  scene.world.platform.modules.InstallResources(test::kEnglishLibraryPath, std::move(library));
+  scene.world.platform.modules.InstallResources(
+      test::kEnglishLibraryPath,
+      std::make_shared<const headless::Resources>(std::move(library)));
   ASSERT_EQ(scene.OpenDocument(), 1);
   EXPECT_EQ(scene.Pages().at(0).title, std::u16string(255, u't'));
   Destroy(scene);

@@ -51,7 +51,8 @@ SheetScene::SheetScene(const std::vector<std::uint32_t>& dialogs) {
   for (const std::uint32_t dialog : dialogs) {
     library.entries.emplace(kResourceDialog, dialog);
   }
-  modules.InstallResources(kEnglishLibraryPath, std::move(library));
+  modules.InstallResources(kEnglishLibraryPath,
+                           std::make_shared<const headless::Resources>(std::move(library)));
 
   info.cbSize = sizeof(info);
   info.hComPropSheet = reinterpret_cast<SheetHandle>(std::uintptr_t{0x51});
