@@ -45,6 +45,7 @@ add_custom_target(ostrel_test_dialogs DEPENDS ${test_dialogs})
 add_executable(ostrel_tests
   ${OSTREL_TEST_SOURCES}
   ${CMAKE_SOURCE_DIR}/hosts/record_fields.cpp
+  ${CMAKE_SOURCE_DIR}/tests/platform/headless/test_dialogs.cpp
   ${CMAKE_SOURCE_DIR}/tests/scenarios/sheet_scenario.cpp
   ${CMAKE_SOURCE_DIR}/tests/support/test_main.cpp)
 target_include_directories(ostrel_tests PRIVATE ${CMAKE_SOURCE_DIR}/hosts)

@@ -116,6 +116,9 @@ std::string TestWorld::Leftovers(std::size_t expectedLoads) {
   report("open registry keys", platform.registry.openKeys(), 0);
   report("open tokens", platform.security.openTokens(), 0);
   report("texts of the security list", platform.security.liveTexts(), 0);
+  report("bitmaps", platform.graphics.liveBitmaps(), 0);
+  report("device contexts", platform.graphics.liveContexts(), 0);
+  report("windows", platform.windows.liveWindows(), 0);
   return left;
 }
 

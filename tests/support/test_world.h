@@ -61,7 +61,8 @@ class TestWorld {
   PrinterHandle OpenPrinter();
 
   // Frees what lives until the end of a process and says what is left beyond that: blocks, loaded
-  // libraries beyond `expectedLoads`, open printers and files. Empty when all is gone.
+  // libraries beyond `expectedLoads`, open printers and files, bitmaps, windows and what they are
+  // drawn on. Empty when all is gone.
   // Contexts keep their libraries loaded on purpose, so a test that made some tells how many loads
   // it expects.
   std::string Leftovers(std::size_t expectedLoads = 0);

@@ -348,7 +348,7 @@ std::intptr_t AddItem(Window& window, std::intptr_t place, std::intptr_t lParam)
   std::vector<ListItem>& items = window.list.items;
   ListItem item;
   if (KeepsStrings(window)) {
-    item.text = reinterpret_cast<const char16_t*>(lParam);
+    item.text = PointerIn<const char16_t>(lParam);
   } else {
     item.data = static_cast<std::uintptr_t>(lParam);
   }
@@ -362,7 +362,8 @@ std::intptr_t AddItem(Window& window, std::intptr_t place, std::intptr_t lParam)
     where = std::ranges::upper_bound(items, LowerCase(item.text), {},
                                      [](const ListItem& other) { return LowerCase(other.text); });
   }
-  return items.insert(where, std::move(item)) - items.begin();
+  const auto added = items.insert(where, std::move(item));
+  return added - items.begin();
 }
 
 std::intptr_t SelectRow(Window& window, std::intptr_t row) {
@@ -389,7 +390,7 @@ std::intptr_t FindRow(const Window& window, std::intptr_t after, const char16_t*
 }
 
 std::intptr_t CopyText(const std::u16string& text, std::intptr_t buffer) {
-  std::copy_n(text.c_str(), text.size() + 1, reinterpret_cast<char16_t*>(buffer));
+  std::copy_n(text.c_str(), text.size() + 1, PointerIn<char16_t>(buffer));
   return static_cast<std::intptr_t>(text.size());
 }
 
@@ -436,7 +437,7 @@ std::intptr_t AnswerList(Window& window, std::uint32_t message, std::uintptr_t w
   }
   ListState& list = window.list;
   const auto row = static_cast<std::int32_t>(wParam);
-  const auto* text = reinterpret_cast<const char16_t*>(lParam);
+  const auto* text = PointerIn<const char16_t>(lParam);
   switch (found->order) {
     case ListOrder::kAdd:
       return AddItem(window, kCbErr, lParam);
@@ -544,7 +545,7 @@ std::intptr_t AnswerPosition(HeadlessWindows& windows, Window& window) {
 std::intptr_t AnswerPosition32(HeadlessWindows& windows, Window& window, std::intptr_t failed) {
   const bool good = ReadPosition(windows, window);
   if (failed != 0) {
-    *reinterpret_cast<std::int32_t*>(failed) = good ? 0 : 1;  // BOOL
+    *PointerIn<std::int32_t>(failed) = good ? 0 : 1;  // BOOL
   }
   return window.spin.position;
 }
@@ -578,7 +579,7 @@ std::intptr_t AnswerSpin(HeadlessWindows& windows, Window& window, std::uint32_t
     case kUdmGetBuddy:
       return static_cast<std::intptr_t>(NumberOf(spin.buddy));
     case kUdmSetAccel: {
-      const auto* rows = reinterpret_cast<const SpinAcceleration*>(lParam);
+      const auto* rows = PointerIn<const SpinAcceleration>(lParam);
       if (wParam == 0 || rows == nullptr) {
         return 0;
       }
@@ -587,7 +588,7 @@ std::intptr_t AnswerSpin(HeadlessWindows& windows, Window& window, std::uint32_t
     }
     case kUdmGetAccel: {
       const std::size_t count = std::min<std::size_t>(wParam, spin.accelerations.size());
-      std::copy_n(spin.accelerations.begin(), count, reinterpret_cast<SpinAcceleration*>(lParam));
+      std::copy_n(spin.accelerations.begin(), count, PointerIn<SpinAcceleration>(lParam));
       return static_cast<std::intptr_t>(spin.accelerations.size());
     }
     default:
@@ -612,7 +613,7 @@ std::int32_t Moved(const Window& window, std::int32_t delta) {
 constexpr std::uint32_t kLeastToolBytes = offsetof(ToolInfo, lpszText) + sizeof(char16_t*);
 
 const ToolInfo* ToolFrom(std::intptr_t lParam) {
-  const auto* tool = reinterpret_cast<const ToolInfo*>(lParam);
+  const auto* tool = PointerIn<const ToolInfo>(lParam);
   const bool good =
       tool != nullptr && tool->cbSize >= kLeastToolBytes && tool->cbSize <= sizeof(ToolInfo);
   return good ? tool : nullptr;
@@ -695,7 +696,7 @@ std::intptr_t GetText(const std::u16string& text, std::uintptr_t units, std::int
     return 0;
   }
   const std::size_t copied = std::min<std::size_t>(text.size(), units - 1);
-  auto* target = reinterpret_cast<char16_t*>(buffer);
+  auto* target = PointerIn<char16_t>(buffer);
   std::copy_n(text.data(), copied, target);
   target[copied] = u'\0';
   return static_cast<std::intptr_t>(copied);
@@ -743,7 +744,7 @@ std::intptr_t AnswerControlMessage(HeadlessWindows& windows, WindowHandle contro
   Window* window = windows.Find(control);
   switch (message) {
     case kWmSetText:
-      return SetText(windows, *window, reinterpret_cast<const char16_t*>(lParam));
+      return SetText(windows, *window, PointerIn<const char16_t>(lParam));
     case kWmGetText:
       return GetText(windows.TextOf(*window), wParam, lParam);
     case kWmGetTextLength:
@@ -789,7 +790,11 @@ void ReplaceSelection(HeadlessWindows& windows, WindowHandle edit, std::u16strin
 }
 
 void PressButton(HeadlessWindows& windows, WindowHandle button) {
-  Window& window = *windows.Find(button);
+  Window* alive = windows.Find(button);
+  if (alive == nullptr) {
+    return;  // it went with the focus
+  }
+  Window& window = *alive;
   switch (window.ButtonTypeOf()) {
     case kAutoCheckBox:
     case kAutoThreeState:

@@ -71,7 +71,7 @@ std::intptr_t HeadlessSheet::Function(SheetHandle sheet, std::uint32_t function,
   auto* self = reinterpret_cast<HeadlessSheet*>(sheet);
   switch (function) {
     case kSheetAddPage:
-      return self->AddPage(reinterpret_cast<const SheetPage*>(param1));
+      return self->AddPage(PointerIn<const SheetPage>(param1));
     case kSheetSetResult:
       return self->SetResult(param2);
     default:

@@ -93,7 +93,7 @@ class HeadlessSheet {
 
   // What happened, in order of its beginning: "reason 0 -> 1", "add 111 -> 1", "addref 111",
   // "create 111", "init 111", "setactive 111 -> 0", "show 111", "hide 111", "killactive 111 -> 0",
-  // "apply 111 -> 0", "querycancel 111 -> 0", "reset 111", "help 111", "changed 111",
+  // "apply 111 -> 0", "querycancel 111 -> 0", "reset 111 -> 0", "help 111 -> 0", "changed 111",
   // "unchanged 111" (0 for a window that isn't a page's), "destroy 111", "release 111", "set result
   // 1 -> 1".
   std::vector<std::string> log;

@@ -1,4 +1,5 @@
-// What the in-memory lists share: names without regard to case, and handles that are mere numbers.
+// What the in-memory lists share: names without regard to case, handles that are mere numbers,
+// and numbers that are pointers.
 #pragma once
 
 #include <cstdint>
@@ -21,6 +22,12 @@ inline std::u16string LowerCase(std::u16string_view path) {
 template <typename Handle>
 Handle HandleOf(std::uintptr_t number) {
   return reinterpret_cast<Handle>(number);  // NOLINT(performance-no-int-to-ptr): never followed
+}
+
+// What a message's word points at.
+template <typename T>
+T* PointerIn(std::intptr_t word) {
+  return reinterpret_cast<T*>(word);  // NOLINT(performance-no-int-to-ptr): as messages carry it
 }
 
 template <typename Handle>

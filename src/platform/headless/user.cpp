@@ -236,8 +236,7 @@ std::u16string User::HoverTip(std::int32_t id) {
       return CoversControl(known, *control, dialog_, onDialog);
     });
     if (tool != tools.end()) {
-      const Tool copy = *tool;
-      return AskTip(*tooltip, copy);
+      return AskTip(*tooltip, *tool);
     }
   }
   return {};

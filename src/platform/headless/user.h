@@ -85,6 +85,7 @@ class User {
   Window* Reach(std::int32_t id, WindowKind kind);
   bool Spin(std::int32_t id, bool upper);
   bool TypeEach(WindowHandle edit, std::u16string_view text);
+  // Looks at both before it asks the dialog, which may change them.
   std::u16string AskTip(const Window& tooltip, const Tool& tool);
 
   HeadlessWindows& windows_;

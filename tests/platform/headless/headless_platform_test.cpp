@@ -990,7 +990,7 @@ TEST_F(HeadlessUser, QuestionsFailByName) {
   EXPECT_EQ(security_.openTokens(), 0U);
 }
 
-// ---- Shell and windows --------------------------------------------------------------------------
+// ---- Shell and boxes ----------------------------------------------------------------------------
 
 TEST_F(Headless, ShellTellsTheTwoFoldersItKnows) {
   HeadlessShell& shell = platform_.shell;
@@ -1034,6 +1034,145 @@ TEST_F(Headless, BoxesAreKeptAndAnsweredWithOk) {
   EXPECT_EQ(platform_.windows.boxes[0].text, u"text");
   EXPECT_EQ(platform_.windows.boxes[0].caption, u"caption");
   EXPECT_EQ(platform_.windows.boxes[0].style, 0x30U);
+}
+
+// ---- What a driver sets, finds and asks for -----------------------------------------------------
+
+std::vector<std::byte> SomeRecord(std::uint16_t extra) {
+  PublicDevmode record = {};
+  record.dmSize = sizeof(record);
+  record.dmDriverExtra = extra;
+  std::vector<std::byte> bytes(sizeof(record) + extra, std::byte{7});
+  std::memcpy(bytes.data(), &record, sizeof(record));
+  return bytes;
+}
+
+TEST_F(Headless, PrinterTakesItsNameAndRecordFromLevelTwo) {
+  HeadlessPrinter& desk = platform_.print.AddPrinter({.name = u"Desk", .driverName = u"Driver"});
+  PrinterHandle printer = nullptr;
+  ASSERT_TRUE(platform_.print.OpenPrinterW(u"Desk", &printer, nullptr));
+  std::vector<std::byte> record = SomeRecord(30);
+  char16_t name[] = u"Renamed";
+  PrinterInfo2 info = {};
+  info.pPrinterName = name;
+  info.pDevMode = reinterpret_cast<PublicDevmode*>(record.data());
+  EXPECT_TRUE(platform_.print.SetPrinterW(printer, 2, &info, 0));
+  EXPECT_EQ(desk.name, u"Renamed");
+  EXPECT_EQ(desk.devmode, record);
+  info = {};  // what isn't given stays
+  EXPECT_TRUE(platform_.print.SetPrinterW(printer, 2, &info, 0));
+  EXPECT_EQ(desk.name, u"Renamed");
+  EXPECT_EQ(desk.devmode, record);
+  platform_.print.ClosePrinter(printer);
+}
+
+TEST_F(Headless, PrinterGivesAndTakesItsRecordAtLevelEight) {
+  HeadlessPrinter& desk = platform_.print.AddPrinter({.name = u"Desk", .driverName = u"Driver"});
+  desk.devmode = SomeRecord(10);
+  PrinterHandle printer = nullptr;
+  ASSERT_TRUE(platform_.print.OpenPrinterW(u"Desk", &printer, nullptr));
+  std::uint32_t needed = 0;
+  EXPECT_FALSE(platform_.print.GetPrinterW(printer, 8, nullptr, 0, &needed));
+  EXPECT_EQ(LastError(), 122U);
+  EXPECT_EQ(needed, 8 + 230U);
+  std::vector<std::uint64_t> block((needed + 7) / 8);
+  ASSERT_TRUE(platform_.print.GetPrinterW(printer, 8, block.data(), needed, &needed));
+  auto* info = reinterpret_cast<PrinterInfo8*>(block.data());
+  EXPECT_EQ(std::memcmp(info->pDevMode, desk.devmode.data(), 230), 0);
+  std::vector<std::byte> record = SomeRecord(0);
+  info->pDevMode = reinterpret_cast<PublicDevmode*>(record.data());
+  EXPECT_TRUE(platform_.print.SetPrinterW(printer, 8, info, 0));
+  EXPECT_EQ(desk.devmode, record);
+  EXPECT_EQ(desk.name, u"Desk");
+  platform_.print.ClosePrinter(printer);
+}
+
+TEST_F(Headless, PrinterIsNotSetInOtherWays) {
+  platform_.print.AddPrinter({.name = u"Desk", .driverName = u"Driver"});
+  PrinterHandle printer = nullptr;
+  ASSERT_TRUE(platform_.print.OpenPrinterW(u"Desk", &printer, nullptr));
+  PrinterInfo2 info = {};
+  for (const std::uint32_t level : {0U, 3U, 9U}) {
+    EXPECT_FALSE(platform_.print.SetPrinterW(printer, level, &info, 0));
+    EXPECT_EQ(LastError(), 124U);
+  }
+  EXPECT_FALSE(platform_.print.SetPrinterW(printer, 2, nullptr, 0));
+  EXPECT_EQ(LastError(), 87U);
+  EXPECT_FALSE(platform_.print.SetPrinterW(nullptr, 2, &info, 0));
+  EXPECT_EQ(LastError(), 6U);
+  platform_.faults.FailOperation("SetPrinterW", 1);
+  EXPECT_FALSE(platform_.print.SetPrinterW(printer, 2, &info, 0));
+  EXPECT_TRUE(platform_.print.SetPrinterW(printer, 2, &info, 0));
+  platform_.print.ClosePrinter(printer);
+}
+
+void SomeFunction() {}
+
+TEST_F(Headless, LibraryExportsAndHoldsWhatItWasGiven) {
+  auto resources = std::make_shared<Resources>();
+  resources->dialogs[111] = {};
+  resources->entries.insert({24, 2});
+  platform_.modules.InstallResources(u"C:\\lib.dll", resources);
+  platform_.modules.Export(u"C:\\LIB.dll", "Known", &SomeFunction);
+  platform_.modules.Export(u"C:\\bare.dll", "Known", &SomeFunction);
+  const ModuleHandle module = platform_.modules.LoadLibraryW(u"C:\\lib.dll");
+  ASSERT_NE(module, nullptr);
+  EXPECT_EQ(platform_.modules.GetProcAddress(module, "Known"), &SomeFunction);
+  EXPECT_EQ(platform_.modules.GetProcAddress(module, "known"), nullptr);
+  EXPECT_EQ(LastError(), 127U);
+  EXPECT_EQ(platform_.modules.GetProcAddress(nullptr, "Known"), nullptr);
+  EXPECT_TRUE(platform_.modules.FindResourceW(module, 111, kResourceDialog));
+  EXPECT_TRUE(platform_.modules.FindResourceW(module, 2, 24));
+  EXPECT_FALSE(platform_.modules.FindResourceW(module, 112, kResourceDialog));
+  EXPECT_EQ(LastError(), 1814U);
+  EXPECT_FALSE(platform_.modules.FindResourceW(nullptr, 111, kResourceDialog));
+  EXPECT_NE(platform_.modules.LoadLibraryW(u"C:\\bare.dll"), nullptr);
+  platform_.faults.FailOperation("FindResourceW", 1);
+  platform_.faults.FailOperation("GetProcAddress", 1);
+  EXPECT_FALSE(platform_.modules.FindResourceW(module, 111, kResourceDialog));
+  EXPECT_EQ(platform_.modules.GetProcAddress(module, "Known"), nullptr);
+}
+
+TEST_F(HeadlessUser, GroupsAreToldByTheToken) {
+  security_.groups = {{u"S-1-1-0", 7}, {u"S-1-5-32-544", 16}};
+  ASSERT_TRUE(security_.OpenProcessToken(&token_));
+  std::uint32_t needed = 0;
+  EXPECT_FALSE(security_.GetTokenInformation(token_, kTokenGroups, nullptr, 0, &needed));
+  EXPECT_EQ(LastError(), 122U);
+  ASSERT_EQ(needed, 40U);
+  alignas(TokenGroups) std::byte block[40];
+  ASSERT_TRUE(security_.GetTokenInformation(token_, kTokenGroups, block, 40, &needed));
+  const auto* groups = reinterpret_cast<const TokenGroups*>(block);
+  ASSERT_EQ(groups->GroupCount, 2U);
+  const auto* rows = static_cast<const TokenUser*>(groups->Groups);
+  EXPECT_EQ(rows[1].Attributes, 16U);
+  char16_t* text = nullptr;
+  ASSERT_TRUE(security_.ConvertSidToStringSidW(rows[1].Sid, &text));
+  EXPECT_EQ(std::u16string(text), u"S-1-5-32-544");
+  security_.LocalFree(text);
+  EXPECT_TRUE(security_.CloseHandle(token_));
+}
+
+TEST_F(Headless, ThreadAndVersionAreSettable) {
+  platform_.system.threadId = 513;
+  EXPECT_EQ(platform_.lists.system.GetCurrentThreadId(), 513U);
+  EXPECT_EQ(platform_.lists.system.GetMajorVersion(), 10U);
+  platform_.system.majorVersion = 6;
+  EXPECT_EQ(platform_.lists.system.GetMajorVersion(), 6U);
+}
+
+TEST_F(Headless, ActivationContextsAreMadeOfLoadedLibrariesAndCounted) {
+  platform_.modules.Install(u"C:\\lib.dll");
+  const ModuleHandle module = platform_.modules.LoadLibraryW(u"C:\\lib.dll");
+  const ActivationContext context = platform_.system.CreateActCtxW(module, 2);
+  EXPECT_NE(context, ActivationContext::kNone);
+  EXPECT_EQ(platform_.system.liveContexts(), 1U);
+  EXPECT_EQ(platform_.system.CreateActCtxW(nullptr, 3), ActivationContext::kNone);
+  platform_.faults.FailOperation("CreateActCtxW", 1);
+  EXPECT_EQ(platform_.system.CreateActCtxW(module, 2), ActivationContext::kNone);
+  platform_.system.ReleaseActCtx(context);
+  EXPECT_EQ(platform_.system.liveContexts(), 0U);
+  EXPECT_EQ(platform_.system.requestedManifests, (std::vector<std::uint32_t>{2, 3, 2}));
 }
 
 // ---- The trace ----------------------------------------------------------------------------------

@@ -1,5 +1,6 @@
 #include "platform/headless/resource_file.h"
 
+#include "support/case_name.h"
 #include "support/test_world.h"
 
 #include <algorithm>
@@ -204,6 +205,140 @@ TEST(ResourceFile, SizesThatOverflowAreRefused) {
       EXPECT_THROW(Read(file), std::runtime_error) << word << ' ' << size;
     }
   }
+}
+
+// ---- All of a file ------------------------------------------------------------------------------
+
+// A bitmap's header, its colours and its rows.
+Bytes BitmapBytes(std::int32_t width, std::int32_t height, std::uint32_t bits, std::uint32_t colors,
+                  std::size_t rest) {
+  Bytes data;
+  AddNumber(data, 40, 4);
+  AddNumber(data, static_cast<std::uint32_t>(width), 4);
+  AddNumber(data, static_cast<std::uint32_t>(height), 4);
+  AddNumber(data, 1, 2);
+  AddNumber(data, bits, 2);
+  for (const std::uint32_t word : {0U, 0U, 0U, 0U, colors, 0U}) {
+    AddNumber(data, word, 4);
+  }
+  data.resize(data.size() + rest, std::byte{0x5A});
+  return data;
+}
+
+struct BitmapRow {
+  const char* name;
+  std::int32_t width;
+  std::int32_t height;
+  std::uint32_t bits;
+  std::uint32_t colors;
+  std::size_t rest;  // bytes behind the header that it takes
+  bool good;
+};
+class BitmapEntry : public testing::TestWithParam<BitmapRow> {};
+
+TEST_P(BitmapEntry, IsReadWithExactlyItsBytesOrRefused) {
+  const BitmapRow& row = GetParam();
+  const auto read = [&row](std::size_t rest) {
+    Bytes file = OpenedFile();
+    AddEntry(file, {2}, {78}, BitmapBytes(row.width, row.height, row.bits, row.colors, rest));
+    return ReadResources(file);
+  };
+  if (!row.good) {
+    EXPECT_THROW(read(row.rest), std::runtime_error);
+    return;
+  }
+  const Resources resources = read(row.rest);
+  const BitmapResource& bitmap = resources.bitmaps.at(78);
+  EXPECT_EQ(bitmap.width, row.width);
+  EXPECT_EQ(bitmap.height, row.height);
+  EXPECT_EQ(bitmap.bitsPerPixel, row.bits);
+  EXPECT_TRUE(resources.Holds(2, 78));
+  for (std::size_t rest = 0; rest < row.rest; ++rest) {
+    EXPECT_THROW(read(rest), std::runtime_error) << rest;
+  }
+}
+
+// clang-format off
+INSTANTIATE_TEST_SUITE_P(Kinds, BitmapEntry, testing::Values(
+    BitmapRow{"OneBit",          9, 2, 1,  0, 8 + 8,           true},
+    BitmapRow{"FourBits",        9, 2, 4,  0, 64 + 16,         true},
+    BitmapRow{"EightBits",       3, 3, 8,  0, 1024 + 12,       true},
+    BitmapRow{"FewColours",      3, 3, 8,  2, 8 + 12,          true},
+    BitmapRow{"TrueColour",      3, 2, 24, 0, 24,              true},
+    BitmapRow{"WithAlpha",       3, 2, 32, 0, 24,              true},
+    BitmapRow{"NoWidth",         0, 2, 24, 0, 100,             false},
+    BitmapRow{"NegativeWidth",  -3, 2, 24, 0, 100,             false},
+    BitmapRow{"NegativeHeight",  3, -2, 24, 0, 100,            false},
+    BitmapRow{"TooWide",         0x8000, 1, 1, 0, 0x2000,      false},
+    BitmapRow{"StrangeBits",     3, 2, 17, 0, 100,             false},
+    BitmapRow{"TooManyColours",  3, 2, 24, 257, 2000,          false}),
+    test::CaseName());
+// clang-format on
+
+// A group of one icon of 16 by 0 pixels, 0 standing for 256, whose picture is this entry.
+Bytes IconGroup(std::uint32_t type, std::uint32_t size, std::uint32_t id) {
+  Bytes data;
+  for (const std::uint32_t word : {0U, type, 1U}) {
+    AddNumber(data, word, 2);
+  }
+  AddNumber(data, 16, 1);
+  AddNumber(data, 0, 1);
+  AddNumber(data, 0, 2);
+  AddNumber(data, 1, 2);
+  AddNumber(data, 32, 2);
+  AddNumber(data, size, 4);
+  AddNumber(data, id, 2);
+  return data;
+}
+
+Bytes IconFile(const Bytes& group) {
+  Bytes file = OpenedFile();
+  AddEntry(file, {14}, {77}, group);  // before the picture that it names
+  AddEntry(file, {3}, {5}, Bytes(9, std::byte{1}));
+  return file;
+}
+
+TEST(ResourceFile, IconsAreReadByTheirGroups) {
+  const Resources resources = ReadResources(IconFile(IconGroup(1, 9, 5)));
+  EXPECT_EQ(resources.icons.at(77).pictures, (std::vector<IconResource::Picture>{{16, 256, 32}}));
+  EXPECT_TRUE(resources.Holds(14, 77));
+  EXPECT_TRUE(resources.Holds(3, 5));
+  EXPECT_FALSE(resources.Holds(14, 5));
+}
+
+TEST(ResourceFile, IconWithoutItsPictureOrCutShortIsRefused) {
+  EXPECT_THROW(ReadResources(IconFile(IconGroup(1, 9, 6))), std::runtime_error);
+  EXPECT_THROW(ReadResources(IconFile(IconGroup(1, 8, 5))), std::runtime_error);
+  EXPECT_THROW(ReadResources(IconFile(IconGroup(2, 9, 5))), std::runtime_error);
+  const Bytes whole = IconGroup(1, 9, 5);
+  for (std::size_t count = 0; count < whole.size(); ++count) {
+    const Bytes cut(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(count));
+    EXPECT_THROW(ReadResources(IconFile(cut)), std::runtime_error) << count;
+  }
+}
+
+TEST(ResourceFile, HoldsStringsDialogsAndEntriesOfOtherTypes) {
+  Bytes file = OpenedFile();
+  AddEntry(file, {kTypeString}, {1}, StringBlock({{3, u"three"}}));
+  Bytes dialog(8, std::byte{0});  // no style, no controls, no menu, class, title or font
+  dialog.resize(dialog.size() + 16);
+  AddEntry(file, {5}, {111}, dialog);
+  AddEntry(file, {24}, {2}, Bytes(3, std::byte{'<'}));
+  const Resources resources = ReadResources(file);
+  EXPECT_EQ(resources.strings, (StringTable{{3, u"three"}}));
+  EXPECT_EQ(resources.dialogs.size(), 1U);
+  EXPECT_TRUE(resources.Holds(5, 111));
+  EXPECT_TRUE(resources.Holds(24, 2));
+  EXPECT_FALSE(resources.Holds(5, 2));
+  AddEntry(file, {5}, {112}, Bytes(5, std::byte{0}));
+  EXPECT_THROW(ReadResources(file), std::runtime_error);
+}
+
+TEST(ResourceFile, ShippedLibrariesAreRead) {
+  for (const std::string& language : test::Languages()) {
+    EXPECT_EQ(test::LibraryResources(language)->strings, test::Strings(language)) << language;
+  }
+  EXPECT_FALSE(test::LibraryResources("ResBmp")->bitmaps.empty());
 }
 
 TEST(ResourceFile, StringLongerThanItsBlockIsRefused) {
