@@ -317,8 +317,7 @@ TEST(DocumentSheetPage, WithoutATitleStringKeepsTheDialogsOwn) {
   library.strings.erase(106);
   library.entries = {{kResourceDialog, 111}};
   scene.world.platform.modules.InstallResources(
-      test::kEnglishLibraryPath,
-      std::make_shared<const headless::Resources>(std::move(library)));
+      test::kEnglishLibraryPath, std::make_shared<const headless::Resources>(std::move(library)));
   ASSERT_EQ(scene.OpenDocument(), 1);
   ASSERT_THAT(scene.Pages(), SizeIs(1));
   EXPECT_EQ(scene.Pages()[0].page.dwFlags, 0x40A4U);
@@ -332,8 +331,7 @@ TEST(DocumentSheetPage, TitleIsCutToItsBuffer) {
   library.strings[106] = std::u16string(300, u't');
   library.entries = {{kResourceDialog, 111}};
   scene.world.platform.modules.InstallResources(
-      test::kEnglishLibraryPath,
-      std::make_shared<const headless::Resources>(std::move(library)));
+      test::kEnglishLibraryPath, std::make_shared<const headless::Resources>(std::move(library)));
   ASSERT_EQ(scene.OpenDocument(), 1);
   EXPECT_EQ(scene.Pages().at(0).title, std::u16string(255, u't'));
   Destroy(scene);

@@ -170,12 +170,11 @@ class OptionsStage {
   // lives as long as the stage.
   std::vector<Sent>& Watch(WindowHandle window) {
     std::vector<Sent>& into = watched_.emplace_back();
-    windows().Find(window)->answerer = [this, window, &into](std::uint32_t message,
-                                                             std::uintptr_t wParam,
-                                                             std::intptr_t lParam) {
-      into.push_back({message, wParam, lParam});
-      return headless::AnswerControlMessage(windows(), window, message, wParam, lParam);
-    };
+    windows().Find(window)->answerer =
+        [this, window, &into](std::uint32_t message, std::uintptr_t wParam, std::intptr_t lParam) {
+          into.push_back({message, wParam, lParam});
+          return headless::AnswerControlMessage(windows(), window, message, wParam, lParam);
+        };
     return into;
   }
 
@@ -218,21 +217,50 @@ class OptionsStage {
 // Papers with and without rows, for the tables of two-sided printing.
 struct PaperCase {
   std::int16_t paper;
-  bool twoSided;   // whether its row allows it; true for a paper without a row
+  bool twoSided;  // whether its row allows it; true for a paper without a row
   bool hasRow;
 };
 inline constexpr PaperCase kPaperCases[] = {
-    {1, true, true},     {9, true, true},     {5, true, true},     {13, false, true},
-    {37, false, true},   {27, false, true},   {28, false, true},   {20, false, true},
-    {11, false, true},   {43, false, true},   {250, false, true},  {245, false, true},
-    {252, false, true},  {246, false, true},  {70, false, true},   {34, false, true},
-    {7, false, true},    {14, true, true},    {243, true, true},   {6, false, true},
-    {31, false, true},   {242, false, true},  {241, false, true},  {276, false, true},
-    {277, false, true},  {278, false, true},  {279, false, true},  {280, false, true},
+    {1, true, true},
+    {9, true, true},
+    {5, true, true},
+    {13, false, true},
+    {37, false, true},
+    {27, false, true},
+    {28, false, true},
+    {20, false, true},
+    {11, false, true},
+    {43, false, true},
+    {250, false, true},
+    {245, false, true},
+    {252, false, true},
+    {246, false, true},
+    {70, false, true},
+    {34, false, true},
+    {7, false, true},
+    {14, true, true},
+    {243, true, true},
+    {6, false, true},
+    {31, false, true},
+    {242, false, true},
+    {241, false, true},
+    {276, false, true},
+    {277, false, true},
+    {278, false, true},
+    {279, false, true},
+    {280, false, true},
     // The user's own, at both ends of the two ranges, and ids that nobody has.
-    {288, true, false},  {308, true, false},  {309, true, false},  {319, true, false},
-    {287, true, false},  {320, true, false},  {0, true, false},    {-1, true, false},
-    {511, true, false},  {512, true, false},  {32767, true, false},
+    {288, true, false},
+    {308, true, false},
+    {309, true, false},
+    {319, true, false},
+    {287, true, false},
+    {320, true, false},
+    {0, true, false},
+    {-1, true, false},
+    {511, true, false},
+    {512, true, false},
+    {32767, true, false},
 };
 inline bool IsRuleCustomPaper(std::int16_t paper) {
   return paper >= 288 && paper <= 308;

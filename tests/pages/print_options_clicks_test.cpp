@@ -317,9 +317,8 @@ TEST_P(ResolutionClick, SetsBothWordsAndTheMode) {
 // The words are written, and nobody is told.
 TEST_P(ResolutionClick, OnTheCheckedRadioWritesInSilence) {
   OptionsStage stage;
-  ASSERT_TRUE(stage.Open([](UIContext& context) {
-    context.privatePointer->PrintMode = GetParam().mode;
-  }));
+  ASSERT_TRUE(
+      stage.Open([](UIContext& context) { context.privatePointer->PrintMode = GetParam().mode; }));
   stage.SetFavorite(u"mine");
   stage.shared().dmPrintQuality = 17;
   stage.shared().dmYResolution = 18;
@@ -400,8 +399,7 @@ const ModeLockCase kModeLockCases[] = {
 
 class JobModeLock : public testing::TestWithParam<ModeLockCase> {};
 
-INSTANTIATE_TEST_SUITE_P(Reasons, JobModeLock, testing::ValuesIn(kModeLockCases),
-                         test::CaseName());
+INSTANTIATE_TEST_SUITE_P(Reasons, JobModeLock, testing::ValuesIn(kModeLockCases), test::CaseName());
 
 TEST_P(JobModeLock, TakesAChosenModeBackToZero) {
   OptionsStage stage;
@@ -534,12 +532,10 @@ TEST(DefaultsClick, GoesByTheNameOfString202) {
   OptionsStage stage;
   stage.language.strings[4011] = u"Other";
   stage.language.strings[202] = u"Mine";
-  ASSERT_TRUE(StoreFactoryFavorite(u"Mine", [](DriverDevmode& record) {
-    record.publicDevmode.dmCopies = 6;
-  }));
-  ASSERT_TRUE(StoreFactoryFavorite(u"Other", [](DriverDevmode& record) {
-    record.publicDevmode.dmCopies = 7;
-  }));
+  ASSERT_TRUE(StoreFactoryFavorite(
+      u"Mine", [](DriverDevmode& record) { record.publicDevmode.dmCopies = 6; }));
+  ASSERT_TRUE(StoreFactoryFavorite(
+      u"Other", [](DriverDevmode& record) { record.publicDevmode.dmCopies = 7; }));
   ASSERT_TRUE(stage.Open());
   EXPECT_TRUE(stage.user().Click(1064));
   EXPECT_EQ(stage.shared().dmCopies, 6);

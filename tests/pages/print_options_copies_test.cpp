@@ -65,20 +65,11 @@ void PrintTo(const EnteredCase& row, std::ostream* out) {
   *out << row.name;
 }
 const EnteredCase kEnteredCases[] = {
-    {"Two", u"2", 2, u"2"},
-    {"Most", u"999", 999, u"999"},
-    {"LeadingZero", u"007", 7, u"7"},
-    {"Blanks", u" 8 ", 8, u"8"},
-    {"Zero", u"0", 1, u"1"},
-    {"Zeros", u"000", 1, u"1"},
-    {"Empty", u"", 1, u"1"},
-    {"OnlyBlanks", u"  ", 1, u"1"},
-    {"BlankInside", u"1 2", 1, u"1"},
-    {"Letters", u"abc", 1, u"1"},
-    {"Minus", u"-", 1, u"1"},
-    {"Negative", u"-5", 1, u"1"},
-    {"Sign", u"+5", 1, u"1"},
-    {"Fraction", u"1.5", 1, u"1"},
+    {"Two", u"2", 2, u"2"},       {"Most", u"999", 999, u"999"},  {"LeadingZero", u"007", 7, u"7"},
+    {"Blanks", u" 8 ", 8, u"8"},  {"Zero", u"0", 1, u"1"},        {"Zeros", u"000", 1, u"1"},
+    {"Empty", u"", 1, u"1"},      {"OnlyBlanks", u"  ", 1, u"1"}, {"BlankInside", u"1 2", 1, u"1"},
+    {"Letters", u"abc", 1, u"1"}, {"Minus", u"-", 1, u"1"},       {"Negative", u"-5", 1, u"1"},
+    {"Sign", u"+5", 1, u"1"},     {"Fraction", u"1.5", 1, u"1"},
 };
 
 class OptionsCopiesEntered : public testing::TestWithParam<EnteredCase> {};
@@ -131,8 +122,7 @@ TEST(OptionsCopies, AreToldBeforeAndAfterTheNameGoes) {
   ASSERT_EQ(stage.changes.size(), 2U);
   EXPECT_EQ(stage.changes[0].publicDevmode.dmCopies, 5);
   EXPECT_EQ(std::u16string(stage.changes[0].privateDevmode.FavoriteName), u"mine");
-  EXPECT_EQ(std::u16string(stage.changes[1].privateDevmode.FavoriteName),
-            OptionsStage::Text(5005));
+  EXPECT_EQ(std::u16string(stage.changes[1].privateDevmode.FavoriteName), OptionsStage::Text(5005));
   EXPECT_EQ(enabled, (std::vector<bool>{false, true}));
   EXPECT_TRUE(stage.user().Enabled(1008));
   EXPECT_TRUE(stage.user().Shown(1449));
@@ -151,8 +141,7 @@ TEST(OptionsCopiesStep, UpperArrowCountsUpAndTellsOnce) {
   EXPECT_EQ(stage.user().Text(kEdit), u"4");
   ASSERT_EQ(stage.changes.size(), 1U);
   EXPECT_EQ(stage.changes[0].publicDevmode.dmCopies, 4);
-  EXPECT_EQ(std::u16string(stage.changes[0].privateDevmode.FavoriteName),
-            OptionsStage::Text(5005));
+  EXPECT_EQ(std::u16string(stage.changes[0].privateDevmode.FavoriteName), OptionsStage::Text(5005));
 }
 
 TEST(OptionsCopiesStep, LowerArrowCountsDown) {
@@ -204,12 +193,11 @@ struct DeltaCase {
 
 class OptionsCopiesDelta : public testing::TestWithParam<DeltaCase> {};
 
-INSTANTIATE_TEST_SUITE_P(
-    Signs, OptionsCopiesDelta,
-    testing::Values(DeltaCase{"Minus", -1, 11}, DeltaCase{"MinusMany", -20, 11},
-                    DeltaCase{"Plus", 1, 9}, DeltaCase{"PlusMany", 20, 9},
-                    DeltaCase{"Zero", 0, 9}),
-    test::CaseName());
+INSTANTIATE_TEST_SUITE_P(Signs, OptionsCopiesDelta,
+                         testing::Values(DeltaCase{"Minus", -1, 11},
+                                         DeltaCase{"MinusMany", -20, 11}, DeltaCase{"Plus", 1, 9},
+                                         DeltaCase{"PlusMany", 20, 9}, DeltaCase{"Zero", 0, 9}),
+                         test::CaseName());
 
 // The sign alone decides: a held arrow doesn't run.
 TEST_P(OptionsCopiesDelta, StepsByOneUpForANegativeDelta) {

@@ -50,9 +50,9 @@ struct MediaCase {
   bool locks;
 };
 constexpr MediaCase kMediaCases[] = {
-    {1, false},   {257, true},  {258, true},  {2, true},    {259, true},  {263, true}, {264, true},
-    {265, true},  {261, true},  {0, false},   {3, false},   {256, false}, {260, false},
-    {262, false}, {266, false}, {267, false}, {-1, false},
+    {1, false},   {257, true},  {258, true},  {2, true},    {259, true}, {263, true},
+    {264, true},  {265, true},  {261, true},  {0, false},   {3, false},  {256, false},
+    {260, false}, {262, false}, {266, false}, {267, false}, {-1, false},
 };
 
 class DuplexRuleOfMedia : public testing::TestWithParam<MediaCase> {};
@@ -253,9 +253,8 @@ TEST_P(DuplexClickTwoSided, LocksReverseOrderAndResetsTheMedia) {
 TEST_P(DuplexClickTwoSided, TurnsFromTheOtherEdge) {
   const EdgeCase edge = GetParam();
   OptionsStage stage;
-  ASSERT_TRUE(stage.Open([edge](UIContext& context) {
-    context.publicPointer->dmDuplex = edge.target == 2 ? 3 : 2;
-  }));
+  ASSERT_TRUE(stage.Open(
+      [edge](UIContext& context) { context.publicPointer->dmDuplex = edge.target == 2 ? 3 : 2; }));
   EXPECT_TRUE(stage.user().Click(edge.control));
   EXPECT_EQ(stage.shared().dmDuplex, edge.target);
   ExpectSelected(stage, edge.control);
@@ -304,9 +303,8 @@ TEST_P(DuplexClickTwoSided, PaperIsRefusedBeforeThePosterPages) {
 TEST_P(DuplexClickTwoSided, RefusalFromTheOtherEdgeLeavesTheLockOfReverseOrder) {
   const EdgeCase edge = GetParam();
   OptionsStage stage;
-  ASSERT_TRUE(stage.Open([edge](UIContext& context) {
-    context.publicPointer->dmDuplex = edge.target == 2 ? 3 : 2;
-  }));
+  ASSERT_TRUE(stage.Open(
+      [edge](UIContext& context) { context.publicPointer->dmDuplex = edge.target == 2 ? 3 : 2; }));
   stage.shared().dmPaperSize = 13;
   stage.Command(edge.control);
   EXPECT_EQ(stage.shared().dmDuplex, 1);

@@ -78,9 +78,8 @@ TEST(OptionsState, SheetsOneAfterTheOtherAreAlike) {
 
 TEST(OptionsState, WithoutMemoryForItThePageShowsAndKeepsTheRecord) {
   OptionsStage stage;
-  ASSERT_TRUE(stage.Open([](UIContext&) {
-    test::currentStage->world().platform.faults.FailOperation("HeapAlloc");
-  }));
+  ASSERT_TRUE(stage.Open(
+      [](UIContext&) { test::currentStage->world().platform.faults.FailOperation("HeapAlloc"); }));
   EXPECT_EQ(PageStatePlace(PageSlot::kPrintOptions), nullptr);
   const DriverDevmode before = stage.context().devmode;
   for (const std::int32_t id : {1008, 1496, 1422, 1394, 1242, 1243, 1240, 1125, 1241, 1064}) {
@@ -100,9 +99,8 @@ TEST(OptionsState, WithoutMemoryForItThePageShowsAndKeepsTheRecord) {
 
 TEST(OptionsState, WithoutMemoryForItTheSheetCanStillBeAccepted) {
   OptionsStage stage;
-  ASSERT_TRUE(stage.Open([](UIContext&) {
-    test::currentStage->world().platform.faults.FailOperation("HeapAlloc");
-  }));
+  ASSERT_TRUE(stage.Open(
+      [](UIContext&) { test::currentStage->world().platform.faults.FailOperation("HeapAlloc"); }));
   EXPECT_TRUE(stage.sheet->PressOk());
   EXPECT_EQ(stage.scene.out.publicDevmode.dmCopies, 1);
 }
@@ -163,8 +161,8 @@ TEST(OptionsUnreadable, ReadableAllOfThemShow) {
       context.publicPointer->dmDuplex = row.key == std::string_view("BookletPrint") ? 3 : 1;
       row.set(*context.privatePointer);
     }));
-    const bool shows = !stage.user().Enabled(1240) || stage.user().Checked(1243) ||
-                       !stage.user().Enabled(1393);
+    const bool shows =
+        !stage.user().Enabled(1240) || stage.user().Checked(1243) || !stage.user().Enabled(1393);
     EXPECT_TRUE(shows) << row.name;
   }
 }
@@ -205,13 +203,22 @@ std::string UnrepairedFields(const DriverDevmode& record) {
 void UseEverything(OptionsStage& stage) {
   headless::User user = stage.user();
   const std::set<bool> did = {
-      user.Click(1125),         user.Click(1240),  user.Type(1019, u"12"),
-      user.MoveFocus(1422),     user.Click(1422),  user.Click(1243),
-      user.SpinUp(1020),        user.Click(1008),  user.Choose(1393, 1),
-      user.Click(1394),         user.Click(1394),  user.Click(1241),
+      user.Click(1125),
+      user.Click(1240),
+      user.Type(1019, u"12"),
+      user.MoveFocus(1422),
+      user.Click(1422),
+      user.Click(1243),
+      user.SpinUp(1020),
+      user.Click(1008),
+      user.Choose(1393, 1),
+      user.Click(1394),
+      user.Click(1394),
+      user.Click(1241),
       user.Draw(1176) == std::nullopt,
       user.HoverTip(1447).empty(),
-      user.PressHelp(1064),     user.Click(1064),
+      user.PressHelp(1064),
+      user.Click(1064),
   };
   EXPECT_FALSE(did.empty());
   stage.Send(0x500, 3);

@@ -1,7 +1,6 @@
-// The print options page's messages that are no control's: help, apply and reset, the sheet that may
-// not be changed, and the old warning.
+// The print options page's messages that are no control's: help, apply and reset, the sheet that
+// may not be changed, and the old warning.
 #include "pages/options_stage.h"
-
 #include "support/byte_record.h"
 
 #include <cstring>
@@ -30,12 +29,10 @@ constexpr HelpCase kHelpCases[] = {
 
 class OptionsHelp : public testing::TestWithParam<HelpCase> {};
 
-INSTANTIATE_TEST_SUITE_P(Controls, OptionsHelp, testing::ValuesIn(kHelpCases),
-                         [](const auto& row) {
-                           const int control = row.param.control;
-                           return control < 0 ? std::string("NoControl")
-                                              : "Control" + std::to_string(control);
-                         });
+INSTANTIATE_TEST_SUITE_P(Controls, OptionsHelp, testing::ValuesIn(kHelpCases), [](const auto& row) {
+  const int control = row.param.control;
+  return control < 0 ? std::string("NoControl") : "Control" + std::to_string(control);
+});
 
 TEST_P(OptionsHelp, OpensAtTheControlsTopic) {
   OptionsStage stage;
@@ -119,8 +116,7 @@ TEST(OptionsCancel, LeavesTheCallersRecordUntouched) {
 
 // ---- A sheet that may not be changed ------------------------------------------------------------
 
-constexpr std::int32_t kReadOnlyControls[] = {1181, 1018, 1008, 1400, 1028,
-                                              1255, 1404, 1009, 1064};
+constexpr std::int32_t kReadOnlyControls[] = {1181, 1018, 1008, 1400, 1028, 1255, 1404, 1009, 1064};
 
 void AddOldControls(OptionsStage& stage) {
   for (const std::int32_t id : {1181, 1400, 1028, 1255, 1404, 1009}) {
@@ -239,17 +235,17 @@ struct CountryCase {
 
 class OptionsWarningCountry : public testing::TestWithParam<CountryCase> {};
 
-INSTANTIATE_TEST_SUITE_P(
-    Codes, OptionsWarningCountry,
-    testing::Values(CountryCase{u"0", false}, CountryCase{u"1", true}, CountryCase{u"2", true},
-                    CountryCase{u"3", false}, CountryCase{u"49", false}, CountryCase{u"50", true},
-                    CountryCase{u"59", true}, CountryCase{u"60", false},
-                    CountryCase{u"499", false}, CountryCase{u"500", true},
-                    CountryCase{u"599", true}, CountryCase{u"600", false}),
-    [](const auto& row) {
-      const std::u16string code = row.param.country;
-      return "Country" + std::string(code.begin(), code.end());
-    });
+INSTANTIATE_TEST_SUITE_P(Codes, OptionsWarningCountry,
+                         testing::Values(CountryCase{u"0", false}, CountryCase{u"1", true},
+                                         CountryCase{u"2", true}, CountryCase{u"3", false},
+                                         CountryCase{u"49", false}, CountryCase{u"50", true},
+                                         CountryCase{u"59", true}, CountryCase{u"60", false},
+                                         CountryCase{u"499", false}, CountryCase{u"500", true},
+                                         CountryCase{u"599", true}, CountryCase{u"600", false}),
+                         [](const auto& row) {
+                           const std::u16string code = row.param.country;
+                           return "Country" + std::string(code.begin(), code.end());
+                         });
 
 TEST_P(OptionsWarningCountry, DecidesThePapersName) {
   OptionsStage stage;
@@ -259,8 +255,7 @@ TEST_P(OptionsWarningCountry, DecidesThePapersName) {
   ASSERT_TRUE(stage.Open());
   stage.Send(0x500, 3);
   ASSERT_EQ(stage.boxes().size(), 1U);
-  EXPECT_EQ(stage.boxes()[0].text,
-            GetParam().letter ? u"xLetter (8.5 x 11" : u"x A4 (210 x 297mm");
+  EXPECT_EQ(stage.boxes()[0].text, GetParam().letter ? u"xLetter (8.5 x 11" : u"x A4 (210 x 297mm");
 }
 
 struct MediaTextCase {
@@ -270,13 +265,13 @@ struct MediaTextCase {
 
 class OptionsWarningMedia : public testing::TestWithParam<MediaTextCase> {};
 
-INSTANTIATE_TEST_SUITE_P(
-    Types, OptionsWarningMedia,
-    testing::Values(MediaTextCase{1, 127}, MediaTextCase{257, 388}, MediaTextCase{258, 139},
-                    MediaTextCase{259, 4075}, MediaTextCase{263, 334}, MediaTextCase{2, 4076},
-                    MediaTextCase{264, 5099}, MediaTextCase{265, 6541}, MediaTextCase{261, 6542},
-                    MediaTextCase{266, 0}),
-    [](const auto& row) { return "Media" + std::to_string(row.param.media); });
+INSTANTIATE_TEST_SUITE_P(Types, OptionsWarningMedia,
+                         testing::Values(MediaTextCase{1, 127}, MediaTextCase{257, 388},
+                                         MediaTextCase{258, 139}, MediaTextCase{259, 4075},
+                                         MediaTextCase{263, 334}, MediaTextCase{2, 4076},
+                                         MediaTextCase{264, 5099}, MediaTextCase{265, 6541},
+                                         MediaTextCase{261, 6542}, MediaTextCase{266, 0}),
+                         [](const auto& row) { return "Media" + std::to_string(row.param.media); });
 
 TEST_P(OptionsWarningMedia, NamesTheMediaInForce) {
   OptionsStage stage;

@@ -38,8 +38,7 @@ const PictureCase kPictureCases[] = {
 
 class DuplexPicture : public testing::TestWithParam<PictureCase> {};
 
-INSTANTIATE_TEST_SUITE_P(Cells, DuplexPicture, testing::ValuesIn(kPictureCases),
-                         test::CaseName());
+INSTANTIATE_TEST_SUITE_P(Cells, DuplexPicture, testing::ValuesIn(kPictureCases), test::CaseName());
 
 TEST_P(DuplexPicture, FollowsDuplexOrientationAndBooklet) {
   OptionsStage stage;
@@ -57,16 +56,15 @@ TEST_P(DuplexPicture, FollowsDuplexOrientationAndBooklet) {
 
 class DuplexPictureKept : public testing::TestWithParam<std::tuple<std::int16_t, std::int16_t>> {};
 
-INSTANTIATE_TEST_SUITE_P(
-    Values, DuplexPictureKept,
-    testing::Values(std::tuple<std::int16_t, std::int16_t>{0, 1},
-                    std::tuple<std::int16_t, std::int16_t>{3, 1},
-                    std::tuple<std::int16_t, std::int16_t>{-1, 2},
-                    std::tuple<std::int16_t, std::int16_t>{1, 0},
-                    std::tuple<std::int16_t, std::int16_t>{1, 4},
-                    std::tuple<std::int16_t, std::int16_t>{2, 5},
-                    std::tuple<std::int16_t, std::int16_t>{2, -3}),
-    [](const auto& row) { return "Row" + std::to_string(row.index); });
+INSTANTIATE_TEST_SUITE_P(Values, DuplexPictureKept,
+                         testing::Values(std::tuple<std::int16_t, std::int16_t>{0, 1},
+                                         std::tuple<std::int16_t, std::int16_t>{3, 1},
+                                         std::tuple<std::int16_t, std::int16_t>{-1, 2},
+                                         std::tuple<std::int16_t, std::int16_t>{1, 0},
+                                         std::tuple<std::int16_t, std::int16_t>{1, 4},
+                                         std::tuple<std::int16_t, std::int16_t>{2, 5},
+                                         std::tuple<std::int16_t, std::int16_t>{2, -3}),
+                         [](const auto& row) { return "Row" + std::to_string(row.index); });
 
 TEST_P(DuplexPictureKept, StaysForValuesWithoutACell) {
   OptionsStage stage;
@@ -267,8 +265,8 @@ TEST(OptionsDrawShipped, TemplateAsksForTheCollationPictureAlone) {
 
 TEST(OptionsDrawShipped, BitmapThatIsMissingDrawsNothing) {
   OptionsStage stage;
-  stage.world().platform.modules.InstallResources(
-      test::kBitmapLibraryPath, std::make_shared<const headless::Resources>());
+  stage.world().platform.modules.InstallResources(test::kBitmapLibraryPath,
+                                                  std::make_shared<const headless::Resources>());
   ASSERT_TRUE(stage.Open());
   const auto drawn = stage.user().Draw(1176);
   ASSERT_TRUE(drawn.has_value());
@@ -322,9 +320,9 @@ TEST_P(OptionsMeasure, HeightComesFromTheScreensDots) {
     question.CtlType = 3;
     question.CtlID = control;
     question.itemHeight = 5;
-    EXPECT_EQ(stage.CallProcedure(kWmMeasureItem, control,
-                                  reinterpret_cast<std::intptr_t>(&question)),
-              1);
+    EXPECT_EQ(
+        stage.CallProcedure(kWmMeasureItem, control, reinterpret_cast<std::intptr_t>(&question)),
+        1);
     return question.itemHeight;
   };
   const std::uint32_t height = measured(screen.dotsPerInch);
@@ -341,9 +339,9 @@ TEST(OptionsMeasureOther, IsNotThePages) {
     MeasureItem question = {};
     question.CtlID = control;
     question.itemHeight = 5;
-    EXPECT_EQ(stage.CallProcedure(kWmMeasureItem, control,
-                                  reinterpret_cast<std::intptr_t>(&question)),
-              0);
+    EXPECT_EQ(
+        stage.CallProcedure(kWmMeasureItem, control, reinterpret_cast<std::intptr_t>(&question)),
+        0);
     EXPECT_EQ(question.itemHeight, 5U);
   }
 }

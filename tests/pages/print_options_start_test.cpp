@@ -39,8 +39,7 @@ TEST_P(OptionsCaption, ComesFromTheLanguageLibrary) {
   }
   stage.language.strings[GetParam().text] = u"mark " + OptionsStage::Text(GetParam().text);
   ASSERT_TRUE(stage.Open());
-  EXPECT_EQ(stage.user().Text(GetParam().control),
-            u"mark " + OptionsStage::Text(GetParam().text));
+  EXPECT_EQ(stage.user().Text(GetParam().control), u"mark " + OptionsStage::Text(GetParam().text));
 }
 
 TEST_P(OptionsCaption, StaysWhenTheTextIsMissing) {
@@ -83,9 +82,9 @@ TEST(OptionsPage, OpensWithoutAnyText) {
   OptionsStage stage;
   stage.language.strings.clear();
   ASSERT_TRUE(stage.Open());
-  EXPECT_EQ(stage.user().ItemTexts(1393),
-            (std::vector<std::u16string>{u"id:201 missing!", u"id:203 missing!",
-                                         u"id:204 missing!"}));
+  EXPECT_EQ(
+      stage.user().ItemTexts(1393),
+      (std::vector<std::u16string>{u"id:201 missing!", u"id:203 missing!", u"id:204 missing!"}));
 }
 
 class OptionsLackingControl : public testing::TestWithParam<std::int32_t> {};
@@ -222,18 +221,12 @@ struct ModelCase {
   bool hasFlag;
 };
 const ModelCase kModelCases[] = {
-    {"Alder", u"Alder 1 Series", false, false},
-    {"Birch", u"Birch 1 Series", false, false},
-    {"Cedar", u"Cedar 1 Series", false, false},
-    {"Dogwood", u"Dogwood 1 Series", false, false},
-    {"Elm", u"Elm 1 Series", false, false},
-    {"Fir", u"Fir 1 Series", false, false},
-    {"Ginkgo", u"Ginkgo 1 Series", false, false},
-    {"Hazel", u"Hazel 1 Series", true, true},
-    {"Ironwood", u"Ironwood 1 Series", true, false},
-    {"Juniper", u"Juniper 1 Series", true, false},
-    {"Kauri", u"Kauri 1 Series", true, false},
-    {"None", u"", false, false},
+    {"Alder", u"Alder 1 Series", false, false},      {"Birch", u"Birch 1 Series", false, false},
+    {"Cedar", u"Cedar 1 Series", false, false},      {"Dogwood", u"Dogwood 1 Series", false, false},
+    {"Elm", u"Elm 1 Series", false, false},          {"Fir", u"Fir 1 Series", false, false},
+    {"Ginkgo", u"Ginkgo 1 Series", false, false},    {"Hazel", u"Hazel 1 Series", true, true},
+    {"Ironwood", u"Ironwood 1 Series", true, false}, {"Juniper", u"Juniper 1 Series", true, false},
+    {"Kauri", u"Kauri 1 Series", true, false},       {"None", u"", false, false},
 };
 
 class OptionsModel : public testing::TestWithParam<ModelCase> {};
@@ -274,11 +267,11 @@ TEST(OptionsPage, IsAttachedToItsControlsByItsState) {
   ASSERT_TRUE(stage.Open());
   auto& state = *GetPageState<PrintOptionsPageState>(PageSlot::kPrintOptions);
   const std::pair<const DlgControl*, std::int32_t> kAttached[] = {
-      {&state.copiesSpin, 1020},      {&state.copiesEdit, 1019},  {&state.jobModeCombo, 1393},
-      {&state.jobFlagCheck, 1496},    {&state.duplexGroup, 1240}, {&state.duplexOff, 1240},
-      {&state.duplexLong, 1125},      {&state.duplexShort, 1241}, {&state.resolutionGroup, 1242},
-      {&state.res1200, 1243},         {&state.res600, 1242},      {&state.collateCheck, 1008},
-      {&state.reverseCheck, 1394},    {&state.finessCheck, 1422},
+      {&state.copiesSpin, 1020},   {&state.copiesEdit, 1019},  {&state.jobModeCombo, 1393},
+      {&state.jobFlagCheck, 1496}, {&state.duplexGroup, 1240}, {&state.duplexOff, 1240},
+      {&state.duplexLong, 1125},   {&state.duplexShort, 1241}, {&state.resolutionGroup, 1242},
+      {&state.res1200, 1243},      {&state.res600, 1242},      {&state.collateCheck, 1008},
+      {&state.reverseCheck, 1394}, {&state.finessCheck, 1422},
   };
   for (const auto& [control, id] : kAttached) {
     EXPECT_EQ(control->id(), id);

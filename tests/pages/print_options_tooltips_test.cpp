@@ -72,8 +72,7 @@ TEST(DuplexTipText, SeparatorIsTheLanguages) {
   ASSERT_TRUE(stage.Open());
   stage.own().BookletPrint = 1;
   stage.own().ReversePrint = 1;
-  EXPECT_EQ(stage.AskTip(1447),
-            OptionsStage::Text(6012) + u" + " + OptionsStage::Text(5040));
+  EXPECT_EQ(stage.AskTip(1447), OptionsStage::Text(6012) + u" + " + OptionsStage::Text(5040));
 }
 
 TEST(DuplexTipText, MissingTextsAreTold) {
@@ -127,8 +126,7 @@ TEST_P(ReverseTip, TellsWhatExcludesReverseOrder) {
   ASSERT_TRUE(stage.Open());
   stage.shared().dmDuplex = GetParam().duplex;
   stage.own().BookletPrint = GetParam().booklet;
-  const std::u16string expected =
-      GetParam().text == 0 ? u"" : OptionsStage::Text(GetParam().text);
+  const std::u16string expected = GetParam().text == 0 ? u"" : OptionsStage::Text(GetParam().text);
   EXPECT_EQ(stage.AskTip(1448), expected);
   EXPECT_EQ(stage.shared().dmDuplex, GetParam().duplex);
 }

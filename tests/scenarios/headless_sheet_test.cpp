@@ -1,9 +1,10 @@
 // Plays every scenario over the in-memory window system: what the print system's own sheets show,
 // this one has to show too.
-#include "core/devmode_queries.h"
-#include "config/setting_stores.h"
-#include "driver/page_tables.h"
 #include "platform/headless/headless_sheet.h"
+
+#include "config/setting_stores.h"
+#include "core/devmode_queries.h"
+#include "driver/page_tables.h"
 #include "scenarios/scenario_files.h"
 #include "support/sheet_scene.h"
 
@@ -139,14 +140,12 @@ class HeadlessSheetUnderTest final : public SheetUnderTest {
   void Spin(int control, bool up) override {
     Must(up ? user().SpinUp(control) : user().SpinDown(control), "it can't be pressed");
   }
-  void Focus(int control) override {
-    Must(user().MoveFocus(control), "it doesn't take the focus");
-  }
+  void Focus(int control) override { Must(user().MoveFocus(control), "it doesn't take the focus"); }
   void Notify(int control) override {
     const headless::User page = user();
-    world().platform.windows.Deliver(
-        page.dialog(), kWmCommand, MakeWords(static_cast<std::uint16_t>(control), kBnClicked),
-        reinterpret_cast<std::intptr_t>(page.Control(control)));
+    world().platform.windows.Deliver(page.dialog(), kWmCommand,
+                                     MakeWords(static_cast<std::uint16_t>(control), kBnClicked),
+                                     reinterpret_cast<std::intptr_t>(page.Control(control)));
   }
 
  private:
