@@ -253,6 +253,19 @@ TEST_P(OptionsModel, ShowsTheJobOptionsThatItHas) {
   EXPECT_EQ(user.ItemData(1393), (std::vector<std::uintptr_t>{0, 1, 2}));
 }
 
+// Its icon is shown all the same, without a picture and without a tooltip: nobody sees it.
+TEST(OptionsPage, OfAModelWithoutTheJobModeShowsAnEmptyIconUnderAWatermark) {
+  OptionsStage stage;
+  stage.SelectModel(u"Alder 1 Series");
+  ASSERT_TRUE(stage.Open());
+  EXPECT_FALSE(stage.user().Shown(1450));
+  stage.own().WatermarkData.PageWMFlag = 1;
+  stage.ShowAgain();
+  EXPECT_TRUE(stage.user().Shown(1450));
+  EXPECT_EQ(stage.user().Image(1450), 0U);
+  EXPECT_EQ(stage.user().HoverTip(1450), u"");
+}
+
 TEST(OptionsPage, ShowsTheSharedIconOnEveryIconControl) {
   OptionsStage stage;
   ASSERT_TRUE(stage.Open());
