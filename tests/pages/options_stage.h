@@ -183,7 +183,7 @@ class OptionsStage {
 
   static std::u16string Text(std::uint32_t id) { return EnglishStrings().at(id); }
 
-  SheetScene scene{{}};
+  SheetScene scene{std::vector<std::uint32_t>{}};
   std::optional<headless::HeadlessSheet> sheet;
 
  private:

@@ -159,7 +159,7 @@ class HeadlessSheetUnderTest final : public SheetUnderTest {
     return sheet_->ActiveUser();
   }
 
-  test::SheetScene scene_{{}};
+  test::SheetScene scene_{std::vector<std::uint32_t>{}};
   std::optional<headless::HeadlessSheet> sheet_;  // goes first
   bool opened_ = false;
   std::size_t boxesTaken_ = 0;
