@@ -1010,8 +1010,6 @@ std::intptr_t OnMessage(const Page& page, std::uint32_t message, std::uintptr_t 
       return lParam == 0 ? 0 : OnNotify(page, lParam);
     case kWmDrawItem:
       return lParam != 0 && OnDrawItem(page, *reinterpret_cast<const DrawItem*>(lParam)) ? 1 : 0;
-    case kWmMeasureItem:
-      return lParam != 0 && OnMeasureItem(*reinterpret_cast<MeasureItem*>(lParam)) ? 1 : 0;
     case kWmHelp:
       return ShowControlHelp(page.window, lParam, kHelpPairs) ? 1 : 0;
     case kWmMouseMove:
@@ -1050,8 +1048,20 @@ PrintOptionsPageState::PrintOptionsPageState() {
   resolutionGroup.AddChild(&res1200);
 }
 
+// The dialog's end has taken the picture, unless that found no page.
+PrintOptionsPageState::~PrintOptionsPageState() {
+  if (duplexPicture != nullptr) {
+    World().graphics.DeleteObject(duplexPicture);
+  }
+}
+
 std::intptr_t PrintOptionsPageProcedure(WindowHandle page, std::uint32_t message,
                                         std::uintptr_t wParam, std::intptr_t lParam) {
+  if (message == kWmMeasureItem) {
+    // Asked while the dialog's controls are being made, before the page has its context.
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): a message carries a pointer as a number.
+    return lParam != 0 && OnMeasureItem(*reinterpret_cast<MeasureItem*>(lParam)) ? 1 : 0;
+  }
   if (message == kWmInitDialog) {
     RememberContext(page, lParam);
   }

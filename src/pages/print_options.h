@@ -22,6 +22,9 @@ inline constexpr std::size_t kTooltipReasonUnits = 2048;
 // facts that pages tell one another: other pages change both.
 struct PrintOptionsPageState final : PageState {
   PrintOptionsPageState();
+  ~PrintOptionsPageState() override;
+  PrintOptionsPageState(const PrintOptionsPageState&) = delete;
+  PrintOptionsPageState& operator=(const PrintOptionsPageState&) = delete;
 
   IntSpin copiesSpin;          // 1020
   IntEdit copiesEdit;          // 1019
@@ -45,7 +48,7 @@ struct PrintOptionsPageState final : PageState {
   std::uint32_t jobModeAllowed = 0;           // 1 when the job mode may differ from 0
   WindowHandle tooltip = nullptr;             // of icon 1450, only when the model has the job mode
 
-  // What the page's picture shows; deleted when another takes its place.
+  // What the page's picture shows; deleted when another takes its place, and with the state.
   GdiObject duplexPicture = nullptr;
   // The text that a tooltip asked for last; it must outlive the question.
   std::array<char16_t, kTooltipReasonUnits> tooltipText = {};
