@@ -4,7 +4,8 @@
 The tables below say what each picture shows; everything that is drawn follows from them, so a
 picture can't show another order or another edge than its setting has. Bitmaps are 24 bits deep, icons
 32 bits with transparency and one image for each usual scale of a display. A bitmap that is drawn with
-a colour counting as transparent has that colour behind its shapes, and soft edges blend into it.
+a colour counting as transparent has that colour behind its shapes, and soft edges blend into it; a
+large one stands on a panel, and only the panel's corners have that colour.
 
     tools/draw_pictures.py FOLDER     writes <number>.bmp and <number>.ico for all of them
 """

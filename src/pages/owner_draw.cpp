@@ -56,9 +56,11 @@ void DrawCentredBitmap(const DrawItem& item, ModuleHandle module, std::uint32_t 
   const std::int32_t left = item.rcItem.left + (item.rcItem.Width() - size.width) / 2;
   const std::int32_t top = item.rcItem.top + (item.rcItem.Height() - size.height) / 2;
   const std::uint32_t layout = graphics.GetLayout(item.hDC);
-  const bool mirrored = layout == kLayoutRightToLeft;
+  // The item fills its control, whose middle is the same place from either side.
+  const bool mirrored = (layout & ~kLayoutBitmapsUpright) == kLayoutRightToLeft;
   if (mirrored) {
-    graphics.SetLayout(item.hDC, kLayoutRightToLeft | kLayoutBitmapsUpright);
+    graphics.SetLayout(item.hDC, 0);
+    graphics.SetLayout(picture.context(), 0);
   }
   graphics.TransparentBlt(item.hDC, {left, top, left + size.width, top + size.height},
                           picture.context(), {0, 0}, transparentColor);

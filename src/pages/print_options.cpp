@@ -304,7 +304,8 @@ std::uint32_t FeedPictureId(const UIContext& context) {
   return feed == 0 || feed == 1 ? 902 : 903;
 }
 
-// Which picture stands in an owner-drawn control. Most of these controls are of older templates.
+// Which picture stands in an owner-drawn control. Most of these controls are of older templates;
+// the pictures that they share with the two-sided options don't show what their own setting did.
 struct ItemPicture {
   ModuleHandle module;
   std::uint32_t bitmapId;
@@ -504,8 +505,7 @@ void Start(const Page& page) {
 // ---- Copies -------------------------------------------------------------------------------------
 
 void StoreCopies(const Page& page, std::int32_t copies) {
-  page.context.publicPointer->dmCopies =
-      static_cast<std::int16_t>(std::min<std::int32_t>(copies, kMaxCopies));
+  page.context.publicPointer->dmCopies = static_cast<std::int16_t>(copies);
 }
 
 std::int32_t ShownCopies(const Page& page) {
@@ -577,7 +577,7 @@ std::intptr_t CopiesLeave(const Page& page) {
   if (copies != stored) {
     StoreCopies(page, copies);
     page.state.copiesEdit.SetValue(copies);
-    SetSheetChanged(page.window);
+    page.Changed();
   }
   return 0;
 }
@@ -652,24 +652,34 @@ void BackToOneSided(const Page& page) {
   page.state.duplexGroup.Select(kDuplexOff);
   StoredDuplex(page.context) = kDuplexSimplex;
   page.Changed();
+  // The focus goes along: the window system clicks a radio button that gets the focus while it
+  // isn't checked, and would ask for the same again whenever the user comes back to the sheet.
+  if (const WindowHandle radio = page.Item(kDuplexOff); World().windows.IsWindowEnabled(radio)) {
+    World().windows.SetFocus(radio);
+  }
 }
 
 void TwoSidedClick(const Page& page, std::int32_t control, std::int16_t target) {
   UIContext& context = page.context;
-  if (StoredDuplex(context) == target) {
+  // While a box is open the focus comes and goes, and brings clicks that nobody made.
+  if (StoredDuplex(context) == target || page.state.refusing) {
     return;
   }
   if (PaperRowRefuses(context, target)) {
+    page.state.refusing = true;
     WarnPaperNoDuplex(page.window, page.texts());
     BackToOneSided(page);
+    page.state.refusing = false;
     return;
   }
   SetDevmodeField(&context, kDmMediaType, kMediaPlain);
   TellPages(&PageLinks::duplexOff, false);
   page.Untitled();
   if (IsPosterPages(context)) {
+    page.state.refusing = true;
     WarnPosterDuplex(page.window, page.texts());
     BackToOneSided(page);  // the media stays plain
+    page.state.refusing = false;
     return;
   }
   ShowReverseLock(page, true);
@@ -691,16 +701,20 @@ void NameUntitled(const Page& page) {
 
 void JobModeChange(const Page& page) {
   std::int16_t& mode = page.context.privatePointer->JobMode;
+  const std::int16_t before = mode;
   std::int16_t chosen = 0;
   if (SelectedComboValue(page.window, kJobModeCombo, &chosen) && chosen != mode) {
     mode = chosen;
     NameUntitled(page);
-    SetSheetChanged(page.window);
   }
+  const bool isOther = mode != before;
   const bool allowed = AllowsJobMode(page.context);
   TellPages(&PageLinks::jobModeAllowed, allowed);
   if (!allowed) {
     mode = 0;
+  }
+  if (isOther || mode != before) {
+    SetSheetChanged(page.window);
   }
   // By its place in the list, which is its value.
   World().windows.SendMessageW(page.Item(kJobModeCombo), kCbSetCurSel,
@@ -714,15 +728,8 @@ void JobModeChange(const Page& page) {
 // stand for it: it is they that are stored under that name. Result: whether there is a record.
 bool ReadFactoryFavorite(const char16_t* name, UIContext& scratch) {
   const FavoriteStore store;
-  if (store.Init() && store.Read(name, &scratch)) {
-    return true;
-  }
-  const UIContext* defaults = Process().DefaultContextCopy;
-  if (defaults == nullptr) {
-    return false;
-  }
-  scratch.devmode = defaults->devmode;
-  return true;
+  return (store.Init() && store.Read(name, &scratch)) ||
+         InitDriverDevmode(&scratch.devmode, scratch.driverName, nullptr);
 }
 
 void TakeOverDefaults(UIContext& context, const DriverDevmode& defaults) {
@@ -737,20 +744,32 @@ void TakeOverDefaults(UIContext& context, const DriverDevmode& defaults) {
   context.privatePointer->ReversePrint = defaults.privateDevmode.ReversePrint;
 }
 
-void BackToDefaults(const Page& page) {
-  UIContext& context = page.context;
-  PrivateDevmode& settings = *context.privatePointer;
-  char16_t name[std::size(PrivateDevmode{}.FavoriteName)] = {};
-  LoadUiString(page.texts(), kStringDefaultFavorite, name);
-  if (const HeapBlock<UIContext> scratch(sizeof(UIContext)); scratch) {
-    *scratch = context;
-    scratch->publicPointer = &scratch->devmode.publicDevmode;
-    scratch->privatePointer = &scratch->devmode.privateDevmode;
-    if (ReadFactoryFavorite(name, *scratch)) {
-      TakeOverDefaults(context, scratch->devmode);
-    }
+// Result: whether there was a record to take over.
+bool TakeOverFactoryFavorite(UIContext& context, const char16_t* name) {
+  const HeapBlock<UIContext> scratch(sizeof(UIContext));
+  if (!scratch) {
+    return false;
   }
-  CopyText(settings.FavoriteName, FieldText(name));
+  *scratch = context;
+  scratch->publicPointer = &scratch->devmode.publicDevmode;
+  scratch->privatePointer = &scratch->devmode.privateDevmode;
+  if (!ReadFactoryFavorite(name, *scratch)) {
+    return false;
+  }
+  TakeOverDefaults(context, scratch->devmode);
+  return true;
+}
+
+void BackToDefaults(const Page& page) {
+  PrivateDevmode& settings = *page.context.privatePointer;
+  char16_t name[std::size(PrivateDevmode{}.FavoriteName)] = {};
+  const bool named = LoadExistingString(page.texts(), kStringDefaultFavorite, name);
+  // Only settings that are the favourite's take its name, and only a name that there is.
+  if (TakeOverFactoryFavorite(page.context, name) && named) {
+    CopyText(settings.FavoriteName, FieldText(name));
+  } else {
+    page.Untitled();
+  }
   settings.JobMode = 0;
   settings.JobFlag = 0;
   settings.PrintMode = 0;
@@ -1028,6 +1047,8 @@ std::intptr_t OnMessage(const Page& page, std::uint32_t message, std::uintptr_t 
     case kWmDestroy:
       ShowPicture(page, nullptr);
       page.state.dialog = nullptr;
+      page.state.tooltips = {};
+      page.state.tooltip = nullptr;
       return 0;
     default:
       return 0;

@@ -43,9 +43,8 @@ struct PrintOptionsPageState final : PageState {
   RadioButton finessCheck;     // 1422
   WindowHandle dialog = nullptr;
   std::uint32_t editing = 0;
-  std::uint32_t duplexAllowed = 0;            // 1 while the duplex group is live
+  bool refusing = false;                      // a box tells that two-sided printing can't be had
   std::array<WindowHandle, 3> tooltips = {};  // of icons 1447, 1448, 1449
-  std::uint32_t jobModeAllowed = 0;           // 1 when the job mode may differ from 0
   WindowHandle tooltip = nullptr;             // of icon 1450, only when the model has the job mode
 
   // What the page's picture shows; deleted when another takes its place, and with the state.
