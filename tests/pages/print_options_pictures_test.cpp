@@ -230,7 +230,7 @@ TEST_P(OptionsDraw, IsNotTurnedRoundInAMirroredWindow) {
   EXPECT_EQ(graphics.GetLayout(context), kLayoutRightToLeft);
   graphics.EndPaint(context);
   ASSERT_EQ(graphics.copies.size(), 1U);
-  EXPECT_EQ(graphics.copies[0].layout, kLayoutRightToLeft | kLayoutBitmapsUpright);
+  EXPECT_EQ(graphics.copies[0].layout, 0U);
 }
 
 class OptionsDrawOther : public testing::TestWithParam<std::uint32_t> {};
@@ -287,7 +287,7 @@ TEST(OptionsDrawShipped, HebrewPageDrawsUpright) {
   const auto drawn = stage.user().Draw(1176);
   ASSERT_TRUE(drawn.has_value());
   ASSERT_EQ(drawn->size(), 1U);
-  EXPECT_EQ(drawn->at(0).layout, kLayoutRightToLeft | kLayoutBitmapsUpright);
+  EXPECT_EQ(drawn->at(0).layout, 0U);
 }
 
 // ---- Heights of an older template's lists -------------------------------------------------------
