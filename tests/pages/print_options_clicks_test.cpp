@@ -369,6 +369,21 @@ TEST(JobModeChange, KeepsTheNameWhenTheUntitledOneIsMissing) {
   EXPECT_EQ(stage.favorite(), u"mine");
 }
 
+// By its place first, whatever is there, and by its value with the reload.
+TEST(JobModeChange, SelectsTheResultingModeByItsPlaceAndThenReloads) {
+  OptionsStage stage;
+  ASSERT_TRUE(stage.Open([](UIContext& context) { context.privatePointer->JobMode = 7; }));
+  const std::vector<OptionsStage::Sent>& sent = stage.Watch(stage.Item(1393));
+  stage.Command(1393, kCbnSelChange);
+  std::vector<std::uintptr_t> places;
+  for (const OptionsStage::Sent& message : sent) {
+    if (message.message == kCbSetCurSel) {
+      places.push_back(message.wParam);
+    }
+  }
+  EXPECT_EQ(places, (std::vector<std::uintptr_t>{7, ~std::uintptr_t{0}}));
+}
+
 TEST(JobModeChange, ShowsTheRecordAgain) {
   OptionsStage stage;
   ASSERT_TRUE(stage.Open());
