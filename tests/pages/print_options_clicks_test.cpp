@@ -340,7 +340,12 @@ TEST(JobModeChange, StoresTheRowsValueAndTakesTheNameAway) {
   for (const std::int16_t mode : {std::int16_t{2}, std::int16_t{1}, std::int16_t{0}}) {
     stage.SetFavorite(u"mine");
     TellPages(&PageLinks::jobModeAllowed, false);
+    stage.TakeChanges();
     EXPECT_TRUE(stage.user().Choose(1393, mode));
+    ASSERT_EQ(stage.changes.size(), 1U);
+    EXPECT_EQ(stage.changes[0].privateDevmode.JobMode, mode);
+    EXPECT_EQ(std::u16string(stage.changes[0].privateDevmode.FavoriteName),
+              OptionsStage::Text(5005));
     EXPECT_EQ(stage.own().JobMode, mode);
     EXPECT_EQ(stage.user().Selected(1393), mode);
     EXPECT_EQ(stage.favorite(), OptionsStage::Text(5005));
@@ -424,11 +429,23 @@ TEST_P(JobModeLock, TakesAChosenModeBackToZero) {
   TellPages(&PageLinks::jobModeAllowed, !GetParam().allowed);
   EXPECT_TRUE(stage.user().Choose(1393, 2));
   EXPECT_EQ(AskPages(&PageLinks::jobModeAllowed), GetParam().allowed);
+  ASSERT_EQ(stage.changes.size(), 1U);
+  EXPECT_EQ(stage.changes[0].privateDevmode.JobMode, GetParam().allowed ? 2 : 0);
   EXPECT_EQ(stage.own().JobMode, GetParam().allowed ? 2 : 0);
   EXPECT_EQ(stage.user().Selected(1393), GetParam().allowed ? 2 : 0);
   EXPECT_EQ(stage.user().Enabled(1393), GetParam().allowed);
   EXPECT_EQ(stage.user().Shown(1450), !GetParam().allowed);
   EXPECT_EQ(stage.favorite(), OptionsStage::Text(5005));
+}
+
+// The row in force is chosen once more while a lock has come up: the mode goes, and that is told.
+TEST_P(JobModeLock, TakesTheModeInForceBackAndTellsIt) {
+  OptionsStage stage;
+  ASSERT_TRUE(stage.Open([](UIContext& context) { context.privatePointer->JobMode = 2; }));
+  GetParam().set(stage.own());
+  EXPECT_TRUE(stage.user().Choose(1393, 2));
+  EXPECT_EQ(stage.own().JobMode, GetParam().allowed ? 2 : 0);
+  EXPECT_EQ(stage.changes.size(), GetParam().allowed ? 0U : 1U);
 }
 
 TEST(JobModeChange, WithoutASelectedRowKeepsTheMode) {
@@ -582,6 +599,47 @@ TEST(DefaultsClick, WithoutAStoredFavouriteTakesTheDriversDefaults) {
   EXPECT_EQ(stage.favorite(), OptionsStage::Text(202));
   EXPECT_EQ(stage.changes.size(), 1U);
   EXPECT_EQ(stage.user().Focus(), 1064);
+}
+
+// Other pages change the copy of the defaults, and another printer's context replaces it.
+TEST(DefaultsClick, ChangedCopyOfTheDefaultsIsNotTaken) {
+  OptionsStage stage;
+  ASSERT_TRUE(stage.Open());
+  ASSERT_NE(Process().DefaultContextCopy, nullptr);
+  Process().DefaultContextCopy->publicPointer->dmCopies = 7;
+  Process().DefaultContextCopy->privatePointer->FinessMode = 1;
+  SetFarFromDefaults(stage);
+  EXPECT_TRUE(stage.user().Click(1064));
+  EXPECT_EQ(stage.shared().dmCopies, 1);
+  EXPECT_EQ(stage.own().FinessMode, 0);
+}
+
+TEST(DefaultsClick, WithoutTheFavouritesNameLeavesNoMarkerInTheRecord) {
+  OptionsStage stage;
+  ASSERT_TRUE(stage.Open());
+  stage.SetFavorite(u"mine");
+  auto library = std::make_shared<headless::Resources>(stage.language);
+  library->strings.erase(202);
+  stage.world().platform.modules.InstallResources(u"C:\\without.dll", library);
+  stage.context().languageModule = stage.world().platform.modules.LoadLibraryW(u"C:\\without.dll");
+  SetFarFromDefaults(stage);
+  EXPECT_TRUE(stage.user().Click(1064));
+  EXPECT_EQ(stage.favorite(), OptionsStage::Text(5005));
+  EXPECT_EQ(stage.shared().dmCopies, 1);
+}
+
+TEST(DefaultsClick, WithoutMemoryClaimsNoFavourite) {
+  OptionsStage stage;
+  ASSERT_TRUE(stage.Open());
+  stage.SetFavorite(u"mine");
+  SetFarFromDefaults(stage);
+  stage.world().platform.faults.FailOperation("HeapAlloc");
+  EXPECT_TRUE(stage.user().Click(1064));
+  stage.world().platform.faults.Clear();
+  EXPECT_EQ(stage.favorite(), OptionsStage::Text(5005));
+  EXPECT_EQ(stage.shared().dmCopies, 9);
+  EXPECT_EQ(stage.own().JobMode, 0);
+  EXPECT_EQ(stage.changes.size(), 1U);
 }
 
 TEST(DefaultsClick, UnderABookletWarnsAndDoesNothingElse) {

@@ -65,11 +65,21 @@ void PrintTo(const EnteredCase& row, std::ostream* out) {
   *out << row.name;
 }
 const EnteredCase kEnteredCases[] = {
-    {"Two", u"2", 2, u"2"},       {"Most", u"999", 999, u"999"},  {"LeadingZero", u"007", 7, u"7"},
-    {"Blanks", u" 8 ", 8, u"8"},  {"Zero", u"0", 1, u"1"},        {"Zeros", u"000", 1, u"1"},
-    {"Empty", u"", 1, u"1"},      {"OnlyBlanks", u"  ", 1, u"1"}, {"BlankInside", u"1 2", 1, u"1"},
-    {"Letters", u"abc", 1, u"1"}, {"Minus", u"-", 1, u"1"},       {"Negative", u"-5", 1, u"1"},
-    {"Sign", u"+5", 1, u"1"},     {"Fraction", u"1.5", 1, u"1"},
+    {"Two", u"2", 2, u"2"},
+    {"Most", u"999", 999, u"999"},
+    {"LeadingZero", u"007", 7, u"7"},
+    {"Blanks", u" 8 ", 8, u"8"},
+    {"Zero", u"0", 1, u"1"},
+    {"Zeros", u"000", 1, u"1"},
+    {"Empty", u"", 1, u"1"},
+    {"OnlyBlanks", u"  ", 1, u"1"},
+    {"BlankInside", u"1 2", 1, u"1"},
+    {"Letters", u"abc", 1, u"1"},
+    {"Minus", u"-", 1, u"1"},
+    {"Negative", u"-5", 1, u"1"},
+    {"Thousand", u"1000", 999, u"999"},
+    {"Sign", u"+5", 1, u"1"},
+    {"Fraction", u"1.5", 1, u"1"},
 };
 
 class OptionsCopiesEntered : public testing::TestWithParam<EnteredCase> {};
@@ -277,7 +287,12 @@ TEST_P(OptionsCopiesLeave, TakesTheNumberOrPutsTheStoredOneBack) {
   EXPECT_EQ(stage.windows().GetWindowLongPtrW(stage.page(), kDwlpMessageResult), 0);
   EXPECT_EQ(stage.shared().dmCopies, GetParam().stored);
   EXPECT_EQ(stage.user().Text(kEdit), GetParam().shown);
-  EXPECT_EQ(stage.changes.size(), GetParam().changes);
+  ASSERT_EQ(stage.changes.size(), GetParam().changes);
+  EXPECT_EQ(stage.favorite(), GetParam().changes == 0 ? u"mine" : OptionsStage::Text(5005));
+  for (const DriverDevmode& told : stage.changes) {
+    EXPECT_EQ(std::u16string(told.privateDevmode.FavoriteName), OptionsStage::Text(5005));
+    EXPECT_EQ(told.publicDevmode.dmCopies, GetParam().stored);
+  }
   EXPECT_TRUE(stage.boxes().empty());
   EXPECT_EQ(stage.Notify(kPsnKillActive), 0);
 }

@@ -211,6 +211,9 @@ TEST_P(DuplexClickOfPaper, IsRefusedByThePapersRowAlone) {
   EXPECT_EQ(stage.user().Enabled(1394), refused);
   EXPECT_EQ(stage.user().Shown(1448), !refused);
   ASSERT_EQ(stage.boxes().size(), refused ? 1U : 0U);
+  ASSERT_EQ(stage.changes.size(), 1U);
+  EXPECT_EQ(stage.changes[0].publicDevmode.dmDuplex, refused ? 1 : edge.target);
+  EXPECT_EQ(std::u16string(stage.changes[0].privateDevmode.FavoriteName), OptionsStage::Text(5005));
   if (refused) {
     const auto& box = stage.boxes()[0];
     EXPECT_EQ(box.owner, stage.page());
@@ -270,7 +273,19 @@ TEST_P(DuplexClickTwoSided, IsRefusedByPosterPagesAfterTheMediaWasReset) {
   stage.SetFavorite(u"mine");
   stage.ShowAgain();
   TellPages(&PageLinks::duplexOff, true);
+  std::size_t opened = 0;
+  stage.windows().onBox = [&](const auto& /*box*/) {
+    ++opened;
+    EXPECT_EQ(stage.shared().dmMediaType, 1U);
+    EXPECT_EQ(stage.shared().dmDuplex, 1);
+    EXPECT_FALSE(AskPages(&PageLinks::duplexOff));
+    EXPECT_EQ(stage.favorite(), OptionsStage::Text(5005));
+    EXPECT_TRUE(stage.changes.empty());
+  };
   EXPECT_TRUE(stage.user().Click(GetParam().control));
+  EXPECT_EQ(opened, 1U);
+  ASSERT_EQ(stage.changes.size(), 1U);
+  EXPECT_EQ(stage.changes[0].publicDevmode.dmMediaType, 1U);
   ASSERT_EQ(stage.boxes().size(), 1U);
   EXPECT_EQ(stage.boxes()[0].text, OptionsStage::Text(5032));
   EXPECT_EQ(stage.boxes()[0].caption, OptionsStage::Text(5004));
@@ -284,6 +299,25 @@ TEST_P(DuplexClickTwoSided, IsRefusedByPosterPagesAfterTheMediaWasReset) {
   EXPECT_FALSE(stage.user().Shown(1448));
   // What the paper page was told before the poster's refusal isn't taken back.
   EXPECT_FALSE(AskPages(&PageLinks::duplexOff));
+}
+
+// The box gives the focus back to the radio button, which isn't checked: that is a click, too.
+TEST_P(DuplexClickTwoSided, RefusalIsToldOnceAndTheFocusGoesToOneSided) {
+  for (const bool byPaper : {false, true}) {
+    OptionsStage stage;
+    ASSERT_TRUE(stage.Open());
+    (byPaper ? stage.shared().dmPaperSize : stage.own().MultipleUp) = byPaper ? 13 : 22;
+    EXPECT_TRUE(stage.user().Click(GetParam().control));
+    EXPECT_EQ(stage.boxes().size(), 1U) << byPaper;
+    EXPECT_EQ(stage.user().Focus(), 1240) << byPaper;
+    stage.windows().MoveFocus(nullptr);
+    stage.windows().MoveFocus(stage.Item(1240));
+    EXPECT_EQ(stage.boxes().size(), 1U) << byPaper;
+    EXPECT_EQ(stage.changes.size(), 1U) << byPaper;
+    // A second try is a second refusal.
+    EXPECT_TRUE(stage.user().Click(GetParam().control));
+    EXPECT_EQ(stage.boxes().size(), 2U) << byPaper;
+  }
 }
 
 TEST_P(DuplexClickTwoSided, PaperIsRefusedBeforeThePosterPages) {
@@ -306,10 +340,15 @@ TEST_P(DuplexClickTwoSided, RefusalFromTheOtherEdgeLeavesTheLockOfReverseOrder) 
   ASSERT_TRUE(stage.Open(
       [edge](UIContext& context) { context.publicPointer->dmDuplex = edge.target == 2 ? 3 : 2; }));
   stage.shared().dmPaperSize = 13;
+  const std::uint32_t picture = stage.DuplexPicture();
+  TellPages(&PageLinks::duplexOff, false);
   stage.Command(edge.control);
   EXPECT_EQ(stage.shared().dmDuplex, 1);
   ExpectSelected(stage, 1240);
   EXPECT_FALSE(stage.user().Enabled(1394));
+  EXPECT_TRUE(stage.user().Shown(1448));
+  EXPECT_EQ(stage.DuplexPicture(), picture);
+  EXPECT_FALSE(AskPages(&PageLinks::duplexOff));
   stage.ShowAgain();
   EXPECT_TRUE(stage.user().Enabled(1394));
 }

@@ -599,12 +599,47 @@ TEST(OptionsFactoryFavorite, IsKnownByString4011AndNotByThatOfTheButton) {
 }
 
 // The later steps lock again what the favourite has unlocked.
+// What a refresh does to one control's state, in order: "+" enables or shows, "-" the opposite.
+std::string StateChangesOf(OptionsStage& stage, std::int32_t id) {
+  std::string changes;
+  for (const auto& change : stage.windows().stateChanges) {
+    if (change.window == stage.Item(id)) {
+      changes += change.on ? "+" : "-";
+    }
+  }
+  return changes;
+}
+
+// First all is unlocked, then the later steps lock again.
+TEST(OptionsFactoryFavorite, UnlocksAllBeforeTheLaterStepsLockAgain) {
+  for (const bool isFactory : {false, true}) {
+    OptionsStage stage;
+    ASSERT_TRUE(stage.Open());
+    stage.SetFavorite(isFactory ? OptionsStage::Text(4011) : u"mine");
+    stage.own().WatermarkData.PageWMFlag = 1;
+    stage.own().BookletPrint = 1;
+    stage.shared().dmDuplex = 3;
+    stage.windows().stateChanges.clear();
+    stage.ShowAgain();
+    const std::string first = isFactory ? "-" : "";
+    for (const std::int32_t icon : {1447, 1448, 1449, 1450}) {
+      EXPECT_EQ(StateChangesOf(stage, icon), first + "+") << icon;
+    }
+    for (const std::int32_t control : {1240, 1125, 1241, 1393}) {
+      EXPECT_EQ(StateChangesOf(stage, control), (isFactory ? "+-" : "-")) << control;
+    }
+  }
+}
+
 TEST(OptionsFactoryFavorite, IconOfTheJobModeIsHiddenAndShownAgainUnderAWatermark) {
   OptionsStage stage;
   ASSERT_TRUE(stage.Open());
   stage.SetFavorite(OptionsStage::Text(4011));
   stage.own().WatermarkData.PageWMFlag = 1;
+  stage.windows().stateChanges.clear();
   stage.ShowAgain();
+  EXPECT_EQ(StateChangesOf(stage, 1450), "-+");
+  EXPECT_EQ(StateChangesOf(stage, 1393), "+-");
   ExpectJobMode(stage, false);
   EXPECT_TRUE(AskPages(&PageLinks::jobModeAllowed));  // which that lock doesn't take back
 }

@@ -434,6 +434,9 @@ int HeadlessWindows::MessageBoxW(WindowHandle owner, const char16_t* text, const
   boxes.push_back({owner, text == nullptr ? u"" : text, caption == nullptr ? u"" : caption, style});
   const WindowHandle before = focus_;
   MoveFocus(nullptr);
+  if (onBox) {
+    onBox(Box(boxes.back()));
+  }
   int answer = kIdOk;
   if (!answers.empty()) {
     answer = answers.front();
@@ -468,6 +471,7 @@ bool HeadlessWindows::EnableWindow(WindowHandle window, bool enable) {
   if (found == nullptr) {
     return false;
   }
+  stateChanges.push_back({window, StateChange::kEnable, enable});
   const bool wasDisabled = !found->IsEnabled();
   found->style = enable ? found->style & ~kStyleDisabled : found->style | kStyleDisabled;
   if (!enable && focus_ == window) {
@@ -508,10 +512,20 @@ bool HeadlessWindows::ShowWindow(WindowHandle window, std::int32_t command) {
   if (found == nullptr) {
     return false;
   }
+  stateChanges.push_back({window, StateChange::kShow, command != kSwHide});
   const bool wasShown = found->IsShown();
   Show(window, command != kSwHide);
   return wasShown;
 }
+
+namespace {
+
+bool IsUncheckedRadio(const Window& window) {
+  return window.kind == WindowKind::kButton && window.checkState == 0 &&
+         (window.ButtonTypeOf() == kRadio || window.ButtonTypeOf() == kAutoRadio);
+}
+
+}  // namespace
 
 void HeadlessWindows::MoveFocus(WindowHandle window) {
   if (focus_ == window) {
@@ -521,10 +535,21 @@ void HeadlessWindows::MoveFocus(WindowHandle window) {
   if (loser != nullptr && FocusCode(*loser, false) != 0) {
     NotifyParent(*loser, FocusCode(*loser, false));
   }
-  const Window* winner = Find(window);
+  Window* winner = Find(window);
   if (focus_ == window && winner != nullptr && FocusCode(*winner, true) != 0) {
     NotifyParent(*winner, FocusCode(*winner, true));
   }
+  // A radio button is clicked by the focus itself, unless it is checked or the mouse brought it.
+  winner = Find(window);
+  if (focus_ == window && winner != nullptr && pressed_ != window && IsUncheckedRadio(*winner)) {
+    PressButton(*this, window);
+  }
+}
+
+void HeadlessWindows::MoveFocusByMouse(WindowHandle window) {
+  pressed_ = window;
+  MoveFocus(window);
+  pressed_ = nullptr;
 }
 
 WindowHandle HeadlessWindows::SetFocus(WindowHandle window) {

@@ -15,6 +15,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <deque>
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
@@ -84,6 +85,17 @@ class HeadlessWindows final : public Windows {
   // answer is answered with IDOK.
   std::vector<Box> boxes;
   std::deque<int> answers;
+  // Called while a box is open.
+  std::function<void(const Box&)> onBox;
+
+  // What code did to a window's state, in order, whether that changed it or not.
+  struct StateChange {
+    WindowHandle window;
+    enum Kind { kEnable, kShow } kind;
+    bool on;
+    bool operator==(const StateChange&) const = default;
+  };
+  std::vector<StateChange> stateChanges;
 
   Point cursor = {0, 0};
   // Where the mouse was put by SetCursorPos, in order.
@@ -132,6 +144,9 @@ class HeadlessWindows final : public Windows {
   // WM_COMMAND from a control to its parent.
   void NotifyParent(const Window& control, std::uint16_t code);
   void MoveFocus(WindowHandle window);
+  // The same by a press of the mouse, which holds back the click that an unchecked radio button
+  // gets with the focus.
+  void MoveFocusByMouse(WindowHandle window);
   void Show(WindowHandle window, bool show);
   void Destroy(WindowHandle window);
   std::u16string TextOf(const Window& window) const;
@@ -161,6 +176,7 @@ class HeadlessWindows final : public Windows {
   std::map<std::pair<std::u16string, std::int32_t>, std::intptr_t> classLongs_;
   std::map<ImageHandle, Image> images_;
   WindowHandle focus_ = nullptr;
+  WindowHandle pressed_ = nullptr;  // where the mouse's button is down
   std::uintptr_t nextHandle_ = 0x10010;
   std::uintptr_t nextImage_ = 0x800010;
 };

@@ -64,7 +64,7 @@ bool User::Click(std::int32_t id) {
   if (control->kind != WindowKind::kButton || control->ButtonTypeOf() == kGroupBox) {
     return false;
   }
-  windows_.MoveFocus(handle);
+  windows_.MoveFocusByMouse(handle);
   if (!windows_.IsReachable(handle)) {
     return false;  // what lost the focus has locked it
   }
