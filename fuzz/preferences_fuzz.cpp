@@ -8,6 +8,7 @@
 #include "core/page_state_table.h"
 #include "core/sheet_frame.h"
 #include "driver/page_tables.h"
+#include "pages/page_support.h"
 #include "platform/headless/headless_sheet.h"
 #include "support/sheet_scene.h"
 
@@ -30,7 +31,7 @@ fuzz::Input storedRecord;
 std::int32_t Entry(SheetInfo* info, std::intptr_t lParam) {
   const std::int32_t answer = DrvDocumentPropertySheets(info, lParam, kDocumentPages);
   if (info->Reason == kReasonInit && answer == kSheetDone) {
-    auto& context = *reinterpret_cast<UIContext*>(info->UserData);
+    auto& context = *PointedAt<UIContext>(static_cast<std::intptr_t>(info->UserData));
     std::copy(storedRecord.begin(), storedRecord.end(),
               reinterpret_cast<std::uint8_t*>(&context.devmode));
   }

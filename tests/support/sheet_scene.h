@@ -3,6 +3,7 @@
 #pragma once
 
 #include "core/sheet_frame.h"
+#include "pages/page_support.h"
 #include "support/test_world.h"
 
 #include <cstdint>
@@ -55,7 +56,9 @@ class SheetScene {
   std::int32_t OpenDevice() {
     return CallDevice(kReasonInit, reinterpret_cast<std::intptr_t>(&device));
   }
-  UIContext* context() const { return reinterpret_cast<UIContext*>(info.UserData); }
+  UIContext* context() const {
+    return PointedAt<UIContext>(static_cast<std::intptr_t>(info.UserData));
+  }
 
   // The pages that were added, and how often a result was set.
   std::vector<SheetRequest> Pages() const;
