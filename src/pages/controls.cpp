@@ -209,7 +209,8 @@ int TextEdit::Validate() {
 }
 
 int TextEdit::GetText(std::span<char16_t> buffer) {
-  const std::u16string_view text = WithoutOuterBlanks(ReadWindowText(window(), buffer));
+  EditText whole;
+  const std::u16string_view text = WithoutOuterBlanks(ReadWindowText(window(), whole));
   return static_cast<int>(CopyText(buffer, text));
 }
 
@@ -226,7 +227,15 @@ std::u16string_view NumberEdit::ReadText(std::span<char16_t, kEditTextUnits> buf
 }
 
 void NumberEdit::ShowLastGoodText() {
-  World().windows.SetWindowTextW(window(), range.lastGoodText);
+  if (writing_) {
+    return;
+  }
+  // A copy: the check of what comes back may keep another text meanwhile.
+  EditText text = {};
+  CopyText(text, FieldText(range.lastGoodText));
+  writing_ = true;
+  World().windows.SetWindowTextW(window(), text.data());
+  writing_ = false;
 }
 
 void NumberEdit::Undo() {
@@ -311,8 +320,13 @@ int IntEdit::ChangeCheck() {
     if (range.minimum > 0 && text.size() < DecimalLength(IntegerPart(range.maximum + kMargin))) {
       return kTextStands;  // more digits may follow
     }
-    SetValue(static_cast<float>(number) >= range.maximum ? IntegerPart(range.maximum)
-                                                         : LowerEnd(range.minimum));
+    const int end = static_cast<float>(number) >= range.maximum ? IntegerPart(range.maximum)
+                                                                : LowerEnd(range.minimum);
+    if (!writing_) {
+      writing_ = true;
+      SetValue(end);
+      writing_ = false;
+    }
   }
   // What was typed, even where something else is shown now.
   CopyText(range.lastGoodText, text);
@@ -525,10 +539,11 @@ void RadioButton::Select(std::int32_t id) {
 }
 
 void RadioButton::SetCheck(bool on) {
-  if (IsChecked() == on) {
+  const std::uint32_t wanted = on ? kBstChecked : kBstUnchecked;
+  if (World().windows.IsDlgButtonChecked(dialog(), id()) == wanted) {
     return;
   }
-  World().windows.CheckDlgButton(dialog(), id(), on ? kBstChecked : kBstUnchecked);
+  World().windows.CheckDlgButton(dialog(), id(), wanted);
   EnableChildren(on);
 }
 

@@ -68,7 +68,7 @@ class TextEdit : public EditBase {
   // kTextStands when something beside blanks at both ends is there and isn't longer than
   // `maximumLength`; otherwise the control takes the focus, and kTextRefused.
   int Validate() override;
-  // The text without the blanks at both ends.
+  // The text without the blanks at both ends, cut to the buffer.
   int GetText(std::span<char16_t> buffer) override;
 
   std::int32_t maximumLength = 0;
@@ -104,10 +104,14 @@ class NumberEdit : public DlgControl {
   // The last good text comes back in the place of what was typed, all of it selected. Result:
   // kTextRefused.
   int RefuseTyped();
-  // Takes the last change back. That is a change too, which is checked in turn; and an edit that is
-  // asked once more puts back what it took: two texts that are both too long would follow one
-  // another for ever.
+  // Takes the last change back.
   void Undo();
+
+  // What the edit itself writes or takes back is a change too, which is checked in turn. Were that
+  // refused as well, the edit would write and be asked without end: two texts that are both too
+  // long, a kept number whose separator is another language's, an end of a range outside of it. So
+  // while it writes it writes no more.
+  bool writing_ = false;
 
  private:
   bool undoing_ = false;

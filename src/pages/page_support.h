@@ -1,9 +1,9 @@
 // Small services for every page: its context, its captions and lists, its help, and what a change
 // by the user does beside the change.
 //
-// A page's window data holds the context. Where it holds none, each service does nothing, and a
-// text is empty. A control that the dialog lacks and a string that the language lacks are passed
-// over.
+// A page's window data holds the context. Where it holds none, nothing of a record is touched and
+// no help opens; a list then shows its missing texts as "id:%d missing!". A control that the dialog
+// lacks is passed over, and so is a caption that the language lacks.
 #pragma once
 
 #include "core/ui_context.h"

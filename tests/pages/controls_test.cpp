@@ -128,6 +128,15 @@ TEST(DlgControl, MissingControlTakesEveryCallWithoutEffect) {
 
 // ---- EditBase and TextEdit ----------------------------------------------------------------------
 
+TEST(TextEdit, GivesNoMoreThanTheBufferHolds) {
+  EditScene<TextEdit> scene(u"  abcdef ");
+  char16_t buffer[5] = {u'x', u'x', u'x', u'x', u'x'};
+  EXPECT_EQ(scene.edit.GetText(std::span(buffer).first(4)), 3);
+  EXPECT_EQ(std::u16string(buffer), u"abc");
+  EXPECT_EQ(buffer[4], u'x');
+  EXPECT_EQ(scene.edit.GetText({}), 0);
+}
+
 TEST(EditBase, LetsAnyTextStand) {
   EditScene<TextEdit> scene(u"anything");
   EXPECT_EQ(scene.edit.EditBase::Validate(), 0);
@@ -275,6 +284,7 @@ INSTANTIATE_TEST_SUITE_P(
         // 5: beyond the ends
         NumberCase{"BelowGoesToTheMinimum",  u"24",    kScale, 1, {"text 1019 \"25\""}},
         NumberCase{"AboveGoesToTheMaximum",  u"401",   kScale, 1, {"text 1019 \"400\""}},
+        NumberCase{"MaximumHasNoMargin",     u"401",   RangeOf(25, 399.99995F, 3), 1, {"text 1019 \"399\""}},
         NumberCase{"ZeroGoesToTheMinimum",   u"0",     kScale, 1, {"text 1019 \"25\""}},
         NumberCase{"NoCopyIsOne",            u"0",     kCopies, 1, {"text 1019 \"1\""}},
         NumberCase{"AllCopiesStand",         u"999",   kCopies, 1},
@@ -356,6 +366,11 @@ INSTANTIATE_TEST_SUITE_P(
         ChangeCase{"BelowASignedMinimum",    u"-91",  kAngle, 1, u"-91", {"text 1019 \"-90\""}},
         ChangeCase{"BelowAWholeSignedMinimum", u"-99", RangeOf(-90, 90, 3, true), 1, u"-99", {"text 1019 \"-90\""}},
         ChangeCase{"BelowAMinimumOfZero",    u"-5",   RangeOf(0, 90, 3), 1, u"-5", {"text 1019 \"0\""}},
+        ChangeCase{"ShortBelowAMinimumOfZero", u"-5",  RangeOf(0, 400, 3), 1, u"-5", {"text 1019 \"0\""}},
+        ChangeCase{"ShortBelowASignedMinimum", u"-5",  RangeOf(-2, 400, 3, true), 1, u"-5", {"text 1019 \"-2\""}},
+        ChangeCase{"MaximumsMarginAddsADigit", u"12",  RangeOf(25, 99.99995F, 3), 1, u""},
+        ChangeCase{"MaximumHasNoMargin",     u"401",  RangeOf(25, 399.99995F, 3), 1, u"401", {"text 1019 \"399\""}},
+        ChangeCase{"MarginMakesASignedMinimumWhole", u"-99", RangeOf(-89.99999F, 90, 3, true), 1, u"-99", {"text 1019 \"-90\""}},
         ChangeCase{"MarginMakesTheMinimumWhole", u"5", RangeOf(24.99999F, 9, 3), 1, u"5", {"text 1019 \"25\""}},
         // 7
         ChangeCase{"GoodOneIsKept",          u"120",  kScaleAfter77, 1, u"120"},
@@ -384,14 +399,26 @@ TEST(IntEditTyping, WrittenTextIsCheckedInItsTurn) {
   struct Key {
     std::u16string typed;
     std::u16string shown;
+    std::u16string lastGood;  // what was typed, also where something else is shown
   };
-  for (const auto& [typed, shown] :
-       {Key{u"3", u"3"}, Key{u"35", u"35"}, Key{u"350", u"350"}, Key{u"3500", u"350"},
-        Key{u"35x", u"350"}, Key{u"500", u"400"}, Key{u"012", u"25"}}) {
+  for (const auto& [typed, shown, lastGood] :
+       {Key{u"3", u"3", u""}, Key{u"35", u"35", u"35"}, Key{u"350", u"350", u"350"},
+        Key{u"3500", u"350", u"350"}, Key{u"35x", u"350", u"350"}, Key{u"500", u"400", u"500"},
+        Key{u"012", u"25", u"012"}}) {
     scene.dialog.controls[kEditId].text = typed;
     scene.edit.ChangeCheck();
     EXPECT_EQ(scene.shown(), shown);
+    EXPECT_EQ(scene.lastGood(), lastGood) << shown.size();
   }
+}
+
+// An end that is itself outside of the range is written, and not once more for being outside.
+TEST(IntEditTyping, EndOutsideTheRangeIsWrittenOnce) {
+  EditScene<IntEdit> scene(u"-12");
+  scene.edit.range = RangeOf(1.5F, 9, 3);
+  scene.dialog.onChange = [&](std::int32_t) { scene.edit.ChangeCheck(); };
+  EXPECT_EQ(scene.edit.ChangeCheck(), 1);
+  EXPECT_EQ(scene.dialog.calls, (Calls{"text 1019 \"1\""}));
 }
 
 TEST(IntEditTyping, LastGoodTextIsCutAtItsField) {
@@ -672,6 +699,17 @@ TEST(DecimalEdit, ReadsAPointInALanguageWithTheComma) {
   EXPECT_EQ(value, 1.5F + 0.00001F);
 }
 
+TEST(DecimalEdit, ValidatesAPointInALanguageWithTheComma) {
+  EditScene<DecimalEdit> scene(u"1.5");
+  scene.world.process.DecimalCommaLanguage = true;
+  scene.edit.range = Decimals(2);
+  EXPECT_EQ(scene.edit.Validate(), 1);
+  EXPECT_EQ(scene.dialog.calls, Calls());
+  scene.dialog.controls[kEditId].text = u"9.5";
+  EXPECT_EQ(scene.edit.Validate(), 1);
+  EXPECT_EQ(scene.shown(), u"8,25");
+}
+
 TEST(DecimalEdit, ValueSurvivesATruncation) {
   EditScene<DecimalEdit> scene(u"8.27");
   scene.edit.range = Decimals(2);
@@ -801,6 +839,50 @@ INSTANTIATE_TEST_SUITE_P(
 TEST_P(FloatSpinStep, MovesTheBuddy) {
   EditScene<DecimalEdit> scene(GetParam().text);
   scene.edit.range = Decimals(1);
+  FloatSpin spin;
+  spin.SetBuddy(&scene.edit);
+  EXPECT_EQ(spin.Step(GetParam().up), GetParam().stepped);
+  EXPECT_EQ(scene.shown(), GetParam().shown);
+  if (!GetParam().stepped) {
+    for (const std::string& call : scene.dialog.calls) {
+      EXPECT_EQ(call, "focus 1019");  // the reading of a text that is no number, and no more
+    }
+  }
+}
+
+// The user's paper sizes, whose ranges have a margin that lets the last step reach the end.
+struct PaperStepCase {
+  const char* name;
+  float minimum;
+  float maximum;
+  std::int32_t precision;
+  std::u16string text;
+  bool up;
+  bool stepped;
+  std::u16string shown;
+};
+
+class PaperSizeStep : public testing::TestWithParam<PaperStepCase> {};
+
+// clang-format off
+INSTANTIATE_TEST_SUITE_P(
+    Ends, PaperSizeStep,
+    testing::Values(
+        PaperStepCase{"MillimetresToTheMaximum", 74.9999F, 216.0001F, 1, u"215.9", true,  true,  u"216.0"},
+        PaperStepCase{"MillimetresToTheMinimum", 74.9999F, 216.0001F, 1, u"75.1",  false, true,  u"75.0"},
+        PaperStepCase{"MillimetresAbove",        74.9999F, 216.0001F, 1, u"216.0", true,  false, u"216.0"},
+        PaperStepCase{"MillimetresBelow",        74.9999F, 216.0001F, 1, u"75.0",  false, false, u"75.0"},
+        PaperStepCase{"InchesToTheMaximum",      2.9499F,  8.5001F,   2, u"8.49",  true,  true,  u"8.50"},
+        PaperStepCase{"InchesToTheMinimum",      2.9499F,  8.5001F,   2, u"2.96",  false, true,  u"2.95"},
+        PaperStepCase{"InchesAbove",             2.9499F,  8.5001F,   2, u"8.50",  true,  false, u"8.50"},
+        PaperStepCase{"InchesBelow",             2.9499F,  8.5001F,   2, u"2.95",  false, false, u"2.95"}),
+    test::CaseName());
+// clang-format on
+
+TEST_P(PaperSizeStep, ReachesTheEndAndGoesNoFurther) {
+  EditScene<DecimalEdit> scene(GetParam().text);
+  scene.edit.range = RangeOf(GetParam().minimum, GetParam().maximum, 6);
+  scene.edit.range.precision = GetParam().precision;
   FloatSpin spin;
   spin.SetBuddy(&scene.edit);
   EXPECT_EQ(spin.Step(GetParam().up), GetParam().stepped);
@@ -973,6 +1055,14 @@ TEST(RadioButton, InTheStateAlreadyLeavesItsDependentsOutOfStep) {
   scene.first.SetCheck(true);
   EXPECT_EQ(scene.dialog.calls, Calls());
   EXPECT_FALSE(scene.dialog.controls[10].enabled);
+}
+
+// A third state, which a foreign hand can set, agrees with neither of the two.
+TEST(RadioButton, ThirdStateIsUncheckedWithItsDependents) {
+  GroupScene scene;
+  scene.dialog.controls[1].check = 2;
+  scene.first.SetCheck(false);
+  EXPECT_EQ(scene.dialog.Take(), (Calls{"uncheck 1", "disable 10"}));
 }
 
 TEST(RadioButton, TellsItsState) {

@@ -2,7 +2,9 @@
 
 #include "support/test_world.h"
 
+#include <algorithm>
 #include <array>
+#include <functional>
 #include <gtest/gtest.h>
 #include <string>
 #include <utility>
@@ -119,6 +121,45 @@ TEST(CountedPointer, ManyTargetsKeepTheirCounts) {
   }
   EXPECT_EQ(LiveBlocks(world), 101U);
   texts.clear();
+  EXPECT_EQ(LiveBlocks(world), 0U);
+}
+
+// Each new target comes before all others in the order of addresses.
+TEST(CountedPointer, TargetsHeldInFallingOrderKeepTheirCounts) {
+  test::TestWorld world;
+  std::vector<char16_t*> blocks;
+  for (int i = 0; i < 20; ++i) {
+    blocks.push_back(static_cast<char16_t*>(World().memory.HeapAlloc(sizeof(char16_t))));
+  }
+  std::sort(blocks.begin(), blocks.end(), std::greater<>());
+  std::vector<CountedPointer<char16_t>> holders;
+  for (std::size_t i = 0; i < blocks.size(); ++i) {
+    holders.emplace_back(blocks[i]);
+    if (i % 3 == 0) {
+      holders.push_back(holders.back());
+    }
+  }
+  for (std::size_t i = 0; i < blocks.size(); ++i) {
+    EXPECT_EQ(HoldersOf(blocks[i]), i % 3 == 0 ? 2 : 1) << i;
+  }
+  holders.erase(holders.begin() + 10, holders.begin() + 15);
+  holders.clear();
+  EXPECT_EQ(LiveBlocks(world), 0U);
+}
+
+// Letting go of the one lets go of the other, within the same removal.
+TEST(CountedPointer, ObjectThatHoldsAnotherLetsItGo) {
+  struct Holder final : CountedObject {
+    CountedPointer<Noted> held;
+  };
+  test::TestWorld world;
+  {
+    const CountedPointer<Holder> outer = MakeCountedObject<Holder>();
+    ASSERT_TRUE(outer);
+    outer->held = MakeCountedObject<Noted>();
+    EXPECT_EQ(Noted::alive, 1);
+  }
+  EXPECT_EQ(Noted::alive, 0);
   EXPECT_EQ(LiveBlocks(world), 0U);
 }
 

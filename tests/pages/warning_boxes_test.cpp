@@ -159,6 +159,17 @@ TEST_P(WarnTextBox, ShowsTheTextGiven) {
   EXPECT_EQ(boxes[0].text, GetParam().shown);
   EXPECT_EQ(boxes[0].caption, scene.English(5004));
   EXPECT_EQ(boxes[0].style, 48U);
+  EXPECT_EQ(boxes[0].owner, DialogRecorder::Dialog());
+}
+
+TEST(WarnTextBoxStyle, ReadsFromRightToLeftWhereTheLanguageDoesAndTellsAMissingTitle) {
+  PageScene scene;
+  scene.world.process.RightToLeftLanguage = true;
+  WarnText(DialogRecorder::Dialog(), nullptr, u"One");
+  const auto& boxes = scene.world.platform.windows.boxes;
+  ASSERT_EQ(boxes.size(), 1U);
+  EXPECT_EQ(boxes[0].style, 0x180030U);
+  EXPECT_EQ(boxes[0].caption, u"id:5004 missing!");
 }
 
 TEST(WarningBoxesWithoutALanguage, TellTheMissingIds) {

@@ -63,6 +63,7 @@ struct Wrapped {
   RadioButton second;
   RadioGroup group;
   WindowHandle tooltip = nullptr;
+  DecimalEdit* decimal = nullptr;  // in the place of the scale's box, when there is one
 
   Wrapped() {
     edit.range.minimum = 25;
@@ -111,7 +112,11 @@ std::intptr_t Procedure(WindowHandle dialog, std::uint32_t message, std::uintptr
     return 0;
   }
   if (message == kWmCommand && HighWord(wParam) == kEnChange) {
-    wrapped->edit.ChangeCheck();
+    if (wrapped->decimal != nullptr) {
+      wrapped->decimal->ChangeCheck();
+    } else {
+      wrapped->edit.ChangeCheck();
+    }
   } else if (message == kWmCommand && HighWord(wParam) == kBnClicked) {
     wrapped->group.Select(LowWord(wParam));
   } else if (message == kWmNotify) {
@@ -167,6 +172,29 @@ TEST_F(WrappedDialog, TwoNumbersThatAreBothTooLongEndTheUndoing) {
   World().windows.SetWindowTextW(user().Control(kEdit), u"12345");
   ASSERT_TRUE(user().Paste(kEdit, u"99999"));
   EXPECT_EQ(user().Text(kEdit), u"12345");
+}
+
+// What comes back when a text is refused may be refused too by now.
+TEST_F(WrappedDialog, LastGoodNumberThatBecameTooLongEndsTheRefusing) {
+  ASSERT_TRUE(user().Type(kEdit, u"350"));
+  wrapped_.edit.range.maximumTextLength = 2;
+  static_cast<void>(user().AppendTyping(kEdit, u"1"));
+  EXPECT_EQ(user().Text(kEdit), u"350");
+}
+
+TEST_F(WrappedDialog, LastGoodDecimalOfAnotherLanguageEndsTheRefusing) {
+  DecimalEdit edit;
+  edit.range.minimum = 0.5F;
+  edit.range.maximum = 99;
+  edit.range.precision = 1;
+  edit.range.maximumTextLength = 5;
+  edit.Attach(dialog_, kEdit);
+  wrapped_.decimal = &edit;
+  ASSERT_TRUE(user().Type(kEdit, u"1.5"));
+  world_.process.DecimalCommaLanguage = true;
+  static_cast<void>(user().AppendTyping(kEdit, u"2"));
+  EXPECT_EQ(user().Text(kEdit), u"1.5");
+  wrapped_.decimal = nullptr;
 }
 
 TEST_F(WrappedDialog, RefusedTextLeavesAllSelected) {
