@@ -673,6 +673,155 @@ TYPED_TEST_P(PlatformConformance, ADebugLineIsTaken) {
   this->platform().debug.OutputDebugStringW(u"a line of a conformance test\n");
 }
 
+// ---- Dialogs, exports and images of a library ---------------------------------------------------
+
+TYPED_TEST_P(PlatformConformance, ALibraryHoldsItsOwnDialogsAlone) {
+  const ModuleHandle module = this->LoadLanguageLibrary();
+  EXPECT_TRUE(this->platform().modules.FindResourceW(module, 111, kResourceDialog));
+  EXPECT_FALSE(this->platform().modules.FindResourceW(module, 60000, kResourceDialog));
+  EXPECT_TRUE(this->platform().modules.FreeLibrary(module));
+}
+
+TYPED_TEST_P(PlatformConformance, AFunctionThatALibraryDoesNotExportIsNull) {
+  const ModuleHandle module = this->LoadLanguageLibrary();
+  EXPECT_EQ(this->platform().modules.GetProcAddress(module, "NoSuchFunction"), nullptr);
+  EXPECT_TRUE(this->platform().modules.FreeLibrary(module));
+}
+
+TYPED_TEST_P(PlatformConformance, AnIconIsLoadedAndAMissingOneIsNull) {
+  const ModuleHandle module = this->LoadLanguageLibrary();
+  EXPECT_NE(this->platform().windows.LoadImageW(module, 1077, kImageIcon, 18, 18), nullptr);
+  EXPECT_EQ(this->platform().windows.LoadImageW(module, 60000, kImageIcon, 18, 18), nullptr);
+  EXPECT_TRUE(this->platform().modules.FreeLibrary(module));
+}
+
+TYPED_TEST_P(PlatformConformance, ABitmapTellsItsSizeAndIsDeletedOnce) {
+  Graphics& graphics = this->platform().graphics;
+  const ModuleHandle module = this->LoadLanguageLibrary();
+  const GdiObject bitmap = graphics.LoadBitmapW(module, 115);
+  ASSERT_NE(bitmap, nullptr);
+  Size size = {-1, -1};
+  EXPECT_TRUE(graphics.GetBitmapSize(bitmap, &size));
+  EXPECT_EQ(size.width, 32);
+  EXPECT_EQ(size.height, 32);
+  EXPECT_TRUE(graphics.DeleteObject(bitmap));
+  EXPECT_FALSE(graphics.GetBitmapSize(bitmap, &size));
+  EXPECT_EQ(graphics.LoadBitmapW(module, 60000), nullptr);
+  EXPECT_TRUE(this->platform().modules.FreeLibrary(module));
+}
+
+// ---- Drawing ------------------------------------------------------------------------------------
+
+TYPED_TEST_P(PlatformConformance, ABitmapIsSelectedIntoAContextInMemory) {
+  Graphics& graphics = this->platform().graphics;
+  const ModuleHandle module = this->LoadLanguageLibrary();
+  const DeviceContext screen = graphics.GetDC(nullptr);
+  ASSERT_NE(screen, nullptr);
+  EXPECT_GE(graphics.GetDeviceCaps(screen, kDeviceCapLogPixelsY), 72);
+  const DeviceContext memory = graphics.CreateCompatibleDC(screen);
+  ASSERT_NE(memory, nullptr);
+  const GdiObject bitmap = graphics.LoadBitmapW(module, 115);
+  const GdiObject before = graphics.SelectObject(memory, bitmap);
+  EXPECT_NE(before, nullptr);
+  EXPECT_EQ(graphics.SelectObject(memory, before), bitmap);
+  EXPECT_TRUE(graphics.DeleteObject(bitmap));
+  EXPECT_TRUE(graphics.DeleteDC(memory));
+  EXPECT_EQ(graphics.ReleaseDC(nullptr, screen), 1);
+  EXPECT_TRUE(this->platform().modules.FreeLibrary(module));
+}
+
+TYPED_TEST_P(PlatformConformance, AContextsLayoutIsSetAndTold) {
+  Graphics& graphics = this->platform().graphics;
+  const DeviceContext screen = graphics.GetDC(nullptr);
+  const DeviceContext memory = graphics.CreateCompatibleDC(screen);
+  EXPECT_EQ(graphics.GetLayout(memory), 0U);
+  EXPECT_EQ(graphics.SetLayout(memory, kLayoutRightToLeft), 0U);
+  EXPECT_EQ(graphics.GetLayout(memory), kLayoutRightToLeft);
+  EXPECT_EQ(graphics.SetLayout(memory, 0), kLayoutRightToLeft);
+  EXPECT_TRUE(graphics.DeleteDC(memory));
+  EXPECT_EQ(graphics.ReleaseDC(nullptr, screen), 1);
+}
+
+// ---- Windows ------------------------------------------------------------------------------------
+
+TYPED_TEST_P(PlatformConformance, AWindowThatIsNotThereTakesNothing) {
+  Windows& windows = this->platform().windows;
+  char16_t text[4] = {u'x', u'x', u'x', u'x'};
+  char narrow[4] = {'x', 'x', 'x', 'x'};
+  bool translated = true;
+  Rect rect = {};
+  EXPECT_EQ(windows.GetDlgItem(nullptr, 1), nullptr);
+  EXPECT_EQ(windows.GetParent(nullptr), nullptr);
+  EXPECT_FALSE(windows.EnableWindow(nullptr, true));
+  EXPECT_FALSE(windows.IsWindowEnabled(nullptr));
+  EXPECT_FALSE(windows.ShowWindow(nullptr, kSwShow));
+  EXPECT_EQ(windows.SetFocus(nullptr), nullptr);
+  EXPECT_FALSE(windows.InvalidateRect(nullptr));
+  EXPECT_EQ(windows.SendMessageW(nullptr, kCbGetCount, 0, 0), 0);
+  EXPECT_EQ(windows.GetWindowTextW(nullptr, text, 4), 0);
+  EXPECT_FALSE(windows.SetWindowTextW(nullptr, u"text"));
+  EXPECT_FALSE(windows.SetWindowTextA(nullptr, "text"));
+  EXPECT_EQ(windows.GetDlgItemTextA(nullptr, 1, narrow, 4), 0U);
+  EXPECT_EQ(windows.GetDlgItemInt(nullptr, 1, &translated, true), 0U);
+  EXPECT_FALSE(translated);
+  EXPECT_EQ(windows.IsDlgButtonChecked(nullptr, 1), 0U);
+  EXPECT_EQ(windows.GetWindowLongPtrW(nullptr, kGwlpUserData), 0);
+  EXPECT_EQ(windows.SetWindowLongPtrW(nullptr, kGwlpUserData, 1), 0);
+  EXPECT_FALSE(windows.GetWindowRect(nullptr, &rect));
+  EXPECT_FALSE(windows.DestroyWindow(nullptr));
+}
+
+TYPED_TEST_P(PlatformConformance, ATooltipIsMadeTakesAToolAndIsDestroyedOnce) {
+  constexpr std::uint32_t kTopmost = 8;
+  constexpr std::uint32_t kStyle = 0x80000003;
+  Windows& windows = this->platform().windows;
+  const WindowHandle tooltip =
+      windows.CreateWindowExW(kTopmost, u"tooltips_class32", kStyle, nullptr, nullptr);
+  ASSERT_NE(tooltip, nullptr);
+  char16_t text[] = u"Locked";
+  ToolInfo tool = {};
+  tool.cbSize = offsetof(ToolInfo, lpReserved);
+  tool.hwnd = tooltip;
+  tool.lpszText = text;
+  EXPECT_EQ(windows.SendMessageW(tooltip, kTtmAddTool, 0, reinterpret_cast<std::intptr_t>(&tool)),
+            1);
+  EXPECT_TRUE(windows.DestroyWindow(tooltip));
+  EXPECT_FALSE(windows.DestroyWindow(tooltip));
+}
+
+TYPED_TEST_P(PlatformConformance, AWindowKeepsTheWordThatWasSet) {
+  Windows& windows = this->platform().windows;
+  const WindowHandle window =
+      windows.CreateWindowExW(0, u"tooltips_class32", 0x80000000, nullptr, nullptr);
+  ASSERT_NE(window, nullptr);
+  EXPECT_EQ(windows.SetWindowLongPtrW(window, kGwlpUserData, 0x1234), 0);
+  EXPECT_EQ(windows.SetWindowLongPtrW(window, kGwlpUserData, 0x5678), 0x1234);
+  EXPECT_EQ(windows.GetWindowLongPtrW(window, kGwlpUserData), 0x5678);
+  EXPECT_FALSE(windows.EnableWindow(window, false));  // it wasn't disabled before
+  EXPECT_FALSE(windows.IsWindowEnabled(window));
+  EXPECT_TRUE(windows.EnableWindow(window, true));
+  EXPECT_TRUE(windows.IsWindowEnabled(window));
+  EXPECT_TRUE(windows.DestroyWindow(window));
+}
+
+TYPED_TEST_P(PlatformConformance, AnUnknownClassOfWindowsIsNotMade) {
+  EXPECT_EQ(
+      this->platform().windows.CreateWindowExW(0, u"no such class", 0x80000000, nullptr, nullptr),
+      nullptr);
+}
+
+// ---- Threads and versions -----------------------------------------------------------------------
+
+TYPED_TEST_P(PlatformConformance, AThreadHasOneId) {
+  const std::uint32_t id = this->platform().system.GetCurrentThreadId();
+  EXPECT_NE(id, 0U);
+  EXPECT_EQ(this->platform().system.GetCurrentThreadId(), id);
+}
+
+TYPED_TEST_P(PlatformConformance, TheSystemIsAVersionThatHasActivationContexts) {
+  EXPECT_GE(this->platform().system.GetMajorVersion(), 5U);
+}
+
 REGISTER_TYPED_TEST_SUITE_P(
     PlatformConformance, AnUnknownPrinterCannotBeOpened, AKnownPrinterIsOpenedAndClosed,
     APrinterIsOpenedWithTheAccessOfAnAdministrator, ANullPrinterCannotBeClosed,
@@ -695,6 +844,11 @@ REGISTER_TYPED_TEST_SUITE_P(
     AMissingIniFileGivesTheFallback, AnIniValueIsReadThroughADoubledSeparator, TheUserHasAName,
     ValuesAreReadAsTheyWereSetBelowTheUsersKey, TheShellTellsTheFolderOfApplicationData,
     ABlockIsZeroAndAlignedForAnyType, ANullBlockMayBeFreed, TheLastErrorIsTheOneThatWasSet,
-    ADebugLineIsTaken);
+    ADebugLineIsTaken, ALibraryHoldsItsOwnDialogsAlone, AFunctionThatALibraryDoesNotExportIsNull,
+    AnIconIsLoadedAndAMissingOneIsNull, ABitmapTellsItsSizeAndIsDeletedOnce,
+    ABitmapIsSelectedIntoAContextInMemory, AContextsLayoutIsSetAndTold,
+    AWindowThatIsNotThereTakesNothing, ATooltipIsMadeTakesAToolAndIsDestroyedOnce,
+    AWindowKeepsTheWordThatWasSet, AnUnknownClassOfWindowsIsNotMade, AThreadHasOneId,
+    TheSystemIsAVersionThatHasActivationContexts);
 
 }  // namespace ostrel

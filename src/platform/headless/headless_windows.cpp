@@ -5,6 +5,7 @@
 #include "platform/headless/names.h"
 
 #include <algorithm>
+#include <iterator>
 #include <limits>
 
 namespace ostrel::headless {
@@ -331,10 +332,34 @@ WindowHandle HeadlessWindows::CreatePlayedWindow(
   return window.handle;
 }
 
+namespace {
+
+// The classes that user32 and comctl32 register, as far as a dialog has them, in lower case.
+bool IsKnownClass(std::u16string_view className) {
+  constexpr std::u16string_view kClasses[] = {u"static",
+                                              u"button",
+                                              u"edit",
+                                              u"combobox",
+                                              u"listbox",
+                                              u"scrollbar",
+                                              u"#32770",
+                                              u"tooltips_class32",
+                                              u"msctls_updown32",
+                                              u"syslistview32",
+                                              u"systreeview32",
+                                              u"msctls_trackbar32",
+                                              u"msctls_progress32",
+                                              u"systabcontrol32"};
+  return std::ranges::find(kClasses, className) != std::end(kClasses);
+}
+
+}  // namespace
+
 WindowHandle HeadlessWindows::CreateWindowExW(std::uint32_t extendedStyle,
                                               const char16_t* className, std::uint32_t style,
                                               WindowHandle owner, ModuleHandle /*module*/) {
-  if (faults_.ShouldFail("CreateWindowExW") || className == nullptr) {
+  if (faults_.ShouldFail("CreateWindowExW") || className == nullptr ||
+      !IsKnownClass(LowerCase(className))) {
     Fail(kErrorNoClass);
     return nullptr;
   }
