@@ -2,6 +2,8 @@
 // to first, what a model has, and what each control then shows.
 #include "pages/options_stage.h"
 
+#include <cstring>
+
 namespace ostrel {
 namespace {
 
@@ -656,6 +658,32 @@ TEST(OptionsFactoryFavorite, LaterStepsLockTheRestAgain) {
   }
   for (const std::int32_t id : {1240, 1125, 1241, 1393, 1394, 1008}) {
     EXPECT_FALSE(stage.user().Enabled(id)) << id;
+  }
+}
+
+// Another stop of the Tab key in a group would be clicked by the focus alone.
+TEST(OptionsTabStops, LieAtTheSelectedRadioButtons) {
+  for (const std::int16_t duplex : {std::int16_t{1}, std::int16_t{2}, std::int16_t{3}}) {
+    OptionsStage stage;
+    ASSERT_TRUE(stage.Open([duplex](UIContext& context) {
+      context.publicPointer->dmDuplex = duplex;
+      context.privatePointer->PrintMode = duplex == 2 ? 1 : 0;
+    }));
+    const auto isStop = [&stage](std::int32_t id) {
+      return (stage.windows().Find(stage.Item(id))->style & headless::kStyleTabStop) != 0;
+    };
+    EXPECT_EQ(isStop(1240), duplex == 1);
+    EXPECT_EQ(isStop(1125), duplex == 2);
+    EXPECT_EQ(isStop(1241), duplex == 3);
+    EXPECT_EQ(isStop(1242), duplex != 2);
+    EXPECT_EQ(isStop(1243), duplex == 2);
+    const DriverDevmode before = stage.context().devmode;
+    for (const std::int32_t id : {1019, 1008, 1240, 1125, 1241, 1242, 1243, 1422, 1393, 1064}) {
+      if (isStop(id)) {
+        EXPECT_TRUE(stage.user().MoveFocus(id) || !stage.user().Enabled(id)) << id;
+      }
+    }
+    EXPECT_EQ(std::memcmp(&before, &stage.context().devmode, sizeof(before)), 0) << duplex;
   }
 }
 

@@ -94,6 +94,25 @@ TEST_F(DocumentSheetCall, WritesNothingWhereTheCallerAsksForNothing) {
   EXPECT_TRUE(IsPoison(sheet.out));
 }
 
+// The Tab key stops at the radio button that is selected. Were another one a stop, the focus alone
+// would click it there, and change the setting.
+TEST_F(DocumentSheetCall, HasItsTabStopsAtTheSelectedRadioButtons) {
+  Record record = PrintersRecord();
+  record.devmode()->dmDuplex = DMDUP_HORIZONTAL;
+  record.privatePart().PrintMode = 1;
+  DocumentSheet sheet(record);
+  sheet.driver().ShowPage(Text(kPrintOptionsTitle));
+  const HWND page = sheet.driver().page();
+  for (const auto& [radio, selected] :
+       {std::pair{1240, false}, std::pair{1125, false}, std::pair{1241, true},
+        std::pair{1242, false}, std::pair{1243, true}}) {
+    EXPECT_EQ((GetWindowLongW(GetDlgItem(page, radio), GWL_STYLE) & WS_TABSTOP) != 0, selected)
+        << radio;
+  }
+  sheet.driver().Press(SheetButton::kCancel);
+  sheet.driver().Result();
+}
+
 // Common dialogs hand the same record in and out.
 TEST_F(DocumentSheetCall, MayHandOneRecordInAndOut) {
   const Record before = PrintersRecord();

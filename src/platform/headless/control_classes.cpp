@@ -214,6 +214,14 @@ std::uint32_t MostCheck(const Window& button) {
   return type == kThreeState || type == kAutoThreeState ? 2 : 1;
 }
 
+// A radio button is a stop of the Tab key while it is checked, and only then.
+void MakeStop(Window& window) {
+  if (window.ButtonTypeOf() == kRadio || window.ButtonTypeOf() == kAutoRadio) {
+    window.style =
+        window.checkState != 0 ? window.style | kStyleTabStop : window.style & ~kStyleTabStop;
+  }
+}
+
 // The radio buttons between two group marks are one another's rivals.
 void CheckAlone(HeadlessWindows& windows, const Window& radio) {
   const Window* dialog = windows.Find(radio.parent);
@@ -233,6 +241,7 @@ void CheckAlone(HeadlessWindows& windows, const Window& radio) {
   for (Window* rival : rivals) {
     if (rival->kind == WindowKind::kButton && rival->ButtonTypeOf() == kAutoRadio) {
       rival->checkState = rival->handle == radio.handle ? 1 : 0;
+      MakeStop(*rival);
     }
   }
 }
@@ -245,11 +254,12 @@ std::intptr_t AnswerButton(HeadlessWindows& windows, Window& window, std::uint32
     case kBmSetCheck:
       if (HasCheck(window)) {
         window.checkState = std::min(static_cast<std::uint32_t>(wParam), MostCheck(window));
+        MakeStop(window);
       }
       return 0;
     case kBmClick: {  // as the mouse would, though even a disabled button obeys
       const WindowHandle button = window.handle;
-      windows.MoveFocus(button);
+      windows.MoveFocusByMouse(button);
       PressButton(windows, button);
       return 0;
     }

@@ -523,6 +523,39 @@ TEST_F(Dialog, ClickByMessageIsAClick) {
   EXPECT_THAT(log_.Take(), ElementsAre("command 21 0", "command 22 0"));
 }
 
+// Not by a press of the mouse, which brings a click of its own, and not when it is checked.
+TEST_F(Dialog, UncheckedRadioButtonIsClickedByTheFocus) {
+  constexpr std::int32_t kByHand = 34;
+  const WindowHandle radio = windows_.ControlOf(dialog_, kByHand);
+  log_.Take();
+  windows_.MoveFocus(radio);
+  EXPECT_THAT(log_.Take(), ElementsAre("command 34 0"));
+  EXPECT_EQ(windows_.IsDlgButtonChecked(dialog_, kByHand), 0U);
+  windows_.MoveFocus(nullptr);
+  windows_.MoveFocusByMouse(radio);
+  EXPECT_THAT(log_.Take(), ElementsAre());
+  windows_.MoveFocus(nullptr);
+  windows_.CheckDlgButton(dialog_, kByHand, kBstChecked);
+  windows_.MoveFocus(radio);
+  EXPECT_THAT(log_.Take(), ElementsAre());
+  windows_.MoveFocus(windows_.ControlOf(dialog_, kTwo));  // of the automatic kind
+  EXPECT_THAT(log_.Take(), ElementsAre("command 32 0"));
+  EXPECT_EQ(windows_.IsDlgButtonChecked(dialog_, kTwo), 1U);
+}
+
+TEST_F(Dialog, CheckedRadioButtonIsTheStopOfTheTabKey) {
+  const auto isStop = [this](std::int32_t id) {
+    return (windows_.Find(windows_.ControlOf(dialog_, id))->style & kStyleTabStop) != 0;
+  };
+  windows_.CheckDlgButton(dialog_, kOne, kBstChecked);
+  EXPECT_TRUE(isStop(kOne));
+  windows_.CheckDlgButton(dialog_, kOne, kBstUnchecked);
+  EXPECT_FALSE(isStop(kOne));
+  Send(kTwo, kBmClick);
+  EXPECT_TRUE(isStop(kTwo));
+  EXPECT_FALSE(isStop(kOne));
+}
+
 // ---- Lists --------------------------------------------------------------------------------------
 
 TEST_F(Dialog, ComboKeepsRowsAndTheirDataInSilence) {
