@@ -4,7 +4,6 @@
 #include "core/heap_block.h"
 #include "core/language.h"
 #include "core/model_table.h"
-#include "core/paper_tables.h"
 #include "core/process_state.h"
 #include "core/sheet_frame.h"
 #include "core/string_ids.h"
@@ -13,7 +12,10 @@
 #include "pages/media_rules.h"
 #include "pages/owner_draw.h"
 #include "pages/page_links.h"
+#include "pages/page_record.h"
 #include "pages/page_support.h"
+#include "pages/print_options_pictures.h"
+#include "pages/print_options_texts.h"
 #include "pages/warning_boxes.h"
 
 #include <algorithm>
@@ -110,77 +112,6 @@ constexpr ReadOnlyRow kReadOnlyRows[] = {
 constexpr std::uint32_t kWmLegacyWarning = kWmUser + 256;
 static_assert(kWmLegacyWarning == 0x500);
 
-// Pages on a sheet, by the code that stands for a poster.
-constexpr std::int16_t kMultipleUpPoster = 22;
-constexpr std::int16_t kLongEdge = 2;
-constexpr std::int16_t kShortEdge = 3;
-
-// ---- The record ---------------------------------------------------------------------------------
-
-// A word of the private part; `fallback` stands for a key that can't be read.
-std::int16_t Setting(const UIContext& context, const char* key, std::int16_t fallback) {
-  std::int16_t value = fallback;
-  return GetUIParam(&context, key, &value, sizeof(value)) == kResultOk ? value : fallback;
-}
-
-void SetSetting(UIContext& context, const char* key, std::int16_t value) {
-  SetUIParam(&context, key, &value, sizeof(value));
-}
-
-bool IsBooklet(const UIContext& context) {
-  return Setting(context, "BookletPrint", 0) != 0;
-}
-
-bool IsReverse(const UIContext& context) {
-  return Setting(context, "ReversePrint", 0) != 0;
-}
-
-bool IsPosterPages(const UIContext& context) {
-  return Setting(context, "MultipleUp", 1) == kMultipleUpPoster;
-}
-
-// dmDuplex and dmMediaType through their repairing getter.
-std::int16_t RepairedField(UIContext& context, DevmodeField field) {
-  std::int16_t value = 1;
-  return GetDevmodeField(&context, field, &value) == kResultOk ? value : std::int16_t{1};
-}
-
-// dmDuplex as it is stored: other pages leave values in it that the getter would repair.
-std::int16_t& StoredDuplex(UIContext& context) {
-  return context.publicPointer->dmDuplex;
-}
-
-// What kind of watermark the record has: 0 none. Without a readable record there is none.
-std::int16_t WatermarkKind(const UIContext& context) {
-  WatermarkData watermark = {};
-  if (GetUIParam(&context, "WatermarkData", &watermark, sizeof(watermark)) != kResultOk) {
-    return kNoWatermark.PageWMFlag;
-  }
-  return watermark.PageWMFlag;
-}
-
-// Whether the rest of the record leaves the job mode free.
-bool AllowsJobMode(const UIContext& context) {
-  return !IsPosterPages(context) && !IsBooklet(context) && WatermarkKind(context) < 1;
-}
-
-// Whether the media in force can't be printed two-sided at all.
-bool MediaLocksDuplex(UIContext& context) {
-  return MediaRefusesDuplex(RepairedField(context, kDmMediaType));
-}
-
-bool PaperLocksDuplex(const UIContext& context) {
-  return MediaRules(&context).PaperDuplexConflict(context.publicPointer->dmPaperSize,
-                                                  kDuplexLongEdge) != MediaRules::kNoConflict;
-}
-
-// Whether the paper has a row that refuses this kind of two-sided printing. A paper without a row,
-// the user's own sizes among them, refuses none.
-bool PaperRowRefuses(const UIContext& context, std::int16_t duplex) {
-  const FeedRow* row = FindPaperRules(context.publicPointer->dmPaperSize);
-  return row != nullptr && row->duplex[duplex - kDuplexSimplex] == 0;
-}
-
 // ---- The page -----------------------------------------------------------------------------------
 
 // One message's view of the page.
@@ -211,7 +142,7 @@ struct Page {
 void Normalise(UIContext& context) {
   constexpr std::int16_t kBookletPapers[] = {9, 1, 5, 14, 243, 245};
   const std::int16_t duplex = RepairedField(context, kDmDuplex);
-  if (duplex != kShortEdge) {
+  if (duplex != kDuplexShortEdge) {
     SetSetting(context, "BookletPrint", 0);
   }
   if (duplex != kDuplexSimplex) {
@@ -231,36 +162,6 @@ void Normalise(UIContext& context) {
 
 // ---- Pictures -----------------------------------------------------------------------------------
 
-// The bitmap for the record's duplex and orientation; 0 for values without a picture.
-std::uint32_t DuplexPictureId(UIContext& context) {
-  // clang-format off
-  struct Row {
-    std::int16_t orientation;
-    std::uint16_t oneSided, longEdge, shortEdge, booklet;
-  };
-  constexpr Row kRows[] = {
-      // Orientation, Duplex 1, 2, 3, 3 as a booklet
-      {1,              631,  902,  905,  1072},
-      {2,             1068, 1065, 1066,  1071},
-  };
-  // clang-format on
-  for (const Row& row : kRows) {
-    if (row.orientation == context.publicPointer->dmOrientation) {
-      switch (StoredDuplex(context)) {
-        case kDuplexSimplex:
-          return row.oneSided;
-        case kLongEdge:
-          return row.longEdge;
-        case kShortEdge:
-          return IsBooklet(context) ? row.booklet : row.shortEdge;
-        default:
-          return 0;
-      }
-    }
-  }
-  return 0;
-}
-
 // Puts a picture into the control, or none, and deletes the one that was there.
 void ShowPicture(const Page& page, GdiObject picture) {
   World().windows.SendMessageW(page.Item(kDuplexPicture), kStmSetImage, kImageBitmap,
@@ -279,65 +180,6 @@ void DuplexPicture(const Page& page) {
   if (const GdiObject picture = World().graphics.LoadBitmapW(page.context.bitmapModule, id);
       picture != nullptr) {
     ShowPicture(page, picture);
-  }
-}
-
-// Colours that count as transparent, 0x00BBGGRR.
-constexpr std::uint32_t kMagenta = 0xFF00FF;
-constexpr std::uint32_t kPaperGray = 15660020;
-constexpr std::uint32_t kWhite = 0xFFFFFF;
-
-std::uint32_t CollationPictureId(const UIContext& context) {
-  const std::int16_t collate = context.publicPointer->dmCollate;
-  const std::int16_t reverse = Setting(context, "ReversePrint", 0);
-  if (collate == 0 && reverse == 0) {
-    return 425;
-  }
-  if (collate == 0 && reverse == 1) {
-    return 5021;
-  }
-  return collate == 1 && reverse == 1 ? 5008 : 426;
-}
-
-std::uint32_t FeedPictureId(const UIContext& context) {
-  const std::int16_t feed = Setting(context, "FeedOrient", 0);
-  return feed == 0 || feed == 1 ? 902 : 903;
-}
-
-// Which picture stands in an owner-drawn control. Most of these controls are of older templates;
-// the pictures that they share with the two-sided options don't show what their own setting did.
-struct ItemPicture {
-  ModuleHandle module;
-  std::uint32_t bitmapId;
-  std::uint32_t transparentColor;
-};
-
-bool FindItemPicture(const UIContext& context, std::uint32_t control, ItemPicture& picture) {
-  const ModuleHandle bitmaps = context.bitmapModule;
-  switch (control) {
-    case 1022:
-      picture = {context.languageModule, 115, kWhite};
-      return true;
-    case 1032:
-      picture = {bitmaps, FeedPictureId(context), kMagenta};
-      return true;
-    case 1033:
-      picture = {bitmaps, 905, kMagenta};
-      return true;
-    case 1066:
-      picture = {bitmaps, 901, kPaperGray};
-      return true;
-    case 1174:
-      picture = {bitmaps, 631, kMagenta};
-      return true;
-    case 1387:
-      picture = {bitmaps, 902, kMagenta};
-      return true;
-    case kCollationPicture:
-      picture = {bitmaps, CollationPictureId(context), kPaperGray};
-      return true;
-    default:
-      return false;
   }
 }
 
@@ -415,8 +257,8 @@ void ShowJobMode(const Page& page) {
 
 void ShowDuplex(const Page& page) {
   const std::int16_t duplex = StoredDuplex(page.context);
-  const bool longEdge = duplex == kLongEdge || duplex == 5;
-  const bool shortEdge = duplex == kShortEdge || duplex == 4;
+  const bool longEdge = duplex == kDuplexLongEdge || duplex == 5;
+  const bool shortEdge = duplex == kDuplexShortEdge || duplex == 4;
   page.state.duplexGroup.Select(longEdge ? kDuplexLong : shortEdge ? kDuplexShort : kDuplexOff);
   TellPages(&PageLinks::duplexOff, !longEdge && !shortEdge);
 }
@@ -442,7 +284,7 @@ void Refresh(const Page& page) {
   DuplexPicture(page);
   ShowDuplex(page);
   DuplexRule(page);
-  ShowReverseLock(page, StoredDuplex(context) >= kLongEdge);
+  ShowReverseLock(page, StoredDuplex(context) >= kDuplexLongEdge);
   SetSetting(context, "SourceTray", context.publicPointer->dmDefaultSource);
 }
 
@@ -538,18 +380,10 @@ void CopiesStep(const Page& page, const NotifyUpDown& notify) {
   }
 }
 
-// A box under the title of this page's own boxes.
-void ShowBox(const Page& page, const char16_t* text) {
-  char16_t title[kMaxPathUnits] = {};
-  LoadUiString(page.texts(), kStringBoxTitle, title);
-  const std::uint32_t direction = Process().RightToLeftLanguage ? kMbRightToLeft : 0U;
-  World().windows.MessageBoxW(page.window, text, title, kMbIconExclamation | direction);
-}
-
 void ShowCopiesEmpty(const Page& page) {
   char16_t text[kMaxPathUnits] = {};
   LoadUiString(page.texts(), kStringCopiesEmpty, text);
-  ShowBox(page, text);
+  ShowExclamation(page.window, page.texts(), text, kStringBoxTitle);
 }
 
 // The page is left. Result: the dialog procedure's answer.
@@ -790,77 +624,28 @@ void DefaultsClick(const Page& page) {
 
 // ---- Tooltips -----------------------------------------------------------------------------------
 
-// Appends the texts of the reasons that hold, one below the other.
-class Reasons {
- public:
-  Reasons(ModuleHandle texts, std::span<char16_t> buffer) : texts_(texts), text_(buffer) {}
-
-  void AddIf(bool holds, StringId id) {
-    if (!holds) {
-      return;
-    }
-    if (text_.length() != 0) {
-      AddText(kStringReasonSeparator);
-    }
-    AddText(id);
-  }
-
- private:
-  void AddText(StringId id) {
-    char16_t piece[kMaxPathUnits] = {};
-    LoadUiString(texts_, id, piece);
-    text_.Add(FieldText(piece));
-  }
-
-  ModuleHandle texts_;
-  TextBuilder text_;
-};
-
-void AddDuplexReasons(UIContext& context, Reasons& reasons) {
-  reasons.AddIf(MediaLocksDuplex(context), kStringMediaNotTwoSidedReason);
-  reasons.AddIf(PaperLocksDuplex(context), kStringPaperNotTwoSidedReason);
-  reasons.AddIf(IsPosterPages(context), kStringPosterOnReason);
-  reasons.AddIf(IsBooklet(context), kStringBookletOnReason);
-  reasons.AddIf(IsReverse(context), kStringReverseOrderOnReason);
-}
-
-void AddReverseReason(UIContext& context, Reasons& reasons) {
-  reasons.AddIf(StoredDuplex(context) != kDuplexSimplex, IsBooklet(context)
-                                                             ? kStringBookletExcludesReverseOrder
-                                                             : kStringTwoSidedExcludesReverseOrder);
-}
-
-// One text: the last that applies.
-void AddJobModeReason(const UIContext& context, Reasons& reasons) {
-  if (WatermarkKind(context) > 0) {
-    reasons.AddIf(true, kStringRecordRefused);
-  } else {
-    reasons.AddIf(IsPosterPages(context) || IsBooklet(context), kStringJobModeLocked);
-  }
-}
-
 constexpr std::int32_t kIcons[] = {kDuplexIcon, kReverseIcon, kCollateIcon, kJobModeIcon};
 
 void OnTooltipText(const Page& page, NotifyTooltipText& notify) {
-  page.state.tooltipText[0] = u'\0';
-  Reasons reasons(page.texts(), page.state.tooltipText);
+  const std::span<char16_t> text = page.state.tooltipText;
+  text.front() = u'\0';
   switch (ControlOfTooltip(page.window, notify.hdr, kIcons)) {
     case kDuplexIcon:
-      AddDuplexReasons(page.context, reasons);
+      TellDuplexReasons(page.context, text);
       break;
     case kReverseIcon:
-      AddReverseReason(page.context, reasons);
+      TellReverseReason(page.context, text);
       break;
     case kCollateIcon:
-      reasons.AddIf(true, kStringBookletAlwaysCollated);
+      TellCollateReason(page.context, text);
       break;
     case kJobModeIcon:
-      AddJobModeReason(page.context, reasons);
+      TellJobModeReason(page.context, text);
       break;
     default:
       break;
   }
-  notify.lpszText = page.state.tooltipText.data();
+  notify.lpszText = text.data();
 }
 
 // The icon of the job mode is left out: its tool keeps the place that it was made with.
@@ -870,60 +655,12 @@ void RefreshTools(const Page& page) {
   }
 }
 
-// ---- The old warning ----------------------------------------------------------------------------
-
-constexpr std::u16string_view kWarningBreak = u"\r\n\t";
-
-// Appends a piece to a text that has no more room than the piece alone would need: a text that is
-// longer stays as it is.
-class NarrowText {
- public:
-  explicit NarrowText(std::span<char16_t> buffer) : buffer_(buffer) {}
-
-  NarrowText& Add(std::u16string_view piece) {
-    const std::size_t length = FieldText(buffer_).size();
-    if (length <= piece.size()) {
-      const std::size_t room = std::min(piece.size() + 1, buffer_.size());
-      TextBuilder(buffer_.subspan(length, room - length)).Add(piece);
-    }
-    return *this;
-  }
-
- private:
-  std::span<char16_t> buffer_;
-};
-
-constexpr std::u16string_view kRegionPaperA4 = u" A4 (210 x 297mm)";
-constexpr std::u16string_view kRegionPaperLetter = u"Letter (8.5 x 11\"";
-
+// The private message of old callers.
 void LegacyWarning(const Page& page, std::uintptr_t code) {
-  constexpr std::uintptr_t kPaper = 3;
-  constexpr std::uintptr_t kMedia = 4;
-  constexpr std::uintptr_t kMediaToo = 5;
-  constexpr std::uintptr_t kBreakAlone = 6;
-  if (code < kPaper || code > kBreakAlone) {
-    return;
+  char16_t text[kMaxPathUnits] = {};
+  if (TellLegacyWarning(page.context, code, text)) {
+    ShowExclamation(page.window, page.texts(), text, kStringBoxTitle);
   }
-  char16_t buffer[kMaxPathUnits] = {};
-  LoadUiString(page.texts(), kStringOldConflictMessage, buffer);
-  char16_t piece[kMaxPathUnits] = {};
-  NarrowText text(buffer);
-  if (code == kPaper) {
-    LoadUiString(page.texts(), kStringOldConflictPaper, piece);
-    text.Add(FieldText(piece)).Add(IsA4Locale() ? kRegionPaperA4 : kRegionPaperLetter);
-  } else {
-    text.Add(kWarningBreak);
-  }
-  if (code == kMedia || code == kMediaToo) {
-    LoadUiString(page.texts(), kStringSummaryMediaType, piece);
-    char16_t media[kMaxPathUnits] = {};
-    if (const MediaName* name = FindMediaName(RepairedField(page.context, kDmMediaType));
-        name != nullptr) {
-      LoadUiString(page.texts(), name->name, media);
-    }
-    text.Add(FieldText(piece)).Add(FieldText(media));
-  }
-  ShowBox(page, buffer);
 }
 
 // ---- Messages -----------------------------------------------------------------------------------
@@ -950,10 +687,10 @@ void OnButton(const Page& page, std::int32_t control) {
       OneSidedClick(page);
       break;
     case kDuplexLong:
-      TwoSidedClick(page, control, kLongEdge);
+      TwoSidedClick(page, control, kDuplexLongEdge);
       break;
     case kDuplexShort:
-      TwoSidedClick(page, control, kShortEdge);
+      TwoSidedClick(page, control, kDuplexShortEdge);
       break;
     case kDefaultsButton:
       DefaultsClick(page);

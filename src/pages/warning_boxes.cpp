@@ -21,11 +21,7 @@ BoxText Load(ModuleHandle module, std::uint32_t stringId) {
 }
 
 void Show(WindowHandle owner, ModuleHandle module, const BoxText& text) {
-  const BoxText title = Load(module, kStringConflictTitle);
-  const std::uint32_t style =
-      kMbIconExclamation |
-      (Process().RightToLeftLanguage ? std::uint32_t{kMbRightToLeft} : std::uint32_t{0});
-  World().windows.MessageBoxW(owner, text.data(), title.data(), style);
+  ShowExclamation(owner, module, text.data(), kStringConflictTitle);
 }
 
 void ShowString(WindowHandle owner, ModuleHandle module, std::uint32_t stringId) {
@@ -33,6 +29,15 @@ void ShowString(WindowHandle owner, ModuleHandle module, std::uint32_t stringId)
 }
 
 }  // namespace
+
+void ShowExclamation(WindowHandle owner, ModuleHandle module, const char16_t* text,
+                     std::uint32_t titleStringId) {
+  const BoxText title = Load(module, titleStringId);
+  const std::uint32_t style =
+      kMbIconExclamation |
+      (Process().RightToLeftLanguage ? std::uint32_t{kMbRightToLeft} : std::uint32_t{0});
+  World().windows.MessageBoxW(owner, text, title.data(), style);
+}
 
 void WarnMediaUnsupported(WindowHandle owner, ModuleHandle module, std::int32_t media) {
   BoxText text;

@@ -9,6 +9,11 @@
 
 namespace ostrel {
 
+// An exclamation box with a text of its own under a title of `module`. The box reads from right to
+// left where the language does.
+void ShowExclamation(WindowHandle owner, ModuleHandle module, const char16_t* text,
+                     std::uint32_t titleStringId);
+
 // A media type that can't be printed on both sides; one without a name is told as an empty one.
 void WarnMediaUnsupported(WindowHandle owner, ModuleHandle module, std::int32_t media);
 

@@ -1,0 +1,69 @@
+#include "pages/page_record.h"
+
+#include "pages/media_rules.h"
+
+namespace ostrel {
+namespace {
+
+// Pages on a sheet, by the code that stands for a poster.
+constexpr std::int16_t kMultipleUpPoster = 22;
+
+}  // namespace
+
+std::int16_t Setting(const UIContext& context, const char* key, std::int16_t fallback) {
+  std::int16_t value = fallback;
+  return GetUIParam(&context, key, &value, sizeof(value)) == kResultOk ? value : fallback;
+}
+
+void SetSetting(UIContext& context, const char* key, std::int16_t value) {
+  SetUIParam(&context, key, &value, sizeof(value));
+}
+
+bool IsBooklet(const UIContext& context) {
+  return Setting(context, "BookletPrint", 0) != 0;
+}
+
+bool IsReverse(const UIContext& context) {
+  return Setting(context, "ReversePrint", 0) != 0;
+}
+
+bool IsPosterPages(const UIContext& context) {
+  return Setting(context, "MultipleUp", 1) == kMultipleUpPoster;
+}
+
+std::int16_t RepairedField(UIContext& context, DevmodeField field) {
+  std::int16_t value = 1;
+  return GetDevmodeField(&context, field, &value) == kResultOk ? value : std::int16_t{1};
+}
+
+std::int16_t& StoredDuplex(UIContext& context) {
+  return context.publicPointer->dmDuplex;
+}
+
+std::int16_t WatermarkKind(const UIContext& context) {
+  WatermarkData watermark = {};
+  if (GetUIParam(&context, "WatermarkData", &watermark, sizeof(watermark)) != kResultOk) {
+    return kNoWatermark.PageWMFlag;
+  }
+  return watermark.PageWMFlag;
+}
+
+bool AllowsJobMode(const UIContext& context) {
+  return !IsPosterPages(context) && !IsBooklet(context) && WatermarkKind(context) < 1;
+}
+
+bool MediaLocksDuplex(UIContext& context) {
+  return MediaRefusesDuplex(RepairedField(context, kDmMediaType));
+}
+
+bool PaperLocksDuplex(const UIContext& context) {
+  return MediaRules(&context).PaperDuplexConflict(context.publicPointer->dmPaperSize,
+                                                  kDuplexLongEdge) != MediaRules::kNoConflict;
+}
+
+bool PaperRowRefuses(const UIContext& context, std::int16_t duplex) {
+  const FeedRow* row = FindPaperRules(context.publicPointer->dmPaperSize);
+  return row != nullptr && row->duplex[duplex - kDuplexSimplex] == 0;
+}
+
+}  // namespace ostrel
