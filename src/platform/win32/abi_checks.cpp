@@ -2,6 +2,7 @@
 // the size, and every member the place and the width, that the platform's headers give it, and
 // every constant has its value. There is nothing here but assertions.
 #include "platform/print_types.h"
+#include "platform/win32/abi_assertions.h"
 #include "platform/win32/driver_interface.h"
 #include "platform/win32/native_types.h"
 
@@ -16,15 +17,6 @@
 
 namespace ostrel::win32 {
 namespace {
-
-#define OSTREL_SAME_SIZE(ours, theirs)           \
-  static_assert(sizeof(ours) == sizeof(theirs)); \
-  static_assert(alignof(ours) == alignof(theirs))
-#define OSTREL_SAME_MEMBER(ours, theirs, member)                     \
-  static_assert(offsetof(ours, member) == offsetof(theirs, member)); \
-  static_assert(sizeof(ours::member) == sizeof(theirs::member))
-#define OSTREL_SAME_VALUE(ours, theirs) \
-  static_assert(static_cast<unsigned long long>(ours) == static_cast<unsigned long long>(theirs))
 
 // The size of a pointer member is what is meant.
 // NOLINTBEGIN(bugprone-sizeof-expression)
@@ -238,10 +230,6 @@ static_assert(offsetof(TokenGroups, Groups) == offsetof(TOKEN_GROUPS, Groups));
 static_assert(sizeof(TokenUser) == sizeof(SID_AND_ATTRIBUTES));
 
 // NOLINTEND(bugprone-sizeof-expression)
-
-#undef OSTREL_SAME_SIZE
-#undef OSTREL_SAME_MEMBER
-#undef OSTREL_SAME_VALUE
 
 }  // namespace
 }  // namespace ostrel::win32

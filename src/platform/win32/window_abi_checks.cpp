@@ -1,6 +1,7 @@
 // Holds the plain types and numbers of the window system and of the property sheet against the
 // platform's own headers, as abi_checks.cpp does for printing. There is nothing here but
 // assertions.
+#include "platform/win32/abi_assertions.h"
 #include "platform/win32/driver_interface.h"
 #include "platform/win32/native_types.h"
 #include "platform/window_types.h"
@@ -14,21 +15,6 @@
 
 namespace ostrel::win32 {
 namespace {
-
-#define OSTREL_SAME_SIZE(ours, theirs)           \
-  static_assert(sizeof(ours) == sizeof(theirs)); \
-  static_assert(alignof(ours) == alignof(theirs))
-#define OSTREL_SAME_MEMBER(ours, theirs, member)                     \
-  static_assert(offsetof(ours, member) == offsetof(theirs, member)); \
-  static_assert(sizeof(ours::member) == sizeof(theirs::member))
-#define OSTREL_SAME_PLACE(ours, member, theirs, theirMember)              \
-  static_assert(offsetof(ours, member) == offsetof(theirs, theirMember)); \
-  static_assert(sizeof(ours::member) == sizeof(theirs::theirMember))
-#define OSTREL_SAME_VALUE(ours, theirs) \
-  static_assert(static_cast<unsigned long long>(ours) == static_cast<unsigned long long>(theirs))
-// For numbers that the headers give a sign.
-#define OSTREL_SAME_CODE(ours, theirs) \
-  static_assert(static_cast<unsigned>(ours) == static_cast<unsigned>(theirs))
 
 // The size of a pointer member is what is meant.
 // NOLINTBEGIN(bugprone-sizeof-expression)
@@ -202,12 +188,6 @@ OSTREL_SAME_VALUE(kLayoutRightToLeft, LAYOUT_RTL);
 OSTREL_SAME_VALUE(kLayoutBitmapsUpright, LAYOUT_BITMAPORIENTATIONPRESERVED);
 OSTREL_SAME_VALUE(kIdOk, IDOK);
 OSTREL_SAME_VALUE(kIdCancel, IDCANCEL);
-
-#undef OSTREL_SAME_SIZE
-#undef OSTREL_SAME_MEMBER
-#undef OSTREL_SAME_PLACE
-#undef OSTREL_SAME_VALUE
-#undef OSTREL_SAME_CODE
 
 }  // namespace
 }  // namespace ostrel::win32
