@@ -118,7 +118,7 @@ void CopyRowWithout(std::uint8_t* target, const std::uint8_t* source, const Side
   }
 }
 
-// The part of an extent that lies within a picture's side.
+// What an extent has in common with a picture's side.
 struct Range {
   std::int32_t begin;
   std::int32_t end;
