@@ -294,6 +294,22 @@ TEST_P(RefreshedSource, IsTheSameWhateverStoodThereBefore) {
   }
 }
 
+// Some window systems keep what was selected when a place behind the end is asked for.
+TEST(RefreshedSourceBehindTheEnd, IsAskedForAsNone) {
+  PaperStage stage(kTrays, 2);
+  ASSERT_TRUE(stage.OpenWith({}));
+  const auto& sent = stage.Watch(stage.Item(1393));
+  stage.shared().dmDefaultSource = 259;
+  stage.ShowAgain();
+  std::vector<std::intptr_t> selected;
+  for (const PaperStage::Sent& each : sent) {
+    if (each.message == kCbSetCurSel) {
+      selected.push_back(static_cast<std::intptr_t>(each.wParam));
+    }
+  }
+  EXPECT_EQ(selected, (std::vector<std::intptr_t>{-1, -1, 0}));  // paper, media, and then none
+}
+
 TEST(RefreshedSourceOfCustomPaper, IsFree) {
   PaperStage stage;
   stage.Store({PaperStage::Custom(288, u"Own"), PaperStage::Custom(308, u"Last"),
