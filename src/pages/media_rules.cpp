@@ -120,6 +120,16 @@ bool MediaTakesSource(std::int32_t media, std::int32_t source) {
   return row != nullptr && RowTakesSource(kMediaRules, *row, source);
 }
 
+bool IsEnvelopePaper(std::int32_t paper) {
+  constexpr std::int32_t kPapers[] = {37, 27, 28, 20, 31, 43, 277, 242, 276, 278, 279, 280};
+  return std::ranges::find(kPapers, paper) != std::end(kPapers);
+}
+
+bool MediaNeedsOneSide(std::int32_t media) {
+  constexpr std::int32_t kMedia[] = {263, 259, 258, 257, 2, 265, 261};
+  return std::ranges::find(kMedia, media) != std::end(kMedia);
+}
+
 bool MediaRefusesDuplex(std::int32_t media) {
   const FeedRow* row = FindMediaRules(media);
   return row != nullptr && RefusesMode(*row, kDuplexLongEdge);

@@ -137,6 +137,13 @@ bool MediaTakesSource(std::int32_t media, std::int32_t source);
 // Whether the media type has a row that refuses two-sided printing along the long edge.
 bool MediaRefusesDuplex(std::int32_t media);
 
+// Envelopes and cards: papers that letterhead and transparencies aren't made of.
+bool IsEnvelopePaper(std::int32_t paper);
+
+// Media types that can't be chosen while printing is two-sided. Thin paper isn't among them, though
+// its row has no long edge; both lists stand.
+bool MediaNeedsOneSide(std::int32_t media);
+
 // What forbids booklet printing.
 enum BookletConflict : std::uint32_t {
   kConflictReverseOrder = 1,

@@ -106,6 +106,24 @@ bool SelectedComboValue(WindowHandle dialog, std::int32_t control, std::int16_t*
   return true;
 }
 
+std::int32_t TextWidth(WindowHandle control, const char16_t* text) {
+  Graphics& graphics = World().graphics;
+  const DeviceContext context = graphics.GetDC(control);
+  if (context == nullptr) {
+    return 0;
+  }
+  auto* font = PointedAt<GdiObjectRep>(World().windows.SendMessageW(control, kWmGetFont, 0, 0));
+  const GdiObject before = font == nullptr ? nullptr : graphics.SelectObject(context, font);
+  Size size = {};
+  const auto units = static_cast<int>(std::u16string_view(text).size());
+  const bool known = graphics.GetTextExtentPointW(context, text, units, &size);
+  if (before != nullptr) {
+    graphics.SelectObject(context, before);
+  }
+  graphics.ReleaseDC(control, context);
+  return known ? size.width : 0;
+}
+
 bool PaperNameHasNoComma(WindowHandle page) {
   char16_t name[kTextUnits] = {};
   LoadUiString(LanguageModuleOf(PageContext(page)), kStringPaperLetter, name);
@@ -139,6 +157,16 @@ void MarkUntitled(WindowHandle page, UntitledRule rule) {
   } else if (FieldText(favorite) != name) {
     CopyText(favorite, name);
   }
+}
+
+bool NameUntitled(WindowHandle page) {
+  UIContext* context = PageContext(page);
+  char16_t name[kTextUnits] = {};
+  if (context == nullptr || LoadUntitledName(page, name) == 0) {
+    return false;
+  }
+  CopyText(context->privatePointer->FavoriteName, FieldText(name));
+  return true;
 }
 
 void ShowPageHelp(WindowHandle page, std::uint32_t context) {

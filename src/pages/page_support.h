@@ -56,6 +56,9 @@ void SelectComboValue(WindowHandle dialog, std::int32_t control, std::int16_t va
 // The value of the row that is selected. Result: false when none is.
 bool SelectedComboValue(WindowHandle dialog, std::int32_t control, std::int16_t* value);
 
+// How wide a line of text is in a control's own font, pixels; 0 when that can't be told.
+std::int32_t TextWidth(WindowHandle control, const char16_t* text);
+
 // Whether the name of the Letter paper, in the page's language, holds no comma.
 bool PaperNameHasNoComma(WindowHandle page);
 
@@ -78,6 +81,10 @@ enum class UntitledRule {
 // After a user's change to a setting: the record no longer claims to be a favourite. "Untitled"
 // stands in for a text that the language lacks.
 void MarkUntitled(WindowHandle page, UntitledRule rule);
+
+// The same for pages that leave the name alone when the language has no text for it: with up to 260
+// characters, of which the field takes what it has room for. Result: whether there was a text.
+bool NameUntitled(WindowHandle page);
 
 // ---- Help ---------------------------------------------------------------------------------------
 

@@ -526,20 +526,13 @@ void TwoSidedClick(const Page& page, std::int32_t control, std::int16_t target) 
 
 // ---- The job mode -------------------------------------------------------------------------------
 
-void NameUntitled(const Page& page) {
-  char16_t name[std::size(PrivateDevmode{}.FavoriteName)] = {};
-  if (LoadExistingString(page.texts(), kStringUntitled, name)) {
-    CopyText(page.context.privatePointer->FavoriteName, FieldText(name));
-  }
-}
-
 void JobModeChange(const Page& page) {
   std::int16_t& mode = page.context.privatePointer->JobMode;
   const std::int16_t before = mode;
   std::int16_t chosen = 0;
   if (SelectedComboValue(page.window, kJobModeCombo, &chosen) && chosen != mode) {
     mode = chosen;
-    NameUntitled(page);
+    NameUntitled(page.window);
   }
   const bool isOther = mode != before;
   const bool allowed = AllowsJobMode(page.context);

@@ -9,14 +9,12 @@
 #include "core/page_state_table.h"
 #include "core/ui_context.h"
 #include "pages/controls.h"
+#include "pages/reasons.h"
 #include "platform/window_types.h"
 
 #include <array>
 
 namespace ostrel {
-
-// The sum of the reasons' texts behind one icon.
-inline constexpr std::size_t kTooltipReasonUnits = 2048;
 
 // Whether the duplex group is live and whether the job mode may differ from 0 stands among the
 // facts that pages tell one another: other pages change both.

@@ -6,41 +6,13 @@
 #include "core/text.h"
 #include "pages/media_rules.h"
 #include "pages/page_record.h"
+#include "pages/reasons.h"
 
 #include <algorithm>
 #include <string_view>
 
 namespace ostrel {
 namespace {
-
-// Appends the texts of the reasons that hold, one below the other.
-class Reasons {
- public:
-  Reasons(const UIContext& context, std::span<char16_t> buffer)
-      : texts_(context.languageModule), text_(buffer) {}
-
-  void AddIf(bool holds, StringId id) {
-    if (holds) {
-      Add(id);
-    }
-  }
-  void Add(StringId id) {
-    if (text_.length() != 0) {
-      AddText(kStringReasonSeparator);
-    }
-    AddText(id);
-  }
-
- private:
-  void AddText(StringId id) {
-    char16_t piece[kMaxPathUnits] = {};
-    LoadUiString(texts_, id, piece);
-    text_.Add(FieldText(piece));
-  }
-
-  ModuleHandle texts_;
-  TextBuilder text_;
-};
 
 constexpr std::u16string_view kWarningBreak = u"\r\n\t";
 

@@ -185,6 +185,8 @@ class Windows {
                                         int bytes) = 0;
   virtual std::uint32_t GetDlgItemInt(WindowHandle dialog, std::int32_t id, bool* translated,
                                       bool isSigned) = 0;
+  virtual bool SetDlgItemInt(WindowHandle dialog, std::int32_t id, std::uint32_t value,
+                             bool isSigned) = 0;
   virtual bool CheckDlgButton(WindowHandle dialog, std::int32_t id, std::uint32_t state) = 0;
   virtual std::uint32_t IsDlgButtonChecked(WindowHandle dialog, std::int32_t id) = 0;
 
@@ -208,6 +210,13 @@ class Windows {
                                        std::uint32_t style, WindowHandle owner,
                                        ModuleHandle module) = 0;
   virtual bool DestroyWindow(WindowHandle window) = 0;
+
+  // Shows a module's dialog over its owner and returns when EndDialog has ended it. Result: what
+  // EndDialog was given; -1 when the dialog can't be made.
+  virtual std::intptr_t DialogBoxParamW(ModuleHandle module, std::uint32_t templateId,
+                                        WindowHandle owner, DialogProcedure procedure,
+                                        std::intptr_t initParam) = 0;
+  virtual bool EndDialog(WindowHandle dialog, std::intptr_t result) = 0;
 
   // An icon or a bitmap of a module, in pixels. Null when there is none.
   virtual ImageHandle LoadImageW(ModuleHandle module, std::uint32_t id, std::uint32_t kind,
@@ -242,11 +251,40 @@ class Graphics {
   virtual bool TransparentBlt(DeviceContext target, const Rect& place, DeviceContext source,
                               Point from, std::uint32_t transparentColor) = 0;
 
+  // Null on failure. Both are freed with DeleteObject.
+  virtual GdiObject CreateCompatibleBitmap(DeviceContext context, std::int32_t width,
+                                           std::int32_t height) = 0;
+  virtual GdiObject CreatePen(std::int32_t style, std::int32_t width, std::uint32_t color) = 0;
+  // One of the system's own objects; it is never freed.
+  virtual GdiObject GetStockObject(std::int32_t index) = 0;
+
+  // Copies rows of a bitmap that no context holds into memory, in the form that `form` asks for.
+  // Result: rows copied, 0 on failure.
+  virtual int GetDIBits(DeviceContext context, GdiObject bitmap, std::uint32_t firstRow,
+                        std::uint32_t rows, void* pixels, BitmapInfoHeader* form) = 0;
+  // Draws pixels of memory; `from` counts in their rows, the last of which lies at its top when the
+  // form has them last row first. Result: rows drawn, 0 on failure.
+  virtual int StretchDIBits(DeviceContext target, const Rect& place, const Rect& from,
+                            const void* pixels, const BitmapInfoHeader& form) = 0;
+  virtual bool BitBlt(DeviceContext target, const Rect& place, DeviceContext source,
+                      Point from) = 0;
+  // A place whose right lies left of its left, or whose bottom above its top, turns the picture.
+  virtual bool StretchBlt(DeviceContext target, const Rect& place, DeviceContext source,
+                          const Rect& from) = 0;
+  // Result: the mode before; 0 on failure.
+  virtual int SetStretchBltMode(DeviceContext context, std::int32_t mode) = 0;
+  virtual bool FillRect(DeviceContext target, const Rect& place, GdiObject brush) = 0;
+  // With the context's pen and brush.
+  virtual bool Rectangle(DeviceContext target, const Rect& place) = 0;
+  // The size of a line of text in the context's font.
+  virtual bool GetTextExtentPointW(DeviceContext context, const char16_t* text, int units,
+                                   Size* size) = 0;
+
  protected:
   ~Graphics() = default;
 };
 
-// Threads, versions and activation contexts (kernel32).
+// Threads, processes, versions and activation contexts (kernel32).
 class System {
  public:
   virtual std::uint32_t GetCurrentThreadId() = 0;
@@ -256,6 +294,12 @@ class System {
   // made.
   virtual ActivationContext CreateActCtxW(ModuleHandle module, std::uint32_t manifestId) = 0;
   virtual void ReleaseActCtx(ActivationContext context) = 0;
+  // Starts a program that inherits no handles, with this process's environment and directory.
+  // `commandLine` may be written to; `windowTitle` may be null. Both handles are the caller's.
+  virtual bool CreateProcessW(const char16_t* application, char16_t* commandLine,
+                              std::uint32_t creationFlags, const char16_t* windowTitle,
+                              ProcessInformation* information) = 0;
+  virtual bool CloseHandle(ProcessHandle handle) = 0;
 
  protected:
   ~System() = default;

@@ -20,6 +20,8 @@ using ImageHandle = struct ImageHandleRep*;
 // An activation context: the versions of the common controls that a page binds to. A failure to
 // make one gives kNone (handleapi.h, INVALID_HANDLE_VALUE).
 enum class ActivationContext : std::uintptr_t { kNone = ~std::uintptr_t{0} };
+// A started process, or its first thread.
+using ProcessHandle = struct ProcessHandleRep*;
 // An exported function of a library, to be cast to its real type.
 using ExportedFunction = void (*)();
 
@@ -49,9 +51,11 @@ static_assert(sizeof(Size) == 8);
 
 enum WindowMessage : std::uint32_t {
   kWmDestroy = 0x0002,
+  kWmClose = 0x0010,
   kWmShowWindow = 0x0018,
   kWmDrawItem = 0x002B,
   kWmMeasureItem = 0x002C,
+  kWmGetFont = 0x0031,
   kWmNotify = 0x004E,
   kWmHelp = 0x0053,
   kWmInitDialog = 0x0110,
@@ -65,14 +69,25 @@ enum ControlMessage : std::uint32_t {
   kEmSetSel = 0x00B1,
   kEmUndo = 0x00C7,
   kEmLimitText = 0x00C5,
+  kEmSetReadOnly = 0x00CF,
+  kBmGetCheck = 0x00F0,
+  kBmSetCheck = 0x00F1,
   kBmClick = 0x00F5,
+  kCbLimitText = 0x0141,
+  kCbSetEditSel = 0x0142,
   kCbAddString = 0x0143,
+  kCbDeleteString = 0x0144,
   kCbGetCount = 0x0146,
   kCbGetCurSel = 0x0147,
+  kCbGetLbText = 0x0148,
+  kCbGetLbTextLen = 0x0149,
   kCbResetContent = 0x014B,
   kCbSetCurSel = 0x014E,
   kCbGetItemData = 0x0150,
   kCbSetItemData = 0x0151,
+  kCbFindStringExact = 0x0158,
+  kCbGetDroppedWidth = 0x015F,
+  kCbSetDroppedWidth = 0x0160,
   kStmSetIcon = 0x0170,
   kStmSetImage = 0x0172,
   kStmGetImage = 0x0173,
@@ -96,6 +111,7 @@ static_assert(kPsmUnchanged == 1133);
 enum CommandCode : std::uint16_t {
   kBnClicked = 0,
   kCbnSelChange = 1,
+  kCbnEditChange = 5,
   kEnKillFocus = 0x0200,
   kEnChange = 0x0300,
 };
@@ -232,6 +248,36 @@ struct HelpInfo {
 static_assert(sizeof(HelpInfo) == 40);
 static_assert(offsetof(HelpInfo, iCtrlId) == 8);
 static_assert(offsetof(HelpInfo, dwContextId) == 24);
+
+// BITMAPINFOHEADER (wingdi.h): the form of pixels in memory. With biBitCount 24 and biCompression 0
+// a pixel is its blue, green and red byte, and a row takes a multiple of 4 bytes; a positive
+// biHeight has the last row first.
+struct BitmapInfoHeader {
+  std::uint32_t biSize;
+  std::int32_t biWidth;
+  std::int32_t biHeight;
+  std::uint16_t biPlanes;
+  std::uint16_t biBitCount;
+  std::uint32_t biCompression;
+  std::uint32_t biSizeImage;
+  std::int32_t biXPelsPerMeter;
+  std::int32_t biYPelsPerMeter;
+  std::uint32_t biClrUsed;
+  std::uint32_t biClrImportant;
+};
+static_assert(sizeof(BitmapInfoHeader) == 40);
+static_assert(offsetof(BitmapInfoHeader, biBitCount) == 14);
+static_assert(offsetof(BitmapInfoHeader, biSizeImage) == 20);
+
+// PROCESS_INFORMATION (processthreadsapi.h).
+struct ProcessInformation {
+  ProcessHandle hProcess;
+  ProcessHandle hThread;
+  std::uint32_t dwProcessId;
+  std::uint32_t dwThreadId;
+};
+static_assert(sizeof(ProcessInformation) == 24);
+static_assert(offsetof(ProcessInformation, dwProcessId) == 16);
 
 // ---- The property sheet (prsht.h, compstui.h) ---------------------------------------------------
 
@@ -375,6 +421,18 @@ inline constexpr std::uint32_t kTtfIdIsWindow = 0x01;
 inline constexpr std::uint32_t kTtfSubclass = 0x10;
 
 inline constexpr std::int32_t kDeviceCapLogPixelsY = 90;  // LOGPIXELSY
+
+// Objects that the system keeps at hand, for GetStockObject.
+inline constexpr std::int32_t kWhiteBrush = 0;  // WHITE_BRUSH
+inline constexpr std::int32_t kNullBrush = 5;   // NULL_BRUSH
+
+// How a copy that makes a picture smaller treats the pixels that it leaves out.
+inline constexpr std::int32_t kStretchDeleteScans = 3;  // COLORONCOLOR
+inline constexpr std::int32_t kStretchHalftone = 4;     // HALFTONE
+
+inline constexpr std::int32_t kPenSolid = 0;  // PS_SOLID
+
+inline constexpr std::uint32_t kNormalPriority = 0x20;  // NORMAL_PRIORITY_CLASS
 
 // Layouts of a device context, LAYOUT_... of wingdi.h.
 inline constexpr std::uint32_t kLayoutRightToLeft = 0x1;

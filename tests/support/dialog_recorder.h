@@ -148,6 +148,10 @@ class DialogRecorder final : public Windows {
                               bool /*isSigned*/) override {
     return 0;
   }
+  bool SetDlgItemInt(WindowHandle /*dialog*/, std::int32_t /*id*/, std::uint32_t /*value*/,
+                     bool /*isSigned*/) override {
+    return false;
+  }
   bool CheckDlgButton(WindowHandle dialog, std::int32_t id, std::uint32_t state) override {
     if (Fails("CheckDlgButton") || dialog != Dialog() || !controls.contains(id)) {
       return false;
@@ -221,6 +225,12 @@ class DialogRecorder final : public Windows {
     return Tooltip();
   }
   bool DestroyWindow(WindowHandle /*window*/) override { return !Fails("DestroyWindow"); }
+  std::intptr_t DialogBoxParamW(ModuleHandle /*module*/, std::uint32_t /*templateId*/,
+                                WindowHandle /*owner*/, DialogProcedure /*procedure*/,
+                                std::intptr_t /*initParam*/) override {
+    return -1;
+  }
+  bool EndDialog(WindowHandle /*dialog*/, std::intptr_t /*result*/) override { return false; }
   ImageHandle LoadImageW(ModuleHandle module, std::uint32_t id, std::uint32_t kind,
                          std::int32_t width, std::int32_t height) override {
     if (Fails("LoadImageW")) {

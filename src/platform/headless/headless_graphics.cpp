@@ -166,4 +166,64 @@ bool HeadlessGraphics::TransparentBlt(DeviceContext target, const Rect& place, D
   return true;
 }
 
+GdiObject HeadlessGraphics::CreateCompatibleBitmap(DeviceContext /*context*/,
+                                                   std::int32_t /*width*/,
+                                                   std::int32_t /*height*/) {
+  return nullptr;
+}
+
+GdiObject HeadlessGraphics::CreatePen(std::int32_t /*style*/, std::int32_t /*width*/,
+                                      std::uint32_t /*color*/) {
+  return nullptr;
+}
+
+GdiObject HeadlessGraphics::GetStockObject(std::int32_t /*index*/) {
+  return nullptr;
+}
+
+int HeadlessGraphics::GetDIBits(DeviceContext /*context*/, GdiObject /*bitmap*/,
+                                std::uint32_t /*firstRow*/, std::uint32_t /*rows*/,
+                                void* /*pixels*/, BitmapInfoHeader* /*form*/) {
+  return 0;
+}
+
+int HeadlessGraphics::StretchDIBits(DeviceContext /*target*/, const Rect& /*place*/,
+                                    const Rect& /*from*/, const void* /*pixels*/,
+                                    const BitmapInfoHeader& /*form*/) {
+  return 0;
+}
+
+bool HeadlessGraphics::BitBlt(DeviceContext /*target*/, const Rect& /*place*/,
+                              DeviceContext /*source*/, Point /*from*/) {
+  return false;
+}
+
+bool HeadlessGraphics::StretchBlt(DeviceContext /*target*/, const Rect& /*place*/,
+                                  DeviceContext /*source*/, const Rect& /*from*/) {
+  return false;
+}
+
+int HeadlessGraphics::SetStretchBltMode(DeviceContext /*context*/, std::int32_t /*mode*/) {
+  return 0;
+}
+
+bool HeadlessGraphics::FillRect(DeviceContext /*target*/, const Rect& /*place*/,
+                                GdiObject /*brush*/) {
+  return false;
+}
+
+bool HeadlessGraphics::Rectangle(DeviceContext /*target*/, const Rect& /*place*/) {
+  return false;
+}
+
+bool HeadlessGraphics::GetTextExtentPointW(DeviceContext context, const char16_t* text, int units,
+                                           Size* size) {
+  constexpr std::int32_t kLineHeight = 12;
+  if (faults_.ShouldFail("GetTextExtentPointW") || Find(context) == nullptr || text == nullptr) {
+    return Fail(kErrorInvalidHandle);
+  }
+  *size = {units * kLineHeight / 2, kLineHeight};
+  return true;
+}
+
 }  // namespace ostrel::headless

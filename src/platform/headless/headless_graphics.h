@@ -39,6 +39,23 @@ class HeadlessGraphics final : public Graphics {
   // Refuses an empty rectangle and a source that reaches beyond its bitmap.
   bool TransparentBlt(DeviceContext target, const Rect& place, DeviceContext source, Point from,
                       std::uint32_t transparentColor) override;
+  GdiObject CreateCompatibleBitmap(DeviceContext context, std::int32_t width,
+                                   std::int32_t height) override;
+  GdiObject CreatePen(std::int32_t style, std::int32_t width, std::uint32_t color) override;
+  GdiObject GetStockObject(std::int32_t index) override;
+  int GetDIBits(DeviceContext context, GdiObject bitmap, std::uint32_t firstRow, std::uint32_t rows,
+                void* pixels, BitmapInfoHeader* form) override;
+  int StretchDIBits(DeviceContext target, const Rect& place, const Rect& from, const void* pixels,
+                    const BitmapInfoHeader& form) override;
+  bool BitBlt(DeviceContext target, const Rect& place, DeviceContext source, Point from) override;
+  bool StretchBlt(DeviceContext target, const Rect& place, DeviceContext source,
+                  const Rect& from) override;
+  int SetStretchBltMode(DeviceContext context, std::int32_t mode) override;
+  bool FillRect(DeviceContext target, const Rect& place, GdiObject brush) override;
+  bool Rectangle(DeviceContext target, const Rect& place) override;
+  // A character is half as wide as it is high, in the font of every context.
+  bool GetTextExtentPointW(DeviceContext context, const char16_t* text, int units,
+                           Size* size) override;
 
   // Where a bitmap came from.
   struct Bitmap {

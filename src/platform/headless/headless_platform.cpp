@@ -442,4 +442,29 @@ void HeadlessSystem::ReleaseActCtx(ActivationContext context) {
   contexts_.erase(context);
 }
 
+bool HeadlessSystem::CreateProcessW(const char16_t* application, char16_t* commandLine,
+                                    std::uint32_t creationFlags, const char16_t* windowTitle,
+                                    ProcessInformation* information) {
+  if (faults_.ShouldFail("CreateProcessW") || application == nullptr) {
+    return false;
+  }
+  startedProcesses.push_back({application, commandLine == nullptr ? u"" : commandLine,
+                              creationFlags, windowTitle == nullptr ? u"" : windowTitle});
+  constexpr std::uint32_t kHandleStep = 4;
+  const auto next = [this] {
+    const auto handle = HandleOf<ProcessHandle>(nextProcess_);
+    nextProcess_ += kHandleStep;
+    processHandles_.insert(handle);
+    return handle;
+  };
+  *information = {};
+  information->hProcess = next();
+  information->hThread = next();
+  return true;
+}
+
+bool HeadlessSystem::CloseHandle(ProcessHandle handle) {
+  return processHandles_.erase(handle) != 0;
+}
+
 }  // namespace ostrel::headless

@@ -349,6 +349,21 @@ class HeadlessSystem final : public System {
   // Any library that is loaded has the manifest.
   ActivationContext CreateActCtxW(ModuleHandle module, std::uint32_t manifestId) override;
   void ReleaseActCtx(ActivationContext context) override;
+  bool CreateProcessW(const char16_t* application, char16_t* commandLine,
+                      std::uint32_t creationFlags, const char16_t* windowTitle,
+                      ProcessInformation* information) override;
+  bool CloseHandle(ProcessHandle handle) override;
+
+  // Programs that were started, in order.
+  struct StartedProcess {
+    std::u16string application;
+    std::u16string commandLine;
+    std::uint32_t creationFlags;
+    std::u16string windowTitle;
+    bool operator==(const StartedProcess&) const = default;
+  };
+  std::vector<StartedProcess> startedProcesses;
+  std::size_t liveProcessHandles() const { return processHandles_.size(); }
 
   std::uint32_t threadId = 0x1234;
   std::uint32_t majorVersion = 10;
@@ -362,6 +377,8 @@ class HeadlessSystem final : public System {
   HeadlessModules& modules_;
   std::set<ActivationContext> contexts_;
   std::uintptr_t nextContext_ = 0x7000;
+  std::set<ProcessHandle> processHandles_;
+  std::uintptr_t nextProcess_ = 0x9000;
 };
 
 struct HeadlessPlatform {

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <iterator>
 #include <limits>
+#include <string>
 
 namespace ostrel::headless {
 namespace {
@@ -407,6 +408,76 @@ bool HeadlessWindows::DestroyWindow(WindowHandle window) {
   return true;
 }
 
+// ---- Modal dialogs ------------------------------------------------------------------------------
+
+bool HeadlessWindows::IsOpenDialog(WindowHandle dialog) const {
+  const Window* found = Find(dialog);
+  return found != nullptr && found->isModal && !found->hasEnded;
+}
+
+std::intptr_t HeadlessWindows::DialogBoxParamW(ModuleHandle module, std::uint32_t templateId,
+                                               WindowHandle owner, DialogProcedure procedure,
+                                               std::intptr_t initParam) {
+  if (faults_.ShouldFail("DialogBoxParamW") || (owner != nullptr && !IsWindow(owner))) {
+    Fail(owner != nullptr && !IsWindow(owner) ? kErrorInvalidWindow : kErrorNotEnoughMemory);
+    return -1;
+  }
+  WindowHandle top = owner;  // a child's dialog is owned by the window that it stands in
+  while (Find(top) != nullptr && (Find(top)->style & kStyleChild) != 0) {
+    top = Find(top)->parent;
+  }
+  const WindowHandle before = focus_;
+  const bool wasEnabled = top != nullptr && Find(top)->IsEnabled();
+  const WindowHandle dialog =
+      CreateDialogWindow(module, templateId, top, procedure, initParam, false);
+  if (dialog == nullptr) {
+    return -1;
+  }
+  if (wasEnabled) {
+    Find(top)->style |= kStyleDisabled;
+  }
+  RunModal(dialog);
+  if (wasEnabled && IsWindow(top)) {
+    Find(top)->style &= ~kStyleDisabled;
+  }
+  const Window* ended = Find(dialog);
+  const std::intptr_t result = ended == nullptr ? -1 : ended->modalResult;
+  Destroy(dialog);
+  if (IsReachable(before)) {
+    MoveFocus(before);
+  }
+  return result;
+}
+
+void HeadlessWindows::RunModal(WindowHandle dialog) {
+  Window& window = *Find(dialog);
+  window.isModal = true;
+  if (!window.hasEnded) {
+    Show(dialog, true);
+    if (onDialog) {
+      onDialog(dialog);
+    }
+  }
+  if (IsOpenDialog(dialog)) {  // Escape
+    Deliver(dialog, kWmCommand, kIdCancel, 0);
+  }
+  if (IsOpenDialog(dialog)) {
+    Find(dialog)->hasEnded = true;
+    Find(dialog)->modalResult = -1;
+  }
+}
+
+bool HeadlessWindows::EndDialog(WindowHandle dialog, std::intptr_t result) {
+  Window* window = Take("EndDialog", dialog);
+  if (window == nullptr) {
+    return false;
+  }
+  window->hasEnded = true;
+  window->modalResult = result;
+  Show(dialog, false);
+  return true;
+}
+
 // ---- Messages -----------------------------------------------------------------------------------
 
 std::intptr_t HeadlessWindows::CallProcedure(WindowHandle window, std::uint32_t message,
@@ -660,6 +731,14 @@ std::uint32_t HeadlessWindows::GetDlgItemInt(WindowHandle dialog, std::int32_t i
     *translated = good;
   }
   return good ? value : 0;
+}
+
+bool HeadlessWindows::SetDlgItemInt(WindowHandle dialog, std::int32_t id, std::uint32_t value,
+                                    bool isSigned) {
+  const std::string number =
+      isSigned ? std::to_string(static_cast<std::int32_t>(value)) : std::to_string(value);
+  const std::u16string text = FromNarrow(number.c_str());
+  return SetWindowTextW(GetDlgItem(dialog, id), text.c_str());
 }
 
 bool HeadlessWindows::CheckDlgButton(WindowHandle dialog, std::int32_t id, std::uint32_t state) {

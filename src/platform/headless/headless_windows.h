@@ -55,6 +55,8 @@ class HeadlessWindows final : public Windows {
                                 int bytes) override;
   std::uint32_t GetDlgItemInt(WindowHandle dialog, std::int32_t id, bool* translated,
                               bool isSigned) override;
+  bool SetDlgItemInt(WindowHandle dialog, std::int32_t id, std::uint32_t value,
+                     bool isSigned) override;
   bool CheckDlgButton(WindowHandle dialog, std::int32_t id, std::uint32_t state) override;
   std::uint32_t IsDlgButtonChecked(WindowHandle dialog, std::int32_t id) override;
   std::intptr_t GetWindowLongPtrW(WindowHandle window, std::int32_t index) override;
@@ -70,6 +72,10 @@ class HeadlessWindows final : public Windows {
                                std::uint32_t style, WindowHandle owner,
                                ModuleHandle module) override;
   bool DestroyWindow(WindowHandle window) override;
+  // Hands the dialog to `onDialog`, which plays the user. One that it leaves open is cancelled.
+  std::intptr_t DialogBoxParamW(ModuleHandle module, std::uint32_t templateId, WindowHandle owner,
+                                DialogProcedure procedure, std::intptr_t initParam) override;
+  bool EndDialog(WindowHandle dialog, std::intptr_t result) override;
   ImageHandle LoadImageW(ModuleHandle module, std::uint32_t id, std::uint32_t kind,
                          std::int32_t width, std::int32_t height) override;
 
@@ -87,6 +93,11 @@ class HeadlessWindows final : public Windows {
   std::deque<int> answers;
   // Called while a box is open.
   std::function<void(const Box&)> onBox;
+
+  // Plays the user while a modal dialog is open: called once for each, when it is shown. A dialog
+  // has ended when IsOpenDialog says so; nothing of it can be reached then.
+  std::function<void(WindowHandle dialog)> onDialog;
+  bool IsOpenDialog(WindowHandle dialog) const;
 
   // What code did to a window's state, in order, whether that changed it or not.
   struct StateChange {
@@ -156,6 +167,7 @@ class HeadlessWindows final : public Windows {
   struct DialogPlaceOnScreen;
 
   Window& Add(const std::u16string& className);
+  void RunModal(WindowHandle dialog);
   void AddControl(ModuleHandle module, const DialogControl& control, WindowHandle dialog);
   void ShowOwnImage(Window& window, ModuleHandle module, const DialogControl& control);
   void AskItemHeight(WindowHandle control);

@@ -132,6 +132,10 @@ struct Window {
   std::vector<WindowHandle> children = {};  // owned windows too, in the order of their making
 
   DialogProcedure procedure = nullptr;  // of a dialog
+  // Of a modal dialog: whether EndDialog has ended it, and with what.
+  bool isModal = false;
+  bool hasEnded = false;
+  std::intptr_t modalResult = 0;
   // Of a window that another player answers for; first to be asked.
   std::function<std::intptr_t(std::uint32_t, std::uintptr_t, std::intptr_t)> answerer = {};
 

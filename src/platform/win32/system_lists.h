@@ -114,6 +114,8 @@ class SystemWindows final : public Windows {
                                 int bytes) override;
   std::uint32_t GetDlgItemInt(WindowHandle dialog, std::int32_t id, bool* translated,
                               bool isSigned) override;
+  bool SetDlgItemInt(WindowHandle dialog, std::int32_t id, std::uint32_t value,
+                     bool isSigned) override;
   bool CheckDlgButton(WindowHandle dialog, std::int32_t id, std::uint32_t state) override;
   std::uint32_t IsDlgButtonChecked(WindowHandle dialog, std::int32_t id) override;
   std::intptr_t GetWindowLongPtrW(WindowHandle window, std::int32_t index) override;
@@ -129,6 +131,9 @@ class SystemWindows final : public Windows {
                                std::uint32_t style, WindowHandle owner,
                                ModuleHandle module) override;
   bool DestroyWindow(WindowHandle window) override;
+  std::intptr_t DialogBoxParamW(ModuleHandle module, std::uint32_t templateId, WindowHandle owner,
+                                DialogProcedure procedure, std::intptr_t initParam) override;
+  bool EndDialog(WindowHandle dialog, std::intptr_t result) override;
   ImageHandle LoadImageW(ModuleHandle module, std::uint32_t id, std::uint32_t kind,
                          std::int32_t width, std::int32_t height) override;
 };
@@ -148,6 +153,22 @@ class SystemGraphics final : public Graphics {
   std::uint32_t SetLayout(DeviceContext context, std::uint32_t layout) override;
   bool TransparentBlt(DeviceContext target, const Rect& place, DeviceContext source, Point from,
                       std::uint32_t transparentColor) override;
+  GdiObject CreateCompatibleBitmap(DeviceContext context, std::int32_t width,
+                                   std::int32_t height) override;
+  GdiObject CreatePen(std::int32_t style, std::int32_t width, std::uint32_t color) override;
+  GdiObject GetStockObject(std::int32_t index) override;
+  int GetDIBits(DeviceContext context, GdiObject bitmap, std::uint32_t firstRow, std::uint32_t rows,
+                void* pixels, BitmapInfoHeader* form) override;
+  int StretchDIBits(DeviceContext target, const Rect& place, const Rect& from, const void* pixels,
+                    const BitmapInfoHeader& form) override;
+  bool BitBlt(DeviceContext target, const Rect& place, DeviceContext source, Point from) override;
+  bool StretchBlt(DeviceContext target, const Rect& place, DeviceContext source,
+                  const Rect& from) override;
+  int SetStretchBltMode(DeviceContext context, std::int32_t mode) override;
+  bool FillRect(DeviceContext target, const Rect& place, GdiObject brush) override;
+  bool Rectangle(DeviceContext target, const Rect& place) override;
+  bool GetTextExtentPointW(DeviceContext context, const char16_t* text, int units,
+                           Size* size) override;
 };
 
 class SystemSystem final : public System {
@@ -156,6 +177,10 @@ class SystemSystem final : public System {
   std::uint32_t GetMajorVersion() override;
   ActivationContext CreateActCtxW(ModuleHandle module, std::uint32_t manifestId) override;
   void ReleaseActCtx(ActivationContext context) override;
+  bool CreateProcessW(const char16_t* application, char16_t* commandLine,
+                      std::uint32_t creationFlags, const char16_t* windowTitle,
+                      ProcessInformation* information) override;
+  bool CloseHandle(ProcessHandle handle) override;
 };
 
 class SystemMemory final : public Memory {

@@ -5,6 +5,8 @@
 
 #include <windows.h>
 
+#include <string>
+
 namespace ostrel::win32 {
 namespace {
 
@@ -95,6 +97,11 @@ std::uint32_t SystemWindows::GetDlgItemInt(WindowHandle dialog, std::int32_t id,
   return value;
 }
 
+bool SystemWindows::SetDlgItemInt(WindowHandle dialog, std::int32_t id, std::uint32_t value,
+                                  bool isSigned) {
+  return ::SetDlgItemInt(FromWindow(dialog), id, value, isSigned ? TRUE : FALSE) != FALSE;
+}
+
 bool SystemWindows::CheckDlgButton(WindowHandle dialog, std::int32_t id, std::uint32_t state) {
   return ::CheckDlgButton(FromWindow(dialog), id, state) != FALSE;
 }
@@ -143,6 +150,17 @@ WindowHandle SystemWindows::CreateWindowExW(std::uint32_t extendedStyle, const c
 
 bool SystemWindows::DestroyWindow(WindowHandle window) {
   return ::DestroyWindow(FromWindow(window)) != FALSE;
+}
+
+std::intptr_t SystemWindows::DialogBoxParamW(ModuleHandle module, std::uint32_t templateId,
+                                             WindowHandle owner, DialogProcedure procedure,
+                                             std::intptr_t initParam) {
+  return ::DialogBoxParamW(FromModule(module), ResourceId(templateId), FromWindow(owner),
+                           reinterpret_cast<DLGPROC>(procedure), initParam);
+}
+
+bool SystemWindows::EndDialog(WindowHandle dialog, std::intptr_t result) {
+  return ::EndDialog(FromWindow(dialog), result) != FALSE;
 }
 
 ImageHandle SystemWindows::LoadImageW(ModuleHandle module, std::uint32_t id, std::uint32_t kind,
@@ -209,6 +227,65 @@ bool SystemGraphics::TransparentBlt(DeviceContext target, const Rect& place, Dev
                              place.Height(), transparentColor) != FALSE;
 }
 
+GdiObject SystemGraphics::CreateCompatibleBitmap(DeviceContext context, std::int32_t width,
+                                                 std::int32_t height) {
+  return ToObject(::CreateCompatibleBitmap(FromContext(context), width, height));
+}
+
+GdiObject SystemGraphics::CreatePen(std::int32_t style, std::int32_t width, std::uint32_t color) {
+  return ToObject(::CreatePen(style, width, color));
+}
+
+GdiObject SystemGraphics::GetStockObject(std::int32_t index) {
+  return ToObject(::GetStockObject(index));
+}
+
+int SystemGraphics::GetDIBits(DeviceContext context, GdiObject bitmap, std::uint32_t firstRow,
+                              std::uint32_t rows, void* pixels, BitmapInfoHeader* form) {
+  return ::GetDIBits(FromContext(context), static_cast<HBITMAP>(FromObject(bitmap)), firstRow, rows,
+                     pixels, reinterpret_cast<BITMAPINFO*>(form), DIB_RGB_COLORS);
+}
+
+int SystemGraphics::StretchDIBits(DeviceContext target, const Rect& place, const Rect& from,
+                                  const void* pixels, const BitmapInfoHeader& form) {
+  return ::StretchDIBits(FromContext(target), place.left, place.top, place.Width(), place.Height(),
+                         from.left, from.top, from.Width(), from.Height(), pixels,
+                         reinterpret_cast<const BITMAPINFO*>(&form), DIB_RGB_COLORS, SRCCOPY);
+}
+
+bool SystemGraphics::BitBlt(DeviceContext target, const Rect& place, DeviceContext source,
+                            Point from) {
+  return ::BitBlt(FromContext(target), place.left, place.top, place.Width(), place.Height(),
+                  FromContext(source), from.x, from.y, SRCCOPY) != FALSE;
+}
+
+bool SystemGraphics::StretchBlt(DeviceContext target, const Rect& place, DeviceContext source,
+                                const Rect& from) {
+  return ::StretchBlt(FromContext(target), place.left, place.top, place.Width(), place.Height(),
+                      FromContext(source), from.left, from.top, from.Width(), from.Height(),
+                      SRCCOPY) != FALSE;
+}
+
+int SystemGraphics::SetStretchBltMode(DeviceContext context, std::int32_t mode) {
+  return ::SetStretchBltMode(FromContext(context), mode);
+}
+
+bool SystemGraphics::FillRect(DeviceContext target, const Rect& place, GdiObject brush) {
+  return ::FillRect(FromContext(target), reinterpret_cast<const RECT*>(&place),
+                    static_cast<HBRUSH>(FromObject(brush))) != 0;
+}
+
+bool SystemGraphics::Rectangle(DeviceContext target, const Rect& place) {
+  return ::Rectangle(FromContext(target), place.left, place.top, place.right, place.bottom) !=
+         FALSE;
+}
+
+bool SystemGraphics::GetTextExtentPointW(DeviceContext context, const char16_t* text, int units,
+                                         Size* size) {
+  return ::GetTextExtentPointW(FromContext(context), Wide(text), units,
+                               reinterpret_cast<SIZE*>(size)) != FALSE;
+}
+
 // ---- System -------------------------------------------------------------------------------------
 
 std::uint32_t SystemSystem::GetCurrentThreadId() {
@@ -231,6 +308,22 @@ ActivationContext SystemSystem::CreateActCtxW(ModuleHandle module, std::uint32_t
 void SystemSystem::ReleaseActCtx(ActivationContext context) {
   // NOLINTNEXTLINE(performance-no-int-to-ptr): the handle travels as a number.
   ::ReleaseActCtx(reinterpret_cast<HANDLE>(static_cast<std::uintptr_t>(context)));
+}
+
+bool SystemSystem::CreateProcessW(const char16_t* application, char16_t* commandLine,
+                                  std::uint32_t creationFlags, const char16_t* windowTitle,
+                                  ProcessInformation* information) {
+  std::wstring title(windowTitle == nullptr ? L"" : Wide(windowTitle));
+  STARTUPINFOW startup = {};
+  startup.cb = sizeof(startup);
+  startup.lpTitle = windowTitle == nullptr ? nullptr : title.data();
+  return ::CreateProcessW(Wide(application), Wide(commandLine), nullptr, nullptr, FALSE,
+                          creationFlags, nullptr, nullptr, &startup,
+                          reinterpret_cast<PROCESS_INFORMATION*>(information)) != FALSE;
+}
+
+bool SystemSystem::CloseHandle(ProcessHandle handle) {
+  return ::CloseHandle(static_cast<HANDLE>(handle)) != FALSE;
 }
 
 }  // namespace ostrel::win32

@@ -1,0 +1,9 @@
+#include "pages/booklet_cover.h"
+
+namespace ostrel {
+
+bool ShowBookletCoverDialog(WindowHandle /*page*/, UIContext& /*context*/) {
+  return false;
+}
+
+}  // namespace ostrel

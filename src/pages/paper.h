@@ -1,0 +1,18 @@
+// The paper page: paper size, media type, paper source and feed orientation.
+#pragma once
+
+#include "core/ui_context.h"
+#include "platform/window_types.h"
+
+#include <cstdint>
+
+namespace ostrel {
+
+std::intptr_t PaperPageProcedure(WindowHandle page, std::uint32_t message, std::uintptr_t wParam,
+                                 std::intptr_t lParam);
+
+// Shows the record in the page's controls once more; nothing when the calling thread has no such
+// page.
+void RefreshPaperPage(UIContext& context);
+
+}  // namespace ostrel
