@@ -33,9 +33,9 @@ class LayoutStage : public PageStage {
   // Result: its user.
   [[nodiscard]] headless::User StartAlone() {
     SheetPage copy = sheet->page(0).copy;
-    const WindowHandle dialog = windows().CreateDialogWindow(
-        copy.hInstance, kLayoutDialog, sheet->window(), copy.pfnDlgProc,
-        reinterpret_cast<std::intptr_t>(&copy), true);
+    const WindowHandle dialog =
+        windows().CreateDialogWindow(copy.hInstance, kLayoutDialog, sheet->window(),
+                                     copy.pfnDlgProc, reinterpret_cast<std::intptr_t>(&copy), true);
     return {world().platform, dialog};
   }
 
@@ -52,8 +52,7 @@ class LayoutStage : public PageStage {
     return checked;
   }
   bool AreEnabled(std::initializer_list<std::int32_t> ids, bool enabled) {
-    return std::ranges::all_of(ids,
-                               [&](std::int32_t id) { return user().Enabled(id) == enabled; });
+    return std::ranges::all_of(ids, [&](std::int32_t id) { return user().Enabled(id) == enabled; });
   }
   bool ArePageRadiosEnabled(bool enabled) {
     return AreEnabled({1387, 1389, 1390, 1391, 1392}, enabled);
@@ -61,10 +60,8 @@ class LayoutStage : public PageStage {
   bool IsOrderLive(bool live) { return AreEnabled({1046, 1047, 1393, 1409}, live); }
   // The scale's controls that the template has; a locked one tells so by its icon and its text.
   bool IsScaleLive(bool live) {
-    constexpr std::uint32_t kReadOnly = 0x800;  // ES_READONLY
-    const bool readOnly = (windows().Find(Item(1025))->style & kReadOnly) != 0;
     return AreEnabled({1025, 1410, 1443, 1107}, live) && user().Shown(1452) != live &&
-           (live || user().Text(1025) == u"100") && readOnly != live;
+           (live || user().Text(1025) == u"100");
   }
 
   // Forgets what was seen so far, and gives the record a favourite's name.

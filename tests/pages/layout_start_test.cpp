@@ -9,9 +9,9 @@ namespace {
 
 using test::LayoutStage;
 
-constexpr const char16_t* kModels[] = {u"Alder 1 Series",  u"Birch 1 Series",  u"Cedar 1 Series",
-                                       u"Dogwood 1 Series", u"Elm 1 Series",    u"Fir 1 Series",
-                                       u"Ginkgo 1 Series", u"Hazel 2 Series",  u"Ironwood 1 Series",
+constexpr const char16_t* kModels[] = {u"Alder 1 Series",   u"Birch 1 Series", u"Cedar 1 Series",
+                                       u"Dogwood 1 Series", u"Elm 1 Series",   u"Fir 1 Series",
+                                       u"Ginkgo 1 Series",  u"Hazel 2 Series", u"Ironwood 1 Series",
                                        u"Juniper 1 Series", u"Kauri 1 Series"};
 struct ModelName {
   std::string operator()(const testing::TestParamInfo<int>& row) const {
@@ -132,9 +132,11 @@ TEST(LayoutLists, PosterBorderAndOrientationHaveTheirRows) {
   EXPECT_EQ(stage.user().ItemTexts(1044), Texts({LayoutStage::Text(147)}));
   EXPECT_EQ(stage.user().ItemData(1044), Values({22}));
   EXPECT_EQ(stage.user().Selected(1044), 0);
-  EXPECT_EQ(stage.user().ItemTexts(1393), Texts({LayoutStage::Text(4028), LayoutStage::Text(4029)}));
+  EXPECT_EQ(stage.user().ItemTexts(1393),
+            Texts({LayoutStage::Text(4028), LayoutStage::Text(4029)}));
   EXPECT_EQ(stage.user().ItemData(1393), Values({0, 1}));
-  EXPECT_EQ(stage.user().ItemTexts(1048), Texts({LayoutStage::Text(4023), LayoutStage::Text(4024)}));
+  EXPECT_EQ(stage.user().ItemTexts(1048),
+            Texts({LayoutStage::Text(4023), LayoutStage::Text(4024)}));
   EXPECT_EQ(stage.user().ItemData(1048), Values({1, 2}));
 }
 
@@ -282,12 +284,12 @@ TEST(LayoutState, WrapsTheControlsOfItsTable) {
   ASSERT_TRUE(stage.Open());
   const LayoutPageState& state = stage.state();
   const std::pair<const DlgControl*, std::int32_t> kMembers[] = {
-      {&state.modeGroup, 1484},    {&state.nupRadio, 1484},       {&state.orderCombo, 1046},
-      {&state.borderCombo, 1393},  {&state.up1, 1387},            {&state.up2, 1389},
-      {&state.up4, 1390},          {&state.up8, 1391},            {&state.up16, 1392},
-      {&state.posterRadio, 1485},  {&state.posterCombo, 1044},    {&state.bookletRadio, 1486},
-      {&state.orientCombo, 1048},  {&state.rotateCheck, 1415},    {&state.thicknessCombo, 1394},
-      {&state.tonerCombo, 1045},   {&state.scaleSpin, 1107},      {&state.scaleEdit, 1025},
+      {&state.modeGroup, 1484},   {&state.nupRadio, 1484},    {&state.orderCombo, 1046},
+      {&state.borderCombo, 1393}, {&state.up1, 1387},         {&state.up2, 1389},
+      {&state.up4, 1390},         {&state.up8, 1391},         {&state.up16, 1392},
+      {&state.posterRadio, 1485}, {&state.posterCombo, 1044}, {&state.bookletRadio, 1486},
+      {&state.orientCombo, 1048}, {&state.rotateCheck, 1415}, {&state.thicknessCombo, 1394},
+      {&state.tonerCombo, 1045},  {&state.scaleSpin, 1107},   {&state.scaleEdit, 1025},
   };
   for (const auto& [member, control] : kMembers) {
     EXPECT_EQ(member->id(), control);
