@@ -3,13 +3,6 @@
 #include "pages/media_rules.h"
 
 namespace ostrel {
-namespace {
-
-// Pages on a sheet, by the code that stands for a poster.
-constexpr std::int16_t kMultipleUpPoster = 22;
-
-}  // namespace
-
 std::int16_t Setting(const UIContext& context, const char* key, std::int16_t fallback) {
   std::int16_t value = fallback;
   return GetUIParam(&context, key, &value, sizeof(value)) == kResultOk ? value : fallback;

@@ -7,6 +7,9 @@
 
 namespace ostrel {
 
+// MultipleUp by the code that stands for a poster in the place of a number of pages.
+inline constexpr std::int16_t kMultipleUpPoster = 22;
+
 // A word of the private part by its key; `fallback` stands for a key that can't be read.
 std::int16_t Setting(const UIContext& context, const char* key, std::int16_t fallback);
 void SetSetting(UIContext& context, const char* key, std::int16_t value);
