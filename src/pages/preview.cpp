@@ -58,12 +58,17 @@ constexpr BindingRow kBindings[] = {
 };
 // clang-format on
 
-constexpr std::uint32_t kPosterPortrait = 1074;
-constexpr std::uint32_t kPosterLandscape = 1073;
-constexpr std::uint32_t kPagePortrait = 888;
-constexpr std::uint32_t kPageLandscape = 886;
+// A picture that knows no more than the orientation; 0 for one that is neither.
+struct PlainPicture {
+  std::uint32_t portrait;
+  std::uint32_t landscape;
 
-constexpr std::int16_t kPortrait = 1;
+  std::uint32_t Of(std::int16_t orientation) const {
+    return orientation == 1 ? portrait : orientation == 2 ? landscape : 0;
+  }
+};
+constexpr PlainPicture kPoster = {.portrait = 1074, .landscape = 1073};
+constexpr PlainPicture kPage = {.portrait = 888, .landscape = 886};
 
 // The settings that choose the picture, as they stand for this paint.
 struct Snapshot {
@@ -249,17 +254,16 @@ bool DrawScaled(const MemoryContext& area, const Picture& picture, std::int32_t 
 
 std::uint32_t LayoutPictureId(UIContext& context) {
   const Snapshot settings(context);
-  const bool portrait = settings.orientation == kPortrait;
   if (settings.booklet) {
     return BookletPicture(settings);
   }
   if (settings.poster) {
-    return portrait ? kPosterPortrait : kPosterLandscape;
+    return kPoster.Of(settings.orientation);
   }
   if (HasOrders(settings.multipleUp)) {
     return OrderPicture(settings);
   }
-  return portrait ? kPagePortrait : kPageLandscape;
+  return kPage.Of(settings.orientation);
 }
 
 PreviewLook PreviewLookOf(const UIContext& context) {
