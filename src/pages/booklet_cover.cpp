@@ -302,7 +302,11 @@ void WriteField(const Dialog& dialog, std::int16_t PrivateDevmode::*field) {
   }
 }
 
+// A dialog that can't be ended may still be cancelled, and then nothing must be written.
 void Accept(const Dialog& dialog) {
+  if (!World().windows.EndDialog(dialog.window, 1)) {
+    return;
+  }
   for (const auto field : kChosenFields) {
     WriteField(dialog, field);
   }
@@ -310,7 +314,6 @@ void Accept(const Dialog& dialog) {
     WriteField(dialog, row.field);
   }
   dialog.call.result = 1;
-  World().windows.EndDialog(dialog.window, 1);
 }
 
 // ---- Messages -----------------------------------------------------------------------------------

@@ -7,6 +7,7 @@
 #include "core/settings_record.h"
 #include "core/ui_context.h"
 #include "pages/booklet_cover.h"
+#include "platform/headless/control_classes.h"
 #include "platform/headless/user.h"
 #include "support/test_world.h"
 
@@ -96,12 +97,13 @@ class BookletStage {
     EXPECT_EQ(openings, 1);
     return look;
   }
-  // Adds a row that the lists never have of their own.
+  // Adds a row that the lists never have of their own. The fault plan isn't asked.
   void AddRow(headless::User& user, std::int32_t control, std::intptr_t value) {
     const WindowHandle combo = user.Control(control);
-    const std::intptr_t row =
-        windows().SendMessageW(combo, kCbAddString, 0, reinterpret_cast<std::intptr_t>(u"another"));
-    windows().SendMessageW(combo, kCbSetItemData, static_cast<std::uintptr_t>(row), value);
+    const std::intptr_t row = headless::AnswerControlMessage(
+        windows(), combo, kCbAddString, 0, reinterpret_cast<std::intptr_t>(u"another"));
+    headless::AnswerControlMessage(windows(), combo, kCbSetItemData,
+                                   static_cast<std::uintptr_t>(row), value);
   }
   std::u16string AskTip(headless::User& user, std::int32_t id) {
     NotifyTooltipText question = {};
