@@ -387,18 +387,49 @@ TEST(LayoutDefaultsButton, BringsEveryOptionBackAtOnce) {
 
 // ---- The booklet's settings ---------------------------------------------------------------------
 
-TEST(LayoutBookletSettings, LeaveThePictureToBeDrawnAgain) {
+struct SettingsCase {
+  const char* name;
+  std::int32_t button;  // by which the dialog is left
+  std::size_t changes;
+};
+void PrintTo(const SettingsCase& row, std::ostream* out) {
+  *out << row.name;
+}
+
+class LayoutBookletSettings : public testing::TestWithParam<SettingsCase> {};
+
+INSTANTIATE_TEST_SUITE_P(Ends, LayoutBookletSettings,
+                         testing::Values(SettingsCase{"Ok", kIdOk, 2},
+                                         SettingsCase{"Cancel", kIdCancel, 1}),
+                         test::CaseName());
+
+// By OK the settings are no favourite's, and the sheet is told twice.
+TEST_P(LayoutBookletSettings, LeaveThePictureToBeDrawnAgain) {
   LayoutStage stage;
   ASSERT_TRUE(stage.Open([](UIContext& context) {
     context.publicPointer->dmDuplex = 3;
     context.privatePointer->BookletPrint = 1;
   }));
   stage.Watch();
-  stage.onChange = [&] { EXPECT_EQ(stage.Redrawn(1067), 1U); };
-  EXPECT_TRUE(stage.user().Click(1065));  // and cancelled
-  EXPECT_EQ(stage.changes.size(), 1U);
-  EXPECT_EQ(stage.Redrawn(1067), 1U);
-  EXPECT_FALSE(stage.IsUntitled());
+  int openings = 0;
+  stage.windows().onDialog = [&](WindowHandle dialog) {
+    ++openings;
+    headless::User user(stage.world().platform, dialog);
+    EXPECT_TRUE(user.Choose(1479, 1));
+    EXPECT_TRUE(user.Click(GetParam().button));
+  };
+  std::vector<std::size_t> drawn;
+  stage.onChange = [&] { drawn.push_back(stage.Redrawn(1067)); };
+  EXPECT_TRUE(stage.user().Click(1065));
+  EXPECT_EQ(openings, 1);
+  const bool ok = GetParam().button == kIdOk;
+  EXPECT_EQ(stage.own().BookletBinding, ok ? 1 : 0);
+  EXPECT_EQ(drawn, ok ? std::vector<std::size_t>({0, 1}) : std::vector<std::size_t>({1}));
+  EXPECT_EQ(stage.changes.size(), GetParam().changes);
+  EXPECT_EQ(stage.IsUntitled(), ok);
+  if (ok) {
+    EXPECT_EQ(stage.FavoriteAt(0), LayoutStage::Text(5005));
+  }
 }
 
 // ---- Commands that mean nothing here ------------------------------------------------------------

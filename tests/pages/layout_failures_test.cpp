@@ -1,14 +1,14 @@
 // The layout page when the world fails: no memory for its state, keys that can't be read, any call
 // of the platform refused, and records full of nonsense.
-#include "core/devmode_lifecycle.h"
+#include "pages/failure_walk.h"
 #include "pages/layout_stage.h"
-#include "support/byte_record.h"
 
 #include <cstring>
 
 namespace ostrel {
 namespace {
 
+using test::Do;
 using test::LayoutStage;
 
 constexpr std::int32_t kButtons[] = {1484, 1387, 1389, 1390, 1391, 1392,
@@ -102,25 +102,6 @@ TEST(LayoutUnreadablePages, CountAsOne) {
 
 // ---- Any call of the platform fails -------------------------------------------------------------
 
-// What is wrong with a record that was handed out; empty when a repair would change nothing.
-std::string Unrepaired(const DriverDevmode& record) {
-  PrivateDevmode live = record.privateDevmode;
-  DriverDevmode defaults;
-  InitDriverDevmode(&defaults, test::kDriverName, nullptr);
-  std::memcpy(live.CustomPaperSize, defaults.privateDevmode.CustomPaperSize,
-              sizeof(live.CustomPaperSize));
-  PrivateDevmode repaired = live;
-  ValidatePrivateDevmode(&repaired);
-  return test::Difference(test::BytesOf(live), test::BytesOf(repaired));
-}
-
-// Deeds one after the other, in the order of their braces; whether a hand gets through doesn't
-// matter here.
-struct Do {
-  template <typename... Deeds>
-  explicit Do(const Deeds&... /*deeds*/) {}
-};
-
 void UseEverything(LayoutStage& stage) {
   headless::User user = stage.user();
   Do{user.Click(1389), user.Choose(1046, 1), user.Choose(1393, 1), user.Choose(1048, 1)};
@@ -160,51 +141,18 @@ constexpr Story kStories[] = {
     {"Refusals", BeRefused, 900},
 };
 
-class LayoutFailures : public testing::TestWithParam<Story> {
- protected:
-  // Plays the story with the n-th call failing. Result: whether there was such a call.
-  bool Play(std::size_t n) {
-    LayoutStage stage;
-    const auto poison = test::BytesOf(stage.scene.out);
-    headless::FaultPlan& faults = stage.world().platform.faults;
-    faults.FailCall(n);
-    opened_ += stage.Open() ? 1U : 0U;
-    if (stage.sheet->isOpen() && stage.page() != nullptr) {
-      GetParam().use(stage);
-    }
-    const bool ok = stage.sheet->isOpen() && (stage.sheet->PressOk() || stage.sheet->PressOk());
-    accepted_ += ok ? 1U : 0U;
-    const bool fired = faults.fired();
-    faults.Clear();
-    stage.sheet.reset();
-    if (ok) {
-      EXPECT_EQ(Unrepaired(stage.scene.out), "") << n;
-    } else {
-      EXPECT_EQ(test::Difference(test::BytesOf(stage.scene.out), poison), "") << n;
-    }
-    EXPECT_EQ(stage.windows().liveWindows(), 0U) << n;
-    EXPECT_EQ(stage.graphics().liveBitmaps(), 0U) << n;
-    EXPECT_EQ(stage.graphics().liveContexts(), 0U) << n;
-    return fired;
-  }
-
-  std::size_t opened_ = 0;
-  std::size_t accepted_ = 0;
-};
+class LayoutFailures : public testing::TestWithParam<Story> {};
 
 INSTANTIATE_TEST_SUITE_P(Stories, LayoutFailures, testing::ValuesIn(kStories), test::CaseName());
 
 TEST_P(LayoutFailures, LeaveAWholeRecordOrAnUntouchedOneAndNothingBehind) {
-  constexpr std::size_t kMostCalls = 9000;
-  std::size_t n = 1;
-  while (n < kMostCalls && Play(n) && !HasFailure()) {
-    ++n;
-  }
-  EXPECT_LT(n, kMostCalls);
-  EXPECT_GT(n, GetParam().leastCalls);
-  EXPECT_GT(opened_, n / 2);
-  EXPECT_GT(accepted_, n / 2);
-  EXPECT_LT(opened_, n);  // some failures keep the sheet from opening
+  test::FailureWalk walk;
+  const auto play = [&walk](std::size_t n) {
+    LayoutStage stage;
+    return walk.Play(
+        stage, {}, [&stage] { GetParam().use(stage); }, n);
+  };
+  walk.Walk(play, GetParam().leastCalls);
 }
 
 // ---- Records full of nonsense -------------------------------------------------------------------
@@ -220,9 +168,7 @@ TEST_P(LayoutHostileRecord, IsShownUnchangedAndTakesWhateverAUserDoes) {
     PrivateDevmode before = {};
     LayoutStage stage;
     ASSERT_TRUE(stage.Open([&](UIContext& context) {
-      const PublicDevmode whole = *context.publicPointer;
-      test::SetBytes(context.devmode, test::RandomBytes(sizeof(context.devmode), seed));
-      WriteHeader(context.publicPointer, ReadHeader(&whole));
+      test::MakeHostileRecord(context, seed);
       before = *context.privatePointer;
     })) << seed;
     EXPECT_EQ(test::Difference(test::BytesOf(stage.own()), test::BytesOf(before)), "") << seed;
@@ -241,19 +187,13 @@ TEST_P(LayoutHostileRecord, OfTheCallerComesBackWhole) {
   for (int offset = 0; offset < 10; ++offset) {
     const auto seed = static_cast<std::uint32_t>(GetParam() * 10 + offset + 1);
     LayoutStage stage;
-    DriverDevmode& in = stage.scene.in;
-    const DriverDevmode whole = in;
-    test::SetBytes(in, test::RandomBytes(sizeof(in), seed));
-    WriteHeader(&in.publicDevmode, ReadHeader(&whole.publicDevmode));
-    in.publicDevmode.dmFields = kDriverDevmodeFields;
-    in.privateDevmode.Signature = kPrivateSignature;
-    std::ranges::copy(whole.publicDevmode.dmDeviceName, in.publicDevmode.dmDeviceName);
+    test::MakeHostileCaller(stage.scene.in, seed);
     ASSERT_TRUE(stage.Open()) << seed;
     for (const std::int32_t id : {1484, 1390, 1387, 1485, 1484, 1486, 1415, 1484}) {
       stage.Command(id);
     }
     EXPECT_TRUE(stage.sheet->PressOk()) << seed;
-    EXPECT_EQ(Unrepaired(stage.scene.out), "") << seed;
+    EXPECT_EQ(test::Unrepaired(stage.scene.out), "") << seed;
   }
 }
 

@@ -1,8 +1,9 @@
 // Options of different pages that exclude or change one another, two after the other in every
-// order: each is set as a user sets it, and after each the record and the locks of both pages are
-// compared with what the rules say of the options in force.
+// order: each is set as a user sets it, and after each the record and the locks of the three pages
+// are compared with what the rules say of the options in force.
 //
 // The model below knows the rules as statements about a record, not how the pages come to them.
+#include "config/setting_stores.h"
 #include "pages/layout_stage.h"
 #include "pages/print_options.h"
 
@@ -41,6 +42,9 @@ struct Model {
   bool CollateLive() const { return !booklet; }
   bool JobModeLive() const { return pages != 22 && !booklet && watermark == 0; }
 
+  // ---- What is locked on the paper page
+  bool MediaLive() const { return duplex == 1; }
+
   // ---- What is locked on the layout page
   bool HasConflict() const {
     return reverse || !PaperIsTwoSided() || media != 1 || pages != 1 || scale != 100 || duplex == 2;
@@ -61,13 +65,16 @@ class PairStage : public LayoutStage {
  public:
   PairStage() { withOtherPages = true; }
 
-  // Both pages are there from the start, so that none repairs the record in between.
-  [[nodiscard]] bool OpenBoth() {
-    const bool open = Open([](UIContext& context) {
-      context.publicPointer->dmPaperSize = 9;
-      context.publicPointer->dmCollate = 0;
-    });
-    return open && sheet->ShowPageOf(kOptionsDialogId) && sheet->ShowPageOf(test::kLayoutDialog);
+  // All three pages are there from the start, so that none repairs the record in between.
+  [[nodiscard]] bool OpenAll() {
+    CustomPaperRecord paper = {.PaperId = 300, .Width = 3000, .Length = 4000, .Unit = 1};
+    std::u16string(u"Mine").copy(paper.Name, std::size(paper.Name) - 1);
+    const bool open = CustomPaperStore().Save(paper.Name, paper) && Open([](UIContext& context) {
+                        context.publicPointer->dmPaperSize = 9;
+                        context.publicPointer->dmCollate = 0;
+                      });
+    return open && sheet->ShowPageOf(kOptionsDialogId) && sheet->ShowPageOf(kPaperDialogId) &&
+           sheet->ShowPageOf(test::kLayoutDialog);
   }
   headless::User Go(std::uint32_t dialog) {
     if (std::exchange(changedElsewhere_, false)) {
@@ -81,6 +88,14 @@ class PairStage : public LayoutStage {
   // A page that isn't here has changed the record: the next page to be asked is shown anew.
   bool ChangedElsewhere() { return changedElsewhere_ = true; }
   headless::User GoToOptions() { return Go(kOptionsDialogId); }
+  headless::User GoToPaper() { return Go(kPaperDialogId); }
+  // Picks the row of a value from a list of the paper page.
+  bool ChooseOfPaper(std::int32_t list, std::uintptr_t value) {
+    headless::User user = GoToPaper();
+    const std::vector<std::uintptr_t> values = user.ItemData(list);
+    const auto row = std::ranges::find(values, value) - values.begin();
+    return user.Choose(list, static_cast<std::int32_t>(row));
+  }
   headless::User GoToLayout() { return Go(test::kLayoutDialog); }
 
   Model Record() {
@@ -101,6 +116,7 @@ class PairStage : public LayoutStage {
 
  private:
   static constexpr std::uint32_t kOptionsDialogId = 111;
+  static constexpr std::uint32_t kPaperDialogId = 693;
 
   bool changedElsewhere_ = false;
 };
@@ -171,6 +187,16 @@ void ApplyBooklet(Model& model) {
   model.jobMode = 0;
 }
 
+// Neither A5 nor a custom paper can be printed on both sides.
+template <int paper>
+void ApplyPaper(Model& model) {
+  if (model.paper != paper && model.duplex != 1) {
+    ++model.boxes;
+    return;
+  }
+  model.paper = paper;
+}
+
 bool Always(const Model& /*model*/) {
   return true;
 }
@@ -198,12 +224,10 @@ const Option kOptions[] = {
                   [](const Model& m) { return m.ReverseLive(); }, [](Model& m) { m.reverse = !m.reverse; }},
     {"Scale",     [](PairStage& s) { return s.GoToLayout().Type(1025, u"150") && s.GoToLayout().MoveFocus(1048); },
                   [](const Model& m) { return m.ScaleLive(); }, [](Model& m) { m.scale = 150; }},
-    {"MediaThick", [](PairStage& s) { s.shared().dmMediaType = 257; return s.ChangedElsewhere(); }, Always,
-                  [](Model& m) { m.media = 257; }},
-    {"PaperA5",   [](PairStage& s) { s.shared().dmPaperSize = 11; return s.ChangedElsewhere(); }, Always,
-                  [](Model& m) { m.paper = 11; }},
-    {"PaperCustom", [](PairStage& s) { s.shared().dmPaperSize = 300; return s.ChangedElsewhere(); }, Always,
-                  [](Model& m) { m.paper = 300; }},
+    {"MediaThick", [](PairStage& s) { return s.ChooseOfPaper(1009, 257); },
+                  [](const Model& m) { return m.MediaLive(); }, [](Model& m) { m.media = 257; }},
+    {"PaperA5",   [](PairStage& s) { return s.ChooseOfPaper(1404, 11); }, Always, ApplyPaper<11>},
+    {"PaperCustom", [](PairStage& s) { return s.ChooseOfPaper(1404, 300); }, Always, ApplyPaper<300>},
     {"JobMode",   [](PairStage& s) { return s.GoToOptions().Choose(1393, 1); },
                   [](const Model& m) { return m.JobModeLive(); }, [](Model& m) { m.jobMode = 1; }},
     {"Collate",   [](PairStage& s) { return s.GoToOptions().Click(1008); },
@@ -215,7 +239,7 @@ const Option kOptions[] = {
 
 constexpr std::size_t kSidesAndModes = 10;  // the rows from the top
 
-// ---- What both pages show of it -----------------------------------------------------------------
+// ---- What the pages show of it -----------------------------------------------------------------
 
 void ExpectOptionsPage(PairStage& stage, const Model& model) {
   const headless::User user = stage.GoToOptions();
@@ -236,6 +260,17 @@ void ExpectOptionsPage(PairStage& stage, const Model& model) {
   EXPECT_EQ(user.Enabled(1393), model.JobModeLive());
   EXPECT_NE(user.Shown(1450), model.JobModeLive());
   EXPECT_EQ(user.Selected(1393), model.jobMode);
+}
+
+void ExpectPaperPage(PairStage& stage, const Model& model) {
+  const headless::User user = stage.GoToPaper();
+  EXPECT_EQ(user.Enabled(1009), model.MediaLive());
+  EXPECT_NE(user.Shown(1446), model.MediaLive());
+  const auto shown = [&user](std::int32_t list) {
+    return user.ItemData(list).at(static_cast<std::size_t>(user.Selected(list)));
+  };
+  EXPECT_EQ(shown(1009), static_cast<std::uintptr_t>(model.media));
+  EXPECT_EQ(shown(1404), static_cast<std::uintptr_t>(model.paper));
 }
 
 void ExpectLayoutPage(PairStage& stage, const Model& model) {
@@ -285,13 +320,14 @@ TEST_P(OptionPairs, LeaveTheRecordAndTheLocksThatTheRulesSay) {
   for (const Option& second : kOptions) {
     SCOPED_TRACE(second.name);
     PairStage stage;
-    ASSERT_TRUE(stage.OpenBoth());
+    ASSERT_TRUE(stage.OpenAll());
     Model model = stage.Record();
     ASSERT_EQ(model, Model());
     AskAndCompare(stage, GetParam(), model);
     AskAndCompare(stage, second, model);
     ExpectOptionsPage(stage, model);
     ExpectLayoutPage(stage, model);
+    ExpectPaperPage(stage, model);
     ExpectOptionsPage(stage, model);  // and once more, after the other page was there
     EXPECT_EQ(AskPages(&PageLinks::duplexAllowed), model.DuplexLive());
     EXPECT_EQ(stage.Record(), model);  // showing it changes nothing
@@ -304,11 +340,12 @@ TEST_P(OptionPairs, GoOnWithAThirdOptionToo) {
     for (const Option& third : std::span(kOptions).first(kSidesAndModes)) {
       SCOPED_TRACE(testing::Message() << second.name << " then " << third.name);
       PairStage stage;
-      ASSERT_TRUE(stage.OpenBoth());
+      ASSERT_TRUE(stage.OpenAll());
       Model model;
       for (const Option* option : {&GetParam(), &second, &third}) {
         AskAndCompare(stage, *option, model);
       }
+      ExpectPaperPage(stage, model);
       ExpectLayoutPage(stage, model);
       ExpectOptionsPage(stage, model);
       if (HasFailure()) {
