@@ -95,7 +95,7 @@ struct LayoutRule {
   std::array<Effect, 8> effects;
 };
 
-// The part of the page that the rules work.
+// The controls of the page that the rules work.
 class LayoutRuleControls {
  public:
   virtual void Warn(Refusal refusal) = 0;

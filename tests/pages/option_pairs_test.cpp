@@ -67,9 +67,14 @@ class PairStage : public LayoutStage {
 
   // All three pages are there from the start, so that none repairs the record in between.
   [[nodiscard]] bool OpenAll() {
-    CustomPaperRecord paper = {.PaperId = 300, .Width = 3000, .Length = 4000, .Unit = 1};
+    CustomPaperRecord paper = {};
+    paper.PaperId = 300;
+    paper.Width = 3000;
+    paper.Length = 4000;
+    paper.Unit = 1;
     std::u16string(u"Mine").copy(paper.Name, std::size(paper.Name) - 1);
-    const bool open = CustomPaperStore().Save(paper.Name, paper) && Open([](UIContext& context) {
+    const bool open = InitSettingsFile() && CustomPaperStore().Save(paper.Name, paper) &&
+                      Open([](UIContext& context) {
                         context.publicPointer->dmPaperSize = 9;
                         context.publicPointer->dmCollate = 0;
                       });
