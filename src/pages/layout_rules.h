@@ -87,6 +87,8 @@ struct Effect {
   std::int16_t value = 0;
 };
 
+// A row, with its columns in the order in which they are read.
+// NOLINTNEXTLINE(clang-analyzer-optin.performance.Padding)
 struct LayoutRule {
   LayoutOption asked;
   bool (*holds)(const LayoutFacts& facts);
