@@ -38,6 +38,7 @@ add_custom_command(
   COMMAND ${OSTREL_WINDRES} -c 65001 -O res
     -i ${CMAKE_SOURCE_DIR}/tests/platform/headless/test_dialogs.rc -o ${test_dialogs}
   DEPENDS ${CMAKE_SOURCE_DIR}/tests/platform/headless/test_dialogs.rc
+    ${CMAKE_SOURCE_DIR}/tests/conformance/conformance_dialogs.rc
   COMMENT "Compiling the test dialogs"
   VERBATIM)
 add_custom_target(ostrel_test_dialogs DEPENDS ${test_dialogs})
