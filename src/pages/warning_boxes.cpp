@@ -20,6 +20,13 @@ BoxText Load(ModuleHandle module, std::uint32_t stringId) {
   return text;
 }
 
+int ShowBox(WindowHandle owner, const char16_t* text, const BoxText& title, std::uint32_t buttons) {
+  const std::uint32_t style =
+      buttons | kMbIconExclamation |
+      (Process().RightToLeftLanguage ? std::uint32_t{kMbRightToLeft} : std::uint32_t{0});
+  return World().windows.MessageBoxW(owner, text, title.data(), style);
+}
+
 void Show(WindowHandle owner, ModuleHandle module, const BoxText& text) {
   ShowExclamation(owner, module, text.data(), kStringConflictTitle);
 }
@@ -32,11 +39,18 @@ void ShowString(WindowHandle owner, ModuleHandle module, std::uint32_t stringId)
 
 void ShowExclamation(WindowHandle owner, ModuleHandle module, const char16_t* text,
                      std::uint32_t titleStringId) {
-  const BoxText title = Load(module, titleStringId);
-  const std::uint32_t style =
-      kMbIconExclamation |
-      (Process().RightToLeftLanguage ? std::uint32_t{kMbRightToLeft} : std::uint32_t{0});
-  World().windows.MessageBoxW(owner, text, title.data(), style);
+  ShowBox(owner, text, Load(module, titleStringId), 0);
+}
+
+void WarnString(WindowHandle owner, ModuleHandle module, std::uint32_t stringId,
+                std::uint32_t titleStringId) {
+  ShowExclamation(owner, module, Load(module, stringId).data(), titleStringId);
+}
+
+bool AskYesNo(WindowHandle owner, ModuleHandle module, std::uint32_t stringId,
+              std::uint32_t titleStringId) {
+  const BoxText text = Load(module, stringId);
+  return ShowBox(owner, text.data(), Load(module, titleStringId), kMbYesNo) == kIdYes;
 }
 
 void WarnMediaUnsupported(WindowHandle owner, ModuleHandle module, std::int32_t media) {
