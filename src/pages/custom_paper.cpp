@@ -67,38 +67,7 @@ constexpr CaptionRow kInchCaptions[] = {
     {1268, kStringWidthRangeInch},
     {1271, kStringLengthRangeInch},
 };
-
-// The two boxes of a size, with what belongs to each.
-struct SideRow {
-  std::int32_t editId;
-  std::int32_t spinId;
-  DecimalEdit CustomPaperDialogState::* edit;
-  FloatSpin CustomPaperDialogState::* spin;
-  LengthLimits SizeLimits::* limits;
-  PaperSide side;
-};
-constexpr SideRow kSides[] = {
-    {1358, 1270, &CustomPaperDialogState::widthEdit, &CustomPaperDialogState::widthSpin,
-     &SizeLimits::width, kWidthSide},
-    {1442, 1273, &CustomPaperDialogState::lengthEdit, &CustomPaperDialogState::lengthSpin,
-     &SizeLimits::length, kLengthSide},
-};
 // clang-format on
-
-constexpr std::int32_t kSizeTextUnits = 6;
-
-// Sets a flag for the length of a scope.
-class ScopedFlag {
- public:
-  explicit ScopedFlag(bool& flag) : flag_(flag), before_(flag) { flag_ = true; }
-  ~ScopedFlag() { flag_ = before_; }
-  ScopedFlag(const ScopedFlag&) = delete;
-  ScopedFlag& operator=(const ScopedFlag&) = delete;
-
- private:
-  bool& flag_;
-  bool before_;
-};
 
 // One message's view of the dialog.
 struct Dialog {
@@ -115,7 +84,6 @@ struct Dialog {
     EnableControl(window, kSaveButton, save);
     EnableControl(window, kDeleteButton, remove);
   }
-  const SizeLimits& limits() const { return LimitsOf(state.unit); }
 };
 
 PaperUnit UnitOfLocale() {
@@ -150,35 +118,12 @@ void ShowLoadedName(const Dialog& dialog, std::intptr_t row, std::u16string_view
   dialog.EnableButtons(false, state.nameBox.RowOfName(FieldText(state.name)) >= 0);
 }
 
-// ---- Showing a size -----------------------------------------------------------------------------
-
-PaperLength LengthOf(const Dialog& dialog, const CustomPaperRecord& paper, const PaperSide& side) {
-  return LengthOfPixels(StoredPixels(paper, side), dialog.state.unit, dialog.limits().decimals);
-}
-
-// A size that lies outside the limits of the unit shows the nearer end: 356 mm never show as more
-// than 14.00 inches. The record keeps its pixels.
-void ShowSize(const Dialog& dialog) {
-  const ScopedFlag showing(dialog.state.showing);
-  for (const SideRow& row : kSides) {
-    const PaperLength length = LengthOf(dialog, dialog.state.paper, row.side);
-    (dialog.state.*row.edit)
-        .SetValue(static_cast<float>(WithinLimits(length.value, dialog.limits().*row.limits)));
-  }
-}
+// ---- The unit -----------------------------------------------------------------------------------
 
 void SetUnit(const Dialog& dialog, PaperUnit unit) {
-  CustomPaperDialogState& state = dialog.state;
-  const bool millimeters = unit == PaperUnit::kMillimeters;
-  state.unit = unit;
-  for (const SideRow& row : kSides) {
-    DecimalEdit& edit = state.*row.edit;
-    edit.range.minimum = LeastOf(dialog.limits().*row.limits);
-    edit.range.maximum = MostOf(dialog.limits().*row.limits);
-    edit.range.precision = dialog.limits().decimals;
-    (state.*row.spin).SetBuddy(&edit);
-  }
   Windows& windows = World().windows;
+  const bool millimeters = unit == PaperUnit::kMillimeters;
+  dialog.state.sizes.SetUnit(unit);
   windows.CheckDlgButton(dialog.window, kMillimetersRadio,
                          millimeters ? kBstChecked : kBstUnchecked);
   windows.CheckDlgButton(dialog.window, kInchesRadio, millimeters ? kBstUnchecked : kBstChecked);
@@ -186,6 +131,17 @@ void SetUnit(const Dialog& dialog, PaperUnit unit) {
     SetCaptions(dialog.window, dialog.texts(), kMillimeterCaptions);
   } else {
     SetCaptions(dialog.window, dialog.texts(), kInchCaptions);
+  }
+}
+
+void ShowSize(const Dialog& dialog) {
+  dialog.state.sizes.Show(dialog.state.paper);
+}
+
+void OnUnit(const Dialog& dialog, PaperUnit unit) {
+  if (unit != dialog.state.sizes.unit()) {
+    SetUnit(dialog, unit);
+    ShowSize(dialog);
   }
 }
 
@@ -227,7 +183,7 @@ void MakePaper(const Dialog& dialog, double width_mm, double length_mm) {
   StoreLength(paper, kLengthSide, {length_mm, PaperUnit::kMillimeters, 1});
   CopyText(paper.Name, FieldText(untitled));
   paper.PaperId = static_cast<std::uint32_t>(NextCustomPaperId());
-  paper.Unit = static_cast<std::uint32_t>(dialog.state.unit);
+  paper.Unit = static_cast<std::uint32_t>(dialog.state.sizes.unit());
 }
 
 // Loads the first stored size, or a new one where nothing is stored, and shows it under its name.
@@ -255,25 +211,11 @@ void LoadPaper(const Dialog& dialog, PaperName& name) {
 
 // ---- Opening ------------------------------------------------------------------------------------
 
-// The box stands in English in every language, for the texts of this one may be what is missing.
-void ShowStoreError(WindowHandle owner) {
-  const std::uint32_t style =
-      kMbIconExclamation |
-      (Process().RightToLeftLanguage ? std::uint32_t{kMbRightToLeft} : std::uint32_t{0});
-  World().windows.MessageBoxW(owner, u"Initialize paper error.", u"Paper", style);
-}
-
 void LoadTexts(const Dialog& dialog) {
   char16_t title[kMaxPathUnits] = {};
   SetCaptions(dialog.window, dialog.texts(), kCaptions);
   if (LoadExistingString(dialog.texts(), kStringCustomSizesTitle, title)) {
     World().windows.SetWindowTextW(dialog.window, title);
-  }
-}
-
-void LimitSizeTexts(const Dialog& dialog) {
-  for (const SideRow& row : kSides) {
-    World().windows.SendMessageW(dialog.Item(row.editId), kEmLimitText, kSizeTextUnits, 0);
   }
 }
 
@@ -284,23 +226,13 @@ PaperUnit UnitAtOpening(const Dialog& dialog) {
   return isOwn && FindCustomPaper(PaperInForce(dialog), &record) ? UnitOf(record) : UnitOfLocale();
 }
 
-void AttachControls(const Dialog& dialog) {
-  CustomPaperDialogState& state = dialog.state;
-  for (const SideRow& row : kSides) {
-    (state.*row.edit).Attach(dialog.window, row.editId);
-    (state.*row.edit).range = {.maximumTextLength = kSizeTextUnits};
-    (state.*row.spin).Attach(dialog.window, row.spinId);
-  }
-  state.nameBox.Attach(dialog.window, kNameCombo);
-}
-
 void Open(const Dialog& dialog) {
   CustomPaperDialogState& state = dialog.state;
   state.open = false;
   LoadTexts(dialog);
-  LimitSizeTexts(dialog);
+  PaperSizeBoxes::LimitTexts(dialog.window);
   if (!CustomPaperStore().Init()) {
-    ShowStoreError(dialog.window);
+    WarnPaperStore(dialog.window);
     return;
   }
   const PublicDevmode& shared = dialog.shared();
@@ -308,9 +240,8 @@ void Open(const Dialog& dialog) {
   state.savedLength = shared.dmPaperLength;
   state.savedSize = shared.dmPaperSize;
   state.selectionDeleted = false;
-  state.showing = false;
-  state.leaving = false;
-  AttachControls(dialog);
+  state.sizes.Attach(dialog.window);
+  state.nameBox.Attach(dialog.window, kNameCombo);
   state.open = true;
   state.nameBox.Fill();
   SetUnit(dialog, UnitAtOpening(dialog));
@@ -322,85 +253,12 @@ void Open(const Dialog& dialog) {
 
 // ---- Editing ------------------------------------------------------------------------------------
 
-enum class Taken {
-  kUnreadable,  // the box shows no number
-  kUnchanged,   // the record's, as near as the box can show it
-  kChanged,
-};
-
-// Stores what a box shows.
-Taken TakeLength(const Dialog& dialog, const SideRow& row, CustomPaperRecord& paper) {
-  float typed = 0;
-  if ((dialog.state.*row.edit).GetValue(&typed) != kTextStands) {
-    return Taken::kUnreadable;
-  }
-  const int decimals = dialog.limits().decimals;
-  const PaperLength shown = {RoundToDigits(static_cast<double>(typed), decimals), dialog.state.unit,
-                             decimals};
-  if (IsSameLength(shown, LengthOf(dialog, paper, row.side))) {
-    return Taken::kUnchanged;
-  }
-  StoreLength(paper, row.side, shown);
-  return Taken::kChanged;
-}
-
 // Another size is no longer the one of that name: the user has to give it a new one.
 void SizeChanged(const Dialog& dialog) {
   CustomPaperDialogState& state = dialog.state;
   ReadUntitled(dialog, state.name);
   state.nameBox.ShowText(FieldText(state.name));
   dialog.EnableButtons(false, false);
-}
-
-void TakeChange(const Dialog& dialog, const SideRow& row) {
-  if (!dialog.state.showing && TakeLength(dialog, row, dialog.state.paper) == Taken::kChanged) {
-    SizeChanged(dialog);
-  }
-}
-
-void OnSizeText(const Dialog& dialog, const SideRow& row) {
-  if ((dialog.state.*row.edit).ChangeCheck() == kTextStands) {
-    TakeChange(dialog, row);
-  }
-}
-
-bool IsBlank(const DecimalEdit& edit) {
-  char16_t text[kEditTextUnits] = {};
-  World().windows.GetWindowTextW(edit.window(), text, static_cast<int>(std::size(text)));
-  return FieldText(text).find_first_not_of(u' ') == std::u16string_view::npos;
-}
-
-// Brings the number in a box into the range. A box without one takes the least. Result: whether
-// what the box shows may stand.
-bool PutRight(const Dialog& dialog, const SideRow& row) {
-  DecimalEdit& edit = dialog.state.*row.edit;
-  if (IsBlank(edit)) {
-    edit.SetValue(static_cast<float>((dialog.limits().*row.limits).least));
-    return true;
-  }
-  return edit.Validate() == kTextStands;
-}
-
-// A box that can't stand takes the focus back, and the next one is left by that.
-void OnSizeLeft(const Dialog& dialog, const SideRow& row) {
-  if (dialog.state.leaving || dialog.state.showing) {
-    return;
-  }
-  const ScopedFlag leaving(dialog.state.leaving);
-  PutRight(dialog, row);
-}
-
-void OnStep(const Dialog& dialog, const SideRow& row, const NotifyUpDown& notify) {
-  if ((dialog.state.*row.spin).Step(notify.iDelta < 0)) {
-    TakeChange(dialog, row);
-  }
-}
-
-void OnUnit(const Dialog& dialog, PaperUnit unit) {
-  if (unit != dialog.state.unit) {
-    SetUnit(dialog, unit);
-    ShowSize(dialog);
-  }
 }
 
 // ---- Names --------------------------------------------------------------------------------------
@@ -453,23 +311,6 @@ void OnNameChosen(const Dialog& dialog) {
 }
 
 // ---- Buttons ------------------------------------------------------------------------------------
-
-// Takes what the boxes show. Result: false when one of them shows no number that may stand.
-bool TakeShownSize(const Dialog& dialog, CustomPaperRecord& paper) {
-  const ScopedFlag showing(dialog.state.showing);
-  for (const SideRow& row : kSides) {
-    if (!PutRight(dialog, row) || TakeLength(dialog, row, paper) == Taken::kUnreadable) {
-      return false;
-    }
-    PaperLength taken = LengthOf(dialog, paper, row.side);
-    const double within = WithinLimits(taken.value, dialog.limits().*row.limits);
-    if (within != taken.value) {
-      taken.value = within;
-      StoreLength(paper, row.side, taken);
-    }
-  }
-  return true;
-}
 
 // The id under which a name is saved: that of the record that it replaces, or the next free one.
 // Result: false when none is free.
@@ -527,11 +368,11 @@ void Save(const Dialog& dialog) {
     WarnString(dialog.window, dialog.texts(), kStringTooManyCustomSizes, kStringBoxTitle);
     return;
   }
-  if (!TakeShownSize(dialog, paper) || !MayReplace(dialog, FieldText(name)) ||
+  if (!dialog.state.sizes.Take(paper) || !MayReplace(dialog, FieldText(name)) ||
       !FindIdToSave(name, &paper.PaperId)) {
     return;
   }
-  paper.Unit = static_cast<std::uint32_t>(dialog.state.unit);
+  paper.Unit = static_cast<std::uint32_t>(dialog.state.sizes.unit());
   CopyText(paper.Name, FieldText(name));
   if (store.Save(name, paper)) {
     ShowSaved(dialog, paper);
@@ -547,7 +388,7 @@ void ShowWhatIsLeft(const Dialog& dialog) {
     SetShownPaper(dialog);
   } else {
     SetUnit(dialog, UnitOfLocale());
-    dialog.state.paper.Unit = static_cast<std::uint32_t>(dialog.state.unit);
+    dialog.state.paper.Unit = static_cast<std::uint32_t>(dialog.state.sizes.unit());
     SetFixedPaper(dialog, PaperOfLocale().id);
   }
   ShowSize(dialog);
@@ -574,7 +415,8 @@ void Delete(const Dialog& dialog) {
 // lie far below the least, so that the boxes show 2.95 by 5.83. Users know it so.
 void Defaults(const Dialog& dialog) {
   SetUnit(dialog, UnitOfLocale());
-  MakePaper(dialog, dialog.limits().width.most, dialog.limits().length.most);
+  const SizeLimits& limits = dialog.state.sizes.limits();
+  MakePaper(dialog, limits.width.most, limits.length.most);
   ShowSize(dialog);
   dialog.state.nameBox.ShowText(FieldText(dialog.state.paper.Name));
   ReadName(dialog);
@@ -599,7 +441,7 @@ void Accept(const Dialog& dialog) {
 void Cancel(const Dialog& dialog) {
   const CustomPaperDialogState& state = dialog.state;
   if (state.selectionDeleted) {
-    SetFixedPaper(dialog, state.unit == PaperUnit::kMillimeters ? kPaperA4 : kPaperLetter);
+    SetFixedPaper(dialog, state.sizes.unit() == PaperUnit::kMillimeters ? kPaperA4 : kPaperLetter);
   } else {
     dialog.shared().dmPaperWidth = state.savedWidth;
     dialog.shared().dmPaperLength = state.savedLength;
@@ -638,18 +480,9 @@ void OnButton(const Dialog& dialog, std::int32_t control) {
   }
 }
 
-void OnSize(const Dialog& dialog, const SideRow& row, std::uint16_t code) {
-  if (code == kEnChange) {
-    OnSizeText(dialog, row);
-  } else if (code == kEnKillFocus) {
-    OnSizeLeft(dialog, row);
-  }
-}
-
 void OnCommand(const Dialog& dialog, std::int32_t control, std::uint16_t code) {
-  const auto side = std::ranges::find(kSides, control, &SideRow::editId);
-  if (side != std::end(kSides)) {
-    OnSize(dialog, *side, code);
+  if (dialog.state.sizes.OnCommand(control, code, dialog.state.paper)) {
+    SizeChanged(dialog);
   } else if (control == kNameCombo && code == kCbnEditChange) {
     ApplyNameRules(dialog);
   } else if (control == kNameCombo && code == kCbnSelChange) {
@@ -667,14 +500,13 @@ void OnEmptyDialogsCommand(WindowHandle window, std::int32_t control, std::uint1
 }
 
 void OnNotify(const Dialog& dialog, std::intptr_t lParam) {
-  const auto& notify = *PointedAt<const NotifyHeader>(lParam);
-  if (notify.code != kUdnDeltaPos) {
+  if (PointedAt<const NotifyHeader>(lParam)->code != kUdnDeltaPos) {
     return;
   }
-  const auto side =
-      std::ranges::find(kSides, static_cast<std::int32_t>(notify.idFrom), &SideRow::spinId);
-  if (side != std::end(kSides)) {
-    OnStep(dialog, *side, *PointedAt<const NotifyUpDown>(lParam));
+  const auto& step = *PointedAt<const NotifyUpDown>(lParam);
+  if (dialog.state.sizes.OnStep(static_cast<std::int32_t>(step.hdr.idFrom), step.iDelta < 0,
+                                dialog.state.paper)) {
+    SizeChanged(dialog);
   }
 }
 

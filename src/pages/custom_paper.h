@@ -7,22 +7,17 @@
 
 #include "core/page_state_table.h"
 #include "core/ui_context.h"
-#include "pages/controls.h"
 #include "pages/custom_paper_list.h"
-#include "pages/custom_paper_units.h"
+#include "pages/custom_paper_sizes.h"
 #include "platform/window_types.h"
 
 namespace ostrel {
 
 struct CustomPaperDialogState final : PageState {
-  DecimalEdit widthEdit;   // 1358
-  FloatSpin widthSpin;     // 1270
-  DecimalEdit lengthEdit;  // 1442
-  FloatSpin lengthSpin;    // 1273
-  PaperNameBox nameBox;    // 1009
+  PaperSizeBoxes sizes;  // 1358, 1270, 1442, 1273; their unit is the one in force
+  PaperNameBox nameBox;  // 1009
 
-  CustomPaperRecord paper = {};  // the size that is shown
-  PaperUnit unit = PaperUnit::kMillimeters;
+  CustomPaperRecord paper = {};        // the size that is shown
   char16_t name[kEditTextUnits] = {};  // as it was read last
 
   // The paper in force when the dialog opened.
@@ -31,9 +26,7 @@ struct CustomPaperDialogState final : PageState {
   std::int16_t savedSize = 0;
   bool selectionDeleted = false;  // its record is gone
 
-  bool open = false;     // the controls are attached, and the store could be opened
-  bool showing = false;  // code writes into the edits: no change by the user
-  bool leaving = false;  // an edit that is left is put right
+  bool open = false;  // the controls are attached, and the store could be opened
 };
 
 // Shows the dialog over a page and returns when it is closed. Result: whether it was left by OK.

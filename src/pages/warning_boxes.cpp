@@ -20,11 +20,12 @@ BoxText Load(ModuleHandle module, std::uint32_t stringId) {
   return text;
 }
 
-int ShowBox(WindowHandle owner, const char16_t* text, const BoxText& title, std::uint32_t buttons) {
+int ShowBox(WindowHandle owner, const char16_t* text, const char16_t* title,
+            std::uint32_t buttons = 0) {
   const std::uint32_t style =
       buttons | kMbIconExclamation |
       (Process().RightToLeftLanguage ? std::uint32_t{kMbRightToLeft} : std::uint32_t{0});
-  return World().windows.MessageBoxW(owner, text, title.data(), style);
+  return World().windows.MessageBoxW(owner, text, title, style);
 }
 
 void Show(WindowHandle owner, ModuleHandle module, const BoxText& text) {
@@ -39,7 +40,7 @@ void ShowString(WindowHandle owner, ModuleHandle module, std::uint32_t stringId)
 
 void ShowExclamation(WindowHandle owner, ModuleHandle module, const char16_t* text,
                      std::uint32_t titleStringId) {
-  ShowBox(owner, text, Load(module, titleStringId), 0);
+  ShowBox(owner, text, Load(module, titleStringId).data());
 }
 
 void WarnString(WindowHandle owner, ModuleHandle module, std::uint32_t stringId,
@@ -50,7 +51,8 @@ void WarnString(WindowHandle owner, ModuleHandle module, std::uint32_t stringId,
 bool AskYesNo(WindowHandle owner, ModuleHandle module, std::uint32_t stringId,
               std::uint32_t titleStringId) {
   const BoxText text = Load(module, stringId);
-  return ShowBox(owner, text.data(), Load(module, titleStringId), kMbYesNo) == kIdYes;
+  const BoxText title = Load(module, titleStringId);
+  return ShowBox(owner, text.data(), title.data(), kMbYesNo) == kIdYes;
 }
 
 void WarnMediaUnsupported(WindowHandle owner, ModuleHandle module, std::int32_t media) {
@@ -79,6 +81,10 @@ void WarnSourceConflict(WindowHandle owner, ModuleHandle module, bool paperRefus
   } else {
     Show(owner, module, {});
   }
+}
+
+void WarnPaperStore(WindowHandle owner) {
+  ShowBox(owner, u"Initialize paper error.", u"Paper");
 }
 
 void WarnMedia(WindowHandle owner, ModuleHandle module) {
