@@ -50,8 +50,8 @@ TEST(UnwritableStore, ANewPaperIsNotListed) {
 TEST(UnwritableStore, AReplacedPaperStaysWhereItIs) {
   TwoPapers stage;
   stage.windows().answers = {kIdYes};
+  stage.windows().onBox = [&](const auto&) { stage.ProtectTheFile(); };
   stage.Show([&] {
-    stage.ProtectTheFile();
     stage.SaveAs(u"Card");
     EXPECT_EQ(stage.user().ItemTexts(kNameBox), (std::vector<std::u16string>{u"Card", u"Photo"}));
     EXPECT_TRUE(stage.user().Enabled(kSave));

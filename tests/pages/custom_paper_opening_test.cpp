@@ -106,6 +106,36 @@ TEST(CustomPaperOpening, ListsTheStoredNamesInTheirOrder) {
   });
 }
 
+struct WidthCase {
+  const char* name;
+  std::vector<std::size_t> lengths;  // of the names, each character six pixels wide
+  std::intptr_t width;
+};
+
+class CustomPaperListWidth : public testing::TestWithParam<WidthCase> {};
+
+INSTANTIATE_TEST_SUITE_P(Names, CustomPaperListWidth,
+                         testing::Values(WidthCase{"None", {}, 180},
+                                         WidthCase{"Short", {3, 24}, 180},
+                                         WidthCase{"JustNarrowEnough", {35}, 180},
+                                         WidthCase{"JustTooWide", {36}, 186},
+                                         WidthCase{"TheWidestInTheMiddle", {36, 60, 40}, 330}),
+                         test::CaseName());
+
+TEST_P(CustomPaperListWidth, IsTheWidestNamesLessThirty) {
+  CustomPaperStage stage;
+  test::SettingsTree tree;
+  for (const std::size_t length : GetParam().lengths) {
+    tree.papers.push_back(test::Record(std::string(length, 'n'), "x"));
+  }
+  test::PutSettings(stage.world, tree.Bytes());
+  stage.Show([&] {
+    headless::Window* list = stage.windows().Find(stage.user().Control(kNameBox));
+    EXPECT_EQ(list->list.droppedWidth, GetParam().width);
+  });
+  EXPECT_EQ(stage.timesShown, 1);
+}
+
 TEST(CustomPaperOpening, MakesTheSettingsFileWhereThereIsNone) {
   CustomPaperStage stage;
   stage.Show([&] { EXPECT_TRUE(stage.user().ItemTexts(kNameBox).empty()); });
@@ -248,7 +278,8 @@ INSTANTIATE_TEST_SUITE_P(
                     ShownCase{"NothingInInches", 2, 0, 0, u"2.95", u"5.83"},
                     ShownCase{"EverythingInMillimeters", 1, 65535, 65535, u"216.0", u"356.0"},
                     ShownCase{"EverythingInInches", 2, 65535, 65535, u"8.50", u"14.00"},
-                    ShownCase{"CutAtTheThirdDigit", 2, 3003, 4203, u"5.00", u"7.00"}),
+                    ShownCase{"HalfAStepGoesUp", 2, 3003, 4203, u"5.01", u"7.01"},
+                    ShownCase{"LessGoesDown", 2, 3002, 4202, u"5.00", u"7.00"}),
     test::CaseName());
 
 TEST_P(CustomPaperShown, LieWithinTheLimits) {

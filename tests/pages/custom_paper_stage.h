@@ -92,7 +92,8 @@ inline std::vector<PaperFacts> Papers(std::size_t count) {
   std::vector<PaperFacts> papers;
   for (std::size_t i = 0; i < count; ++i) {
     const std::string name = "Paper " + std::to_string(i + 1);
-    papers.push_back(Card({name.begin(), name.end()}, static_cast<std::uint32_t>(288 + i)));
+    papers.push_back(
+        Card(std::u16string(name.begin(), name.end()), static_cast<std::uint32_t>(288 + i)));
   }
   return papers;
 }
