@@ -268,7 +268,6 @@ void Start(const Page& page) {
   page.state.tooltips = {CreateInfoIcon(page.window, kMediaIcon),
                          CreateInfoIcon(page.window, kSourceIcon),
                          CreateInfoIcon(page.window, kFeedIcon)};
-  page.Show(kFeedIcon, false);
   Refresh(page);
 }
 
