@@ -146,6 +146,17 @@ TEST(ChosenName, BringsItsSizeItsUnitAndItsPaper) {
   EXPECT_EQ(stage.Words(), test::PhotoWords(289));
 }
 
+TEST(ChosenName, AnnouncesASizeOfItsOwn) {
+  constexpr std::uint32_t kAnnounced = kDmPaperLength | kDmPaperWidth | kDmFormName;
+  TypingStage stage;
+  stage.shared().dmFields &= ~kAnnounced;
+  stage.Show([&] {
+    EXPECT_EQ(stage.shared().dmFields & kAnnounced, 0U);
+    EXPECT_TRUE(stage.user().Choose(kNameBox, 1));
+    EXPECT_EQ(stage.shared().dmFields & kAnnounced, kAnnounced);
+  });
+}
+
 TEST(ChosenName, TakesTheNameFromTheListAndNotFromTheBox) {
   TypingStage stage;
   stage.Show([&] {
