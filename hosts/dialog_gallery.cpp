@@ -72,8 +72,10 @@ void ShowIcon(const Scene& scene, int control) {
 
 void Start(const Scene& scene) {
   FillLists(scene);
-  for (const auto& [control, text] : scene.dialog->boxes) {
-    SetDlgItemTextW(scene.page, control, text);
+  for (const auto* boxes : {&scene.dialog->boxes, &scene.state->boxes}) {
+    for (const auto& [control, text] : *boxes) {
+      SetDlgItemTextW(scene.page, control, text);
+    }
   }
   for (const auto& [control, text] : scene.state->texts) {
     SetDlgItemTextW(scene.page, control, Text(scene.language, text).c_str());

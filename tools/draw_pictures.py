@@ -21,8 +21,8 @@ import cairo
 sys.dont_write_bytecode = True
 from layout_pictures import DRAWERS as LAYOUT_DRAWERS, LAYOUTS, SIZE as LAYOUT_SIZE  # noqa: E402
 from picture_files import bitmap_file, icon_file  # noqa: E402
-from picture_shapes import (ARROW, BACK, DIGITS, HINGE, INK, LANDSCAPE, LARGE_DIGITS, LEFT,  # noqa: E402,F401
-                            PANEL, PAPER, PORTRAIT, SIGN, TEXT, TOP, WHITE, Canvas, Leaf, draw_leaf)
+from picture_shapes import (ARROW, BACK, DIGITS, HINGE, LANDSCAPE, LEFT, PANEL, PAPER,  # noqa: E402
+                            PORTRAIT, SIGN, TEXT, TOP, WHITE, Canvas, Leaf, draw_leaf)
 
 # ---- What the pictures show -----------------------------------------------------------------------
 
@@ -284,10 +284,8 @@ DRAWERS = {Sides: draw_sides, Copies: draw_copies, Sheet: draw_sheet, Feed: draw
 
 
 def draw_bitmap(picture):
-    if picture.size == LAYOUT_SIZE:
-        canvas = Canvas(picture.size, WHITE, WHITE)
-    else:
-        canvas = Canvas(picture.size, PANEL if picture.size == LARGE else picture.key)
+    ground = {LARGE: PANEL, LAYOUT_SIZE: WHITE}.get(picture.size, picture.key)
+    canvas = Canvas(picture.size, ground)
     DRAWERS[type(picture.shows)](canvas, picture.shows)
     if picture.key and picture.size == LARGE:  # the panel's corners let the page through
         for x in (0, canvas.width - 1):

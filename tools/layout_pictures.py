@@ -125,15 +125,17 @@ def sheet_size(orientation):
     return (SHORT_SIDE, LONG_SIDE) if orientation == PORTRAIT else (LONG_SIDE, SHORT_SIDE)
 
 
-def draw_sheet(canvas, x, y, width, height):
-    canvas.rectangle(x + 2, y + 2, width, height, SHADOW)
-    canvas.sheet(x, y, width, height)
-
-
 def draw_frame(canvas, x, y, width, height):
     for edge in ((x, y, width, 1), (x, y + height - 1, width, 1),
                  (x, y, 1, height), (x + width - 1, y, 1, height)):
         canvas.rectangle(*edge, INK)
+
+
+def draw_sheet(canvas, x, y, width, height, shadow=True):
+    if shadow:
+        canvas.rectangle(x + 2, y + 2, width, height, SHADOW)
+    canvas.rectangle(x, y, width, height, WHITE)
+    draw_frame(canvas, x, y, width, height)
 
 
 @dataclass(frozen=True)
@@ -201,13 +203,13 @@ def draw_pages(canvas, pages):
             draw_frame(canvas, left, top, cell_width, cell_height)
 
 
-POSTER_TEXT = Text(LARGE_DIGITS, 4, 6, 6, 2)
+POSTER_TEXT = Text(LARGE_DIGITS, 4, 5, 6, 2)
 POSTER_GAP = 5
 
 
 def draw_poster_page(size):
     """The whole page: its number in the middle, where all sheets meet, and text above and below."""
-    page = Canvas(size, WHITE, WHITE)
+    page = Canvas(size, WHITE)
     text = POSTER_TEXT
     high = text.glyph_size[1]
     top = (page.height - high) // 2
@@ -222,7 +224,8 @@ def draw_poster(canvas, poster):
     """The page's quarters on four sheets; nothing of it is lost between them."""
     width, height = (part // 2 - 2 for part in sheet_size(poster.orientation))
     page = draw_poster_page((2 * width, 2 * height))
-    x, y = (canvas.width - page.width - POSTER_GAP) // 2, (canvas.height - page.height - POSTER_GAP) // 2
+    x = (canvas.width - page.width - POSTER_GAP) // 2 - 1
+    y = (canvas.height - page.height - POSTER_GAP) // 2 - 1
     for column in (0, 1):
         for row in (0, 1):
             left, top = x + column * (width + POSTER_GAP), y + row * (height + POSTER_GAP)
@@ -241,8 +244,8 @@ def draw_booklet(canvas, booklet):
     is_left = booklet.binding == LEFT
     x, y = (canvas.width - width) // 2 + (-2 if is_left else 2), (canvas.height - height) // 2 - 2
     for sheet in (4, 2):  # the inner sheets show at the open side
-        draw_sheet(canvas, x + (sheet if is_left else -sheet), y + sheet, width, height)
-    canvas.sheet(x, y, width, height)
+        draw_sheet(canvas, x + (sheet if is_left else -sheet), y + sheet, width, height, sheet == 4)
+    draw_sheet(canvas, x, y, width, height, shadow=False)
     draw_page(canvas, x, y, width, height, 1)
     spine = x if is_left else x + width - 1
     canvas.rectangle(spine - 1, y - 1, 3, height + 2, HINGE)

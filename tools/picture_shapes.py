@@ -55,9 +55,8 @@ LARGE_DIGITS = {  # 7 by 11 pixels, for what stands alone on its page
 class Canvas:
     """A cairo surface with the family's shapes. Whole coordinates are corners of pixels."""
 
-    def __init__(self, size, background=None, paper=PAPER):
+    def __init__(self, size, background=None):
         self.width, self.height = size
-        self.paper = paper
         self.surface = cairo.ImageSurface(cairo.FORMAT_ARGB32, *size)
         self.context = cairo.Context(self.surface)
         if background:
@@ -101,7 +100,7 @@ class Canvas:
         """A sheet of paper with its corner folded over, where there is a fold."""
         right, bottom = x + width - 1, y + height - 1
         corner = [(right - fold, y), (right, y + fold)] if fold else [(right, y)]
-        self.polygon([(x, y), *corner, (right, bottom), (x, bottom)], self.paper)
+        self.polygon([(x, y), *corner, (right, bottom), (x, bottom)], PAPER)
         if fold:
             self.polygon([(right - fold, y), (right - fold, y + fold), (right, y + fold)], BACK)
 
