@@ -58,7 +58,10 @@ class Canvas {
   explicit Canvas(const Image& image) : size_{image.width, image.height} {
     Graphics& graphics = World().graphics;
     context_ = graphics.CreateCompatibleDC(nullptr);
-    bitmap_ = graphics.CreateCompatibleBitmap(context_, image.width, image.height);
+    // Compatible with the screen: a new context in memory has two colours.
+    const DeviceContext screen = graphics.GetDC(nullptr);
+    bitmap_ = graphics.CreateCompatibleBitmap(screen, image.width, image.height);
+    graphics.ReleaseDC(nullptr, screen);
     Hold();
     const std::vector<std::uint8_t> rows = RowsOf(image);
     const Rect all = {0, 0, image.width, image.height};
