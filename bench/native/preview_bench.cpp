@@ -1,6 +1,7 @@
 // What a repaint of the layout page's picture costs, natively, over the in-memory drawing: plain,
 // and with thickness, rotation and scale. The peer is the same picture copied to the control by the
-// plain road without any work on its pixels; for the pixel work alone, a copy of the same bytes.
+// plain road without any work on its pixels: loaded for each paint, as ours is, and once more
+// without the loading on either side. For the pixel work alone it is a copy of the same bytes.
 #include "core/parameter_table.h"
 #include "core/settings_record.h"
 #include "pages/preview.h"
@@ -34,7 +35,10 @@ struct Scene {
     graphics.DeleteObject(picture);
     item.hDC = graphics.CreateCompatibleDC(nullptr);
     item.rcItem = {0, 0, size.width, size.height};
-    control = graphics.CreateCompatibleBitmap(item.hDC, size.width, size.height);
+    // Compatible with the screen: a new context in memory has two colours.
+    const DeviceContext screen = graphics.GetDC(nullptr);
+    control = graphics.CreateCompatibleBitmap(screen, size.width, size.height);
+    graphics.ReleaseDC(nullptr, screen);
     before = graphics.SelectObject(item.hDC, control);
   }
   ~Scene() {
@@ -72,23 +76,31 @@ struct Scene {
 };
 
 constexpr char kPlainCopy[] = "PlainCopyOfThePicturePeer";
+constexpr char kLoadedCopy[] = "CopyOfALoadedPicturePeer";
 constexpr char kRowsCopy[] = "CopyOfThePicturesRowsPeer";
 
 // ---- The whole repaint --------------------------------------------------------------------------
+
+// Copies a bitmap to the control as it is. Result: false when the platform doesn't paint.
+bool CopyPicture(const Scene& scene, GdiObject picture) {
+  Graphics& graphics = World().graphics;
+  const DeviceContext holder = graphics.CreateCompatibleDC(scene.item.hDC);
+  const GdiObject before = graphics.SelectObject(holder, picture);
+  const bool copied = graphics.BitBlt(scene.item.hDC, scene.item.rcItem, holder, {0, 0});
+  graphics.SelectObject(holder, before);
+  graphics.DeleteDC(holder);
+  return copied;
+}
 
 void PlainCopyOfThePicturePeer(benchmark::State& state) {
   const Scene scene;
   Graphics& graphics = World().graphics;
   for (auto _ : state) {
     const GdiObject picture = graphics.LoadBitmapW(scene.context.bitmapModule, kFourPages);
-    const DeviceContext holder = graphics.CreateCompatibleDC(scene.item.hDC);
-    const GdiObject before = graphics.SelectObject(holder, picture);
-    if (!graphics.BitBlt(scene.item.hDC, scene.item.rcItem, holder, {0, 0})) {
+    if (!CopyPicture(scene, picture)) {
       state.SkipWithError("the platform doesn't paint");
       return;
     }
-    graphics.SelectObject(holder, before);
-    graphics.DeleteDC(holder);
     graphics.DeleteObject(picture);
   }
 }
@@ -130,6 +142,32 @@ void RepaintThicknessTurnedScaled(benchmark::State& state) {
   Repaint(state, {.ScaleRadio = 75, .Rotate180 = 1, .Thickness = 4});
 }
 BENCHMARK(RepaintThicknessTurnedScaled);
+
+// ---- The drawing of a loaded picture ------------------------------------------------------------
+
+void CopyOfALoadedPicturePeer(benchmark::State& state) {
+  const Scene scene;
+  Graphics& graphics = World().graphics;
+  const GdiObject picture = graphics.LoadBitmapW(scene.context.bitmapModule, kFourPages);
+  for (auto _ : state) {
+    CopyPicture(scene, picture);
+  }
+  graphics.DeleteObject(picture);
+}
+BENCHMARK(CopyOfALoadedPicturePeer);
+
+void DrawingOfALoadedPicture(benchmark::State& state) {
+  const Scene scene;
+  Graphics& graphics = World().graphics;
+  const GdiObject picture = graphics.LoadBitmapW(scene.context.bitmapModule, kFourPages);
+  for (auto _ : state) {
+    DrawLayoutPreview(scene.item.hDC, picture, scene.item.rcItem,
+                      {.level = kLevelVeryDark, .rotate = true, .scale = 75, .booklet = false});
+  }
+  graphics.DeleteObject(picture);
+  state.SetLabel(kLoadedCopy);
+}
+BENCHMARK(DrawingOfALoadedPicture);
 
 // ---- The pixel work alone -----------------------------------------------------------------------
 

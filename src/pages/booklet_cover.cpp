@@ -13,6 +13,7 @@
 #include "pages/warning_boxes.h"
 
 #include <cstddef>
+#include <iterator>
 
 namespace ostrel {
 namespace {
@@ -403,7 +404,7 @@ std::intptr_t OnMessage(const Dialog& dialog, std::uint32_t message, std::uintpt
     case kWmHelp:
       return ShowControlHelp(dialog.window, lParam, kHelpPairs) ? 1 : 0;
     case kWmMouseMove:
-      for (std::size_t icon = 0; icon < dialog.state.tooltips.size(); ++icon) {
+      for (std::size_t icon = 0; icon < std::size(kIcons); ++icon) {
         UpdateTooltipRect(dialog.window, dialog.state.tooltips[icon], kIcons[icon]);
       }
       return 0;

@@ -210,13 +210,16 @@ TEST(UnreadableBinding, CountsAsLeftAndAsUpright) {
 
 // ---- What the pixels show -----------------------------------------------------------------------
 
-TEST(PreviewLook, OfDefaults_IsThePictureAsItIs) {
-  LayoutScene scene;
-  const PreviewLook look = PreviewLookOf(scene.context);
+void ExpectAsItIs(const PreviewLook& look) {
   EXPECT_EQ(look.level, 2);
   EXPECT_FALSE(look.rotate);
   EXPECT_EQ(look.scale, 100);
   EXPECT_FALSE(look.booklet);
+}
+
+TEST(PreviewLook, OfDefaults_IsThePictureAsItIs) {
+  LayoutScene scene;
+  ExpectAsItIs(PreviewLookOf(scene.context));
 }
 
 TEST(PreviewLook, EachWordOfTheRecord_IsTakenOver) {
@@ -257,11 +260,7 @@ TEST(PreviewLook, KeysThatCannotBeRead_CountAsTheirDefaults) {
   for (const std::string_view key : {"Rotate180", "BookletPrint", "ScaleRadio", "Thickness"}) {
     scene.ForgetKey(key);
   }
-  const PreviewLook look = PreviewLookOf(scene.context);
-  EXPECT_EQ(look.level, 2);
-  EXPECT_FALSE(look.rotate);
-  EXPECT_EQ(look.scale, 100);
-  EXPECT_FALSE(look.booklet);
+  ExpectAsItIs(PreviewLookOf(scene.context));
 }
 
 }  // namespace
