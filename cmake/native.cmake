@@ -46,6 +46,7 @@ add_executable(ostrel_tests
   ${OSTREL_TEST_SOURCES}
   ${CMAKE_SOURCE_DIR}/hosts/record_fields.cpp
   ${CMAKE_SOURCE_DIR}/tests/platform/headless/test_dialogs.cpp
+  ${CMAKE_SOURCE_DIR}/tests/scenarios/scenario_player.cpp
   ${CMAKE_SOURCE_DIR}/tests/scenarios/sheet_scenario.cpp
   ${CMAKE_SOURCE_DIR}/tests/support/test_main.cpp)
 target_include_directories(ostrel_tests PRIVATE ${CMAKE_SOURCE_DIR}/hosts)

@@ -4,13 +4,11 @@
 #include "copied_library.h"
 #include "open_files.h"
 #include "print_system_fixture.h"
-#include "scenarios/scenario_files.h"
 #include "settings_folder.h"
 #include "testers_values.h"
 #include "windows_sheet.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <gtest/gtest.h>
 
 namespace ostrel::print_system {
@@ -38,20 +36,26 @@ bool IsPoison(const Record& record) {
 
 // ---- What a user does ---------------------------------------------------------------------------
 
-std::vector<scenario::Scenario> ShippedScenarios() {
-  return scenario::ReadScenarios(std::filesystem::path(ProgramFolder()) / "scenarios" /
-                                 "print_options");
-}
+class PagesScenario : public testing::TestWithParam<scenario::Scenario> {};
 
-class PrintOptionsScenario : public testing::TestWithParam<scenario::Scenario> {};
-
-TEST_P(PrintOptionsScenario, GoesAsItIsTold) {
+TEST_P(PagesScenario, GoesAsItIsTold) {
   WindowsSheet sheet;
   EXPECT_EQ(scenario::PlayScenario(GetParam(), sheet), "");
 }
 
-INSTANTIATE_TEST_SUITE_P(Each, PrintOptionsScenario, testing::ValuesIn(ShippedScenarios()),
-                         [](const auto& row) { return row.param.name; });
+const auto kNameOfScenario = [](const auto& row) { return row.param.name; };
+INSTANTIATE_TEST_SUITE_P(PrintOptions, PagesScenario,
+                         testing::ValuesIn(ScenariosOf("print_options")), kNameOfScenario);
+INSTANTIATE_TEST_SUITE_P(Paper, PagesScenario, testing::ValuesIn(ScenariosOf("paper")),
+                         kNameOfScenario);
+INSTANTIATE_TEST_SUITE_P(Layout, PagesScenario, testing::ValuesIn(ScenariosOf("layout")),
+                         kNameOfScenario);
+INSTANTIATE_TEST_SUITE_P(CustomPapers, PagesScenario,
+                         testing::ValuesIn(ScenariosOf("custom_papers")), kNameOfScenario);
+INSTANTIATE_TEST_SUITE_P(BookletCover, PagesScenario,
+                         testing::ValuesIn(ScenariosOf("booklet_cover")), kNameOfScenario);
+INSTANTIATE_TEST_SUITE_P(AcrossPages, PagesScenario, testing::ValuesIn(ScenariosOf("across_pages")),
+                         kNameOfScenario);
 
 // ---- The call -----------------------------------------------------------------------------------
 
