@@ -65,9 +65,11 @@ add_test(NAME native_tests COMMAND ostrel_tests --gtest_brief=1)
 add_test(NAME shipped_texts COMMAND ${OSTREL_PYTHON} ${CMAKE_SOURCE_DIR}/tools/check-strings.py)
 add_test(NAME shipped_texts_check
   COMMAND ${OSTREL_PYTHON} ${CMAKE_SOURCE_DIR}/tests/tools/check_strings_test.py)
-add_test(NAME compiled_resources
-  COMMAND ${OSTREL_PYTHON} ${CMAKE_SOURCE_DIR}/tests/resources/compiled_resources_test.py
-    ${CMAKE_BINARY_DIR}/resources)
+foreach(subject compiled_dialogs compiled_pictures layout_pictures)
+  add_test(NAME ${subject}
+    COMMAND ${OSTREL_PYTHON} ${CMAKE_SOURCE_DIR}/tests/resources/${subject}_test.py
+      ${CMAKE_BINARY_DIR}/resources)
+endforeach()
 
 # The native side of tools/test-peers.
 add_executable(store_peer tests/peers/native_peer.cpp tests/peers/store_script.cpp)

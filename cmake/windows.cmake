@@ -97,7 +97,7 @@ target_include_directories(driver_report SYSTEM PRIVATE ${CMAKE_BINARY_DIR}/json
 
 # Shows the dialogs and checks that everything in them fits: tools/show-dialogs runs it.
 ostrel_add_program(dialog_gallery
-  hosts/dialog_gallery.cpp hosts/dialog_measure.cpp hosts/screenshot.cpp)
+  hosts/dialog_gallery.cpp hosts/dialog_measure.cpp hosts/dialog_states.cpp hosts/screenshot.cpp)
 target_link_libraries(dialog_gallery PRIVATE ostrel_print_system_setup comctl32 gdi32 msimg32)
 add_dependencies(dialog_gallery ${OSTREL_RESOURCE_LIBRARIES})
 

@@ -1,12 +1,13 @@
-// Opens the dialogs of the language libraries as pages of a property sheet, in several states,
-// takes their pictures, and checks that every text fits and no two controls meet.
+// Opens the dialogs of the language libraries, pages in a property sheet, in several states, takes
+// their pictures, and checks that every text fits and no two controls meet.
 //
 //   dialog_gallery FOLDER LANGUAGE...
 //
 // The pictures are FOLDER\<dialog>-<language>-<state>-<dpi>.bmp. Result: 0, or 1 with the faults.
-// The libraries lie beside the program. No driver runs here: the states below set what a page's
-// code would set, so that a dialog can be looked at before there is a page.
+// The libraries lie beside the program. No driver runs here: what a page would set stands in
+// dialog_states.cpp.
 #include "dialog_measure.h"
+#include "dialog_states.h"
 #include "print_system_setup.h"
 #include "screenshot.h"
 
@@ -26,67 +27,16 @@ namespace {
 
 constexpr COLORREF kPageKey = 15660020;
 constexpr WORD kInfoIcon = 1077;
+constexpr int kPreview = 1067;  // stands on white
 constexpr int kInfoIconPixels = 18;
 
-struct State {
-  const wchar_t* name;
-  std::vector<int> hidden = {};
-  std::vector<int> checked = {};
-  std::vector<int> disabled = {};
-  std::vector<int> icons = {};                      // shown
-  std::vector<std::pair<int, WORD>> pictures = {};  // control and bitmap
-  std::pair<int, WORD> drawn = {};                  // the same for an owner-drawn control
-};
-
-struct Dialog {
-  WORD id;
-  UINT title;
-  std::vector<std::pair<int, std::vector<UINT>>> lists;  // control and the strings of its rows
-  std::vector<std::pair<int, const wchar_t*>> boxes;
-  std::vector<State> states;
-};
-
-// The states of the print options page: as it is delivered, two-sided, all options locked, and on a
-// model that lacks two of them.
-Dialog PrintOptions() {
-  return {.id = 111,
-          .title = 106,
-          .lists = {{1393, {204, 201, 203}}},
-          .boxes = {{1019, L"999"}},
-          .states = {
-              {.name = L"delivered",
-               .hidden = {1414},
-               .checked = {1240, 1242, 1008},
-               .pictures = {{1453, 631}},
-               .drawn = {1176, 426}},
-              {.name = L"two-sided",
-               .hidden = {1414},
-               .checked = {1125, 1242},
-               .disabled = {1394},
-               .icons = {1448},
-               .pictures = {{1453, 902}},
-               .drawn = {1176, 425}},
-              {.name = L"locked",
-               .checked = {1241, 1243, 1008, 1422, 1496},
-               .disabled = {1240, 1125, 1241, 1394, 1008, 1393},
-               .icons = {1447, 1448, 1449, 1450},
-               .pictures = {{1453, 1072}},
-               .drawn = {1176, 5008}},
-              {.name = L"small-model",
-               .hidden = {1414, 1483, 1393, 1497, 1496},
-               .checked = {1240, 1242},
-               .pictures = {{1453, 1068}},
-               .drawn = {1176, 5021}},
-          }};
-}
-
-// One sheet with one page, in one state.
+// One dialog in one state.
 struct Scene {
-  const Dialog* dialog;
-  const State* state;
+  const DialogStates* dialog;
+  const DialogState* state;
   HMODULE language;
   HMODULE pictures;
-  HWND page = nullptr;
+  HWND page = nullptr;  // or the dialog
 };
 
 std::wstring Text(HMODULE language, UINT id) {
@@ -108,6 +58,9 @@ void FillLists(const Scene& scene) {
     }
     SendMessageW(list, CB_SETCURSEL, 0, 0);
   }
+  for (const auto& [control, row] : scene.state->rows) {
+    SendDlgItemMessageW(scene.page, control, CB_SETCURSEL, static_cast<WPARAM>(row), 0);
+  }
 }
 
 void ShowIcon(const Scene& scene, int control) {
@@ -119,8 +72,13 @@ void ShowIcon(const Scene& scene, int control) {
 
 void Start(const Scene& scene) {
   FillLists(scene);
-  for (const auto& [control, text] : scene.dialog->boxes) {
-    SetDlgItemTextW(scene.page, control, text);
+  for (const auto* boxes : {&scene.dialog->boxes, &scene.state->boxes}) {
+    for (const auto& [control, text] : *boxes) {
+      SetDlgItemTextW(scene.page, control, text);
+    }
+  }
+  for (const auto& [control, text] : scene.state->texts) {
+    SetDlgItemTextW(scene.page, control, Text(scene.language, text).c_str());
   }
   for (const int control : scene.state->hidden) {
     ShowControl(scene.page, control, false);
@@ -143,11 +101,7 @@ void Start(const Scene& scene) {
 
 // A picture in the middle of its item. A mirrored page mirrors what is drawn on it, which a picture
 // with numbers must not be.
-void Draw(const Scene& scene, const DRAWITEMSTRUCT& item) {
-  if (static_cast<int>(item.CtlID) != scene.state->drawn.first) {
-    return;
-  }
-  const HBITMAP picture = LoadBitmapW(scene.pictures, MAKEINTRESOURCEW(scene.state->drawn.second));
+void DrawPicture(const DRAWITEMSTRUCT& item, HBITMAP picture) {
   BITMAP size = {};
   GetObjectW(picture, sizeof(size), &size);
   const HDC source = CreateCompatibleDC(item.hDC);
@@ -163,15 +117,27 @@ void Draw(const Scene& scene, const DRAWITEMSTRUCT& item) {
   SetLayout(item.hDC, layout);
   SelectObject(source, before);
   DeleteDC(source);
-  DeleteObject(picture);
 }
 
-INT_PTR CALLBACK PageProcedure(HWND page, UINT message, WPARAM, LPARAM data) {
+void Draw(const Scene& scene, const DRAWITEMSTRUCT& item) {
+  for (const auto& [control, bitmap] : scene.state->drawn) {
+    if (static_cast<int>(item.CtlID) != control) {
+      continue;
+    }
+    if (control == kPreview) {
+      FillRect(item.hDC, &item.rcItem, static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH)));
+    }
+    const HBITMAP picture = LoadBitmapW(scene.pictures, MAKEINTRESOURCEW(bitmap));
+    DrawPicture(item, picture);
+    DeleteObject(picture);
+  }
+}
+
+INT_PTR AnswerScene(HWND page, UINT message, LPARAM data, Scene* scene) {
   if (message == WM_INITDIALOG) {
-    const LPARAM scene = reinterpret_cast<const PROPSHEETPAGEW*>(data)->lParam;
-    SetWindowLongPtrW(page, DWLP_USER, scene);
-    reinterpret_cast<Scene*>(scene)->page = page;
-    Start(*reinterpret_cast<const Scene*>(scene));
+    SetWindowLongPtrW(page, DWLP_USER, reinterpret_cast<LPARAM>(scene));
+    scene->page = page;
+    Start(*scene);
     return TRUE;
   }
   if (message == WM_DRAWITEM) {
@@ -180,6 +146,16 @@ INT_PTR CALLBACK PageProcedure(HWND page, UINT message, WPARAM, LPARAM data) {
     return TRUE;
   }
   return FALSE;
+}
+
+INT_PTR CALLBACK PageProcedure(HWND page, UINT message, WPARAM, LPARAM data) {
+  const auto scene =
+      message == WM_INITDIALOG ? reinterpret_cast<const PROPSHEETPAGEW*>(data)->lParam : LPARAM{0};
+  return AnswerScene(page, message, data, reinterpret_cast<Scene*>(scene));
+}
+
+INT_PTR CALLBACK DialogProcedure(HWND dialog, UINT message, WPARAM, LPARAM data) {
+  return AnswerScene(dialog, message, data, reinterpret_cast<Scene*>(data));
 }
 
 HWND OpenSheet(Scene* scene) {
@@ -203,6 +179,15 @@ HWND OpenSheet(Scene* scene) {
     print_system::ThrowLastError("PropertySheetW");
   }
   return reinterpret_cast<HWND>(sheet);
+}
+
+HWND OpenDialog(Scene* scene) {
+  const HWND dialog = CreateDialogParamW(scene->language, MAKEINTRESOURCEW(scene->dialog->id),
+                                         nullptr, DialogProcedure, reinterpret_cast<LPARAM>(scene));
+  if (dialog == nullptr) {
+    print_system::ThrowLastError("CreateDialogParamW");
+  }
+  return dialog;
 }
 
 void AnswerMessages() {
@@ -231,8 +216,8 @@ class Gallery {
   bool Show(const std::wstring& language) const {
     const HMODULE library = LoadLanguage(language);
     bool good = true;
-    for (const Dialog& dialog : {PrintOptions()}) {
-      for (const State& state : dialog.states) {
+    for (const DialogStates& dialog : AllDialogs()) {
+      for (const DialogState& state : dialog.states) {
         good = ShowState(language, {&dialog, &state, library, pictures_}) && good;
       }
     }
@@ -242,7 +227,7 @@ class Gallery {
 
  private:
   bool ShowState(const std::wstring& language, Scene scene) const {
-    const HWND sheet = OpenSheet(&scene);
+    const HWND sheet = scene.dialog->modal ? OpenDialog(&scene) : OpenSheet(&scene);
     ShowWindow(sheet, SW_SHOW);
     AnswerMessages();
     const std::wstring name = std::to_wstring(scene.dialog->id) + L"-" + language + L"-" +

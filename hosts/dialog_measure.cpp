@@ -233,6 +233,10 @@ void CheckPair(const Control& left, const Control& right, const Faults& faults) 
   }
 }
 
+bool IsFrameOfSameName(const Control& left, const Control& right) {
+  return (left.kind == Kind::kFrame || right.kind == Kind::kFrame) && left.text == right.text;
+}
+
 void CheckKeys(const std::vector<Control>& controls, const Faults& faults) {
   std::map<wchar_t, const Control*> owners;
   for (const Control& control : controls) {
@@ -242,7 +246,8 @@ void CheckKeys(const std::vector<Control>& controls, const Faults& faults) {
     }
     const auto key = static_cast<wchar_t>(std::towupper(control.text[mark + 1]));
     const auto [owner, first] = owners.emplace(key, &control);
-    if (!first) {
+    // A frame may be named after its main control: either key then leads there.
+    if (!first && !IsFrameOfSameName(*owner->second, control)) {
       faults.Add(Name(control) + " has the access key of " + Name(*owner->second));
     }
   }

@@ -13,16 +13,20 @@ large one stands on a panel, and only the panel's corners have that colour.
 import argparse
 import math
 import pathlib
-import struct
+import sys
 from dataclasses import dataclass
 
 import cairo
 
+sys.dont_write_bytecode = True
+from layout_pictures import DRAWERS as LAYOUT_DRAWERS, LAYOUTS, SIZE as LAYOUT_SIZE  # noqa: E402
+from picture_files import bitmap_file, icon_file  # noqa: E402
+from picture_shapes import (ARROW, BACK, DIGITS, HINGE, LANDSCAPE, LEFT, PANEL, PAPER,  # noqa: E402
+                            PORTRAIT, SIGN, TEXT, TOP, WHITE, Canvas, Leaf, draw_leaf)
+
 # ---- What the pictures show -----------------------------------------------------------------------
 
-PORTRAIT, LANDSCAPE = 1, 2  # as dmOrientation counts
 ONE_SIDED, LONG_EDGE, SHORT_EDGE = 1, 2, 3  # as dmDuplex counts
-LEFT, TOP = "left", "top"
 
 
 @dataclass(frozen=True)
@@ -66,6 +70,13 @@ class Sheet:
 
 
 @dataclass(frozen=True)
+class Feed:
+    """A sheet on its way into the printer, upright when its short edge goes first."""
+
+    orientation: int
+
+
+@dataclass(frozen=True)
 class Reason:
     """The round sign behind an option that is locked: here is why."""
 
@@ -100,146 +111,15 @@ BITMAPS = {
     901: Picture(Sheet(PORTRAIT), SMALL, PAGE_KEY),
     903: Picture(Sheet(LANDSCAPE, arrow=True), LARGE),
     115: Picture(Sheet(PORTRAIT), SMALL, WHITE_KEY),
+    # Which edge of a sheet enters the printer first.
+    1079: Picture(Feed(PORTRAIT), SMALL, PAGE_KEY),
+    1080: Picture(Feed(LANDSCAPE), SMALL, PAGE_KEY),
+    # The page's layout: the tables stand in layout_pictures.py.
+    **{number: Picture(shows, LAYOUT_SIZE) for number, shows in LAYOUTS.items()},
 }
 
 ICONS = {1077: Reason()}
 ICON_SIZES = (16, 18, 20, 24, 27, 32, 36)  # 100 to 200 percent
-
-# ---- How they look --------------------------------------------------------------------------------
-
-# Behind a large picture, so that it can stand on any page. It has no frame: a control that is larger
-# than its picture fills the rest with the color of the picture's first pixel.
-PANEL = (232, 241, 250)
-PAPER = (254, 254, 254)  # not the white that counts as transparent in some pictures
-BACK = (221, 232, 243)  # the paper's other side
-INK = (62, 82, 106)
-TEXT = (150, 165, 183)
-HINGE = (24, 103, 178)
-ARROW = (217, 104, 20)
-SIGN = (24, 103, 178)
-
-DIGITS = {  # 4 by 7 pixels, drawn as they stand
-    1: (".#..", "##..", ".#..", ".#..", ".#..", ".#..", "###."),
-    2: (".##.", "#..#", "...#", "..#.", ".#..", "#...", "####"),
-}
-
-
-class Canvas:
-    """A cairo surface with the family's shapes. Whole coordinates are corners of pixels."""
-
-    def __init__(self, size, background=None):
-        self.width, self.height = size
-        self.surface = cairo.ImageSurface(cairo.FORMAT_ARGB32, *size)
-        self.context = cairo.Context(self.surface)
-        if background:
-            self.color(background)
-            self.context.paint()
-
-    def color(self, rgb):
-        self.context.set_source_rgb(*(part / 255 for part in rgb))
-
-    def rectangle(self, x, y, width, height, rgb):
-        self.color(rgb)
-        self.context.rectangle(x, y, width, height)
-        self.context.fill()
-
-    def polygon(self, points, fill):
-        """A filled shape; its outline runs through the middles of pixels where points are whole."""
-        self.context.new_path()
-        for x, y in points:
-            self.context.line_to(x + 0.5, y + 0.5)
-        self.context.close_path()
-        self.color(fill)
-        self.context.fill_preserve()
-        self.color(INK)
-        self.context.set_line_width(1)
-        self.context.set_line_join(cairo.LINE_JOIN_ROUND)
-        self.context.stroke()
-
-    def lines(self, x, y, width, count, pitch=4):
-        """Lines of text; the last one of a paragraph is short."""
-        for line in range(count):
-            part = width if line < count - 1 else max(width * 3 // 5, 2)
-            self.rectangle(x, y + pitch * line, part, 1, TEXT)
-
-    def digit(self, x, y, number):
-        for row, pixels in enumerate(DIGITS[number]):
-            for column, pixel in enumerate(pixels):
-                if pixel == "#":
-                    self.rectangle(x + column, y + row, 1, 1, INK)
-
-    def sheet(self, x, y, width, height, fold=0):
-        """A sheet of paper with its corner folded over, where there is a fold."""
-        right, bottom = x + width - 1, y + height - 1
-        corner = [(right - fold, y), (right, y + fold)] if fold else [(right, y)]
-        self.polygon([(x, y), *corner, (right, bottom), (x, bottom)], PAPER)
-        if fold:
-            self.polygon([(right - fold, y), (right - fold, y + fold), (right, y + fold)], BACK)
-
-    def page(self, x, y, width, height, fold=0):
-        """A sheet with text on it."""
-        self.sheet(x, y, width, height, fold)
-        top = y + 4 + fold
-        if fold:
-            self.lines(x + 4, y + 4, width - 9 - fold, 1)
-        self.lines(x + 4, top, width - 8, (y + height - 3 - top) // 4)
-
-    def arrow(self, points, head):
-        """A curve through four points of a Bezier, with a head that follows its end."""
-        context = self.context
-        context.new_path()
-        context.move_to(*points[0])
-        context.curve_to(*points[1], *points[2], *points[3])
-        self.color(ARROW)
-        context.set_line_width(2.4)
-        context.set_line_cap(cairo.LINE_CAP_ROUND)
-        context.stroke()
-        angle = math.atan2(points[3][1] - points[2][1], points[3][0] - points[2][0])
-        context.save()
-        context.translate(*points[3])
-        context.rotate(angle)
-        context.move_to(head, 0)
-        context.line_to(-head * 0.35, -head * 0.8)
-        context.line_to(-head * 0.35, head * 0.8)
-        context.close_path()
-        context.fill()
-        context.restore()
-
-
-# A leaf in the air, on its way round the hinge: where a point of the flat page lies. `along` runs
-# from the hinge to the free edge, `across` along the hinge, both from 0 to 1.
-@dataclass(frozen=True)
-class Leaf:
-    hinge: str
-    origin: tuple  # the hinge's first end, which is the page's upper left corner when it lies flat
-    reach: int  # how far the free edge is from the hinge now
-    length: int  # of the hinge
-    lift: int  # how much larger the free edge seems, being nearer to the eye
-
-    def at(self, along, across):
-        spread = (across - 0.5) * (self.length + 2 * self.lift * along) + 0.5 * self.length
-        x, y = self.origin
-        if self.hinge == LEFT:
-            return x - self.reach * along, y + spread
-        return x + spread, y - self.reach * along
-
-
-def draw_leaf(canvas, leaf, lines):
-    """The turned leaf: its other side, with text that reads like the page beside or below it."""
-    canvas.polygon([leaf.at(0, 0), leaf.at(1, 0), leaf.at(1, 1), leaf.at(0, 1)], BACK)
-    canvas.color(TEXT)
-    canvas.context.set_line_width(1)
-    for line in range(lines):
-        place = 0.14 + 0.76 * line / max(lines - 1, 1)
-        short = line == lines - 1
-        if leaf.hinge == LEFT:  # text runs from the free edge to the hinge
-            start, end = leaf.at(0.82, place), leaf.at(0.45 if short else 0.18, place)
-        else:  # the first line is the farthest from the hinge
-            start, end = leaf.at(1 - place, 0.12), leaf.at(1 - place, 0.55 if short else 0.88)
-        canvas.context.move_to(start[0] + 0.5, start[1] + 0.5)
-        canvas.context.line_to(end[0] + 0.5, end[1] + 0.5)
-        canvas.context.stroke()
-
 
 def page_size(orientation):
     return (30, 42) if orientation == PORTRAIT else (42, 30)
@@ -348,7 +228,8 @@ def draw_copies(canvas, copies):
         for place in range(deep - 1, -1, -1):
             x, y = left + step * place, front - step * place
             canvas.sheet(x, y, width, height)
-            canvas.digit(x + width - 6, y + height - 9 if place == 0 else y + 2, pages[place])
+            canvas.digit(x + width - 6, y + height - 9 if place == 0 else y + 2,
+                         DIGITS[pages[place]])
             if place == 0:
                 canvas.lines(x + 3, y + 4, width - 7, 3)
         left += stack_width + gap
@@ -363,6 +244,18 @@ def draw_sheet(canvas, sheet):
         middle = canvas.width / 2
         canvas.arrow([(middle, y - 2), (middle, y - 5), (middle, y - 7), (middle, y - 9)], 6)
     canvas.page(x, y, width, height, fold=6)
+
+
+def draw_feed(canvas, feed):
+    """The sheet with the edge that goes first, and an arrow before it, all on whole pixels."""
+    width, height = (15, 20) if feed.orientation == PORTRAIT else (21, 15)
+    x, y = (canvas.width - width) // 2, (canvas.height - height) // 2 + 5
+    canvas.page(x, y, width, height)
+    canvas.rectangle(x, y, width, 2, ARROW)
+    middle, tip = x + width // 2, y - 10
+    for row in range(5):
+        canvas.rectangle(middle - row, tip + row, 2 * row + 1, 1, ARROW)
+    canvas.rectangle(middle - 1, tip + 5, 3, 3, ARROW)
 
 
 def draw_reason(size):
@@ -386,76 +279,19 @@ def draw_reason(size):
     return canvas
 
 
-DRAWERS = {Sides: draw_sides, Copies: draw_copies, Sheet: draw_sheet}
+DRAWERS = {Sides: draw_sides, Copies: draw_copies, Sheet: draw_sheet, Feed: draw_feed,
+           **LAYOUT_DRAWERS}
 
 
 def draw_bitmap(picture):
-    canvas = Canvas(picture.size, PANEL if picture.size == LARGE else picture.key)
+    ground = {LARGE: PANEL, LAYOUT_SIZE: WHITE}.get(picture.size, picture.key)
+    canvas = Canvas(picture.size, ground)
     DRAWERS[type(picture.shows)](canvas, picture.shows)
     if picture.key and picture.size == LARGE:  # the panel's corners let the page through
         for x in (0, canvas.width - 1):
             for y in (0, canvas.height - 1):
                 canvas.rectangle(x, y, 1, 1, picture.key)
     return canvas
-
-
-# ---- The platform's files -------------------------------------------------------------------------
-
-INFO_HEADER = "<IiiHHIIiiII"  # BITMAPINFOHEADER
-DOTS_PER_METRE = 3780  # 96 an inch
-
-
-def rows_bottom_up(canvas):
-    """The rows as blue, green, red and alpha, the last one first."""
-    canvas.surface.flush()
-    data, stride = bytes(canvas.surface.get_data()), canvas.surface.get_stride()
-    for y in range(canvas.height - 1, -1, -1):
-        yield data[y * stride:y * stride + canvas.width * 4]
-
-
-def bitmap_file(canvas):
-    """A .bmp of 24 bits a pixel."""
-    padding = bytes(-canvas.width * 3 % 4)
-    pixels = b"".join(b"".join(row[i:i + 3] for i in range(0, len(row), 4)) + padding
-                      for row in rows_bottom_up(canvas))
-    info = struct.pack(INFO_HEADER, 40, canvas.width, canvas.height, 1, 24, 0, len(pixels),
-                       DOTS_PER_METRE, DOTS_PER_METRE, 0, 0)
-    offset = 14 + len(info)
-    return struct.pack("<2sIHHI", b"BM", offset + len(pixels), 0, 0, offset) + info + pixels
-
-
-def straight(row):
-    """Pixels whose colours are no longer multiplied by their alpha, as icons want them."""
-    for i in range(0, len(row), 4):
-        alpha = row[i + 3]
-        if alpha:
-            yield bytes(min(255, (part * 255 + alpha // 2) // alpha) for part in row[i:i + 3])
-            yield bytes((alpha,))
-        else:
-            yield bytes(4)
-
-
-def icon_image(canvas):
-    """One image of an icon: 32 bits a pixel, then the mask of what is wholly transparent."""
-    rows = list(rows_bottom_up(canvas))
-    pixels = b"".join(b"".join(straight(row)) for row in rows)
-    mask = b""
-    for row in rows:
-        bits = "".join("0" if row[i + 3] else "1" for i in range(0, len(row), 4))
-        bits += "0" * (-len(bits) % 32)
-        mask += int(bits, 2).to_bytes(len(bits) // 8, "big")
-    return struct.pack(INFO_HEADER, 40, canvas.width, 2 * canvas.height, 1, 32, 0,
-                       len(pixels) + len(mask), 0, 0, 0, 0) + pixels + mask
-
-
-def icon_file(canvases):
-    images = [icon_image(canvas) for canvas in canvases]
-    file = struct.pack("<HHH", 0, 1, len(images))
-    offset = len(file) + 16 * len(images)
-    for canvas, image in zip(canvases, images):
-        file += struct.pack("<BBBBHHII", canvas.width, canvas.height, 0, 0, 1, 32, len(image), offset)
-        offset += len(image)
-    return file + b"".join(images)
 
 
 def main():

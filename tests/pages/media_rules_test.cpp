@@ -467,5 +467,20 @@ TEST(ConflictText, FitsWithTheLongestLines) {
   EXPECT_EQ(TextOf(buffer).size(), 5 * (127U + 2));
 }
 
+// The two lists that pages ask for, against all numbers that a record's word can hold.
+TEST(EnvelopePaper, IsOneOfTwelve) {
+  const std::set<std::int32_t> envelopes = {20, 27, 28, 31, 37, 43, 242, 276, 277, 278, 279, 280};
+  ForEachWord([&](std::int32_t paper) {
+    ASSERT_EQ(IsEnvelopePaper(paper), envelopes.contains(paper)) << paper;
+  });
+}
+
+TEST(MediaNeedsOneSide, IsOneOfSevenAndThinPaperIsNot) {
+  const std::set<std::int32_t> media = {2, 257, 258, 259, 261, 263, 265};
+  ForEachWord([&](std::int32_t id) { ASSERT_EQ(MediaNeedsOneSide(id), media.contains(id)) << id; });
+  EXPECT_TRUE(MediaRefusesDuplex(264));
+  EXPECT_FALSE(MediaNeedsOneSide(264));
+}
+
 }  // namespace
 }  // namespace ostrel

@@ -8,6 +8,7 @@
 #include <array>
 #include <cstring>
 #include <gtest/gtest.h>
+#include <iterator>
 #include <string>
 
 namespace ostrel {
@@ -245,6 +246,26 @@ TEST(LoadUntitledName, IsCutAtTheBuffersEnd) {
   EXPECT_EQ(LoadUntitledName(Page(), {}), 0);
 }
 
+TEST(NameUntitled, TakesTheLanguagesNameAsFarAsTheFieldHasRoom) {
+  PageScene scene;
+  scene.UseTexts({{5005, std::u16string(258, u'u')}});
+  EXPECT_TRUE(NameUntitled(Page()));
+  auto& field = scene.own().FavoriteName;
+  EXPECT_EQ(std::u16string(field), std::u16string(std::size(field) - 1, u'u'));
+}
+
+TEST(NameUntitled, LeavesTheNameWhenTheLanguageHasNoneOrThereIsNoContext) {
+  PageScene scene;
+  std::u16string(u"Mine\0", 5).copy(scene.own().FavoriteName, 5);
+  scene.UseTexts({});
+  EXPECT_FALSE(NameUntitled(Page()));
+  EXPECT_EQ(std::u16string(scene.own().FavoriteName), u"Mine");
+  scene.UseTexts({{5005, u"Untitled"}});
+  scene.dialog.userData = 0;
+  EXPECT_FALSE(NameUntitled(Page()));
+  EXPECT_EQ(std::u16string(scene.own().FavoriteName), u"Mine");
+}
+
 struct UntitledCase {
   const char* name;
   UntitledRule rule;
@@ -396,6 +417,7 @@ TEST(PageSupport, SurvivesTheFailureOfEachCall) {
     PaperNameHasNoComma(Page());
     MarkUntitled(Page(), kDiffers);
     MarkUntitled(Page(), kShort);
+    NameUntitled(Page());
     SetSheetChanged(Page());
     AskHelp(1009);
     fired = scene.world.platform.faults.fired();

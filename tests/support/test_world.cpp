@@ -119,6 +119,7 @@ std::string TestWorld::Leftovers(std::size_t expectedLoads) {
   report("bitmaps", platform.graphics.liveBitmaps(), 0);
   report("device contexts", platform.graphics.liveContexts(), 0);
   report("windows", platform.windows.liveWindows(), 0);
+  report("process handles", platform.system.liveProcessHandles(), 0);
   return left;
 }
 

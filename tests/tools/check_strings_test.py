@@ -93,8 +93,8 @@ class CheckStrings(unittest.TestCase):
         self.spoil(4006, "he", msgstr="&חד-צדדי")
         self.expect("dialog 111: access key ח is Apply's")
 
-    def replace_in_template(self, old, new):
-        path = self.folder / "dialogs" / "print_options.rc"
+    def replace_in_template(self, old, new, template="print_options"):
+        path = self.folder / "dialogs" / f"{template}.rc"
         text = path.read_text(encoding="utf-8")
         self.assertIn(old, text)
         path.write_text(text.replace(old, new), encoding="utf-8")
@@ -107,6 +107,11 @@ class CheckStrings(unittest.TestCase):
         self.replace_in_template("CONTROL TEXT_4006, 1240,", "CONTROL TEXT_4005, 1240,")
         self.expect("string 4005: dialog 111, control 1240: only in the template",
                     "string 4006: dialog 111, control 1240: not in the template")
+
+    def test_template_without_a_control_that_shows_several_texts_in_turn(self):
+        self.replace_in_template("  LTEXT TEXT_1189, 1268,", "  // LTEXT TEXT_1189, 1268,", "custom_paper")
+        self.expect("string 1189: dialog 657, control 1268: not in the template",
+                    "string 1190: dialog 657, control 1268: not in the template")
 
     def test_second_access_key(self):
         self.spoil(205, msgstr="&Auftrags&modus")
