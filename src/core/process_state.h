@@ -70,6 +70,9 @@ struct ProcessState {
   // The icon beside an option that is locked, loaded once.
   ImageHandle MessageIcon = nullptr;
 
+  // The paper that was chosen last and passed the paper page's rules; 0 when none was.
+  std::int16_t LastPaperId = 0;
+
   // How many holders the shared text buffers and the shared objects have, by pointer. Made with the
   // first entry and freed with the last.
   HolderCounts* CountedTexts = nullptr;

@@ -68,6 +68,15 @@ void EnableControl(WindowHandle dialog, std::int32_t control, bool enable) {
   windows.EnableWindow(windows.GetDlgItem(dialog, control), enable);
 }
 
+void AddComboRow(WindowHandle dialog, std::int32_t control, const char16_t* text,
+                 std::int16_t value) {
+  const std::intptr_t place =
+      SendTo(dialog, control, kCbAddString, 0, reinterpret_cast<std::intptr_t>(text));
+  if (place >= 0) {
+    SendTo(dialog, control, kCbSetItemData, Place(place), value);
+  }
+}
+
 void FillCombo(WindowHandle page, std::int32_t control, std::span<const ComboRow> rows,
                std::int32_t selected) {
   const ModuleHandle module = LanguageModuleOf(PageContext(page));
@@ -75,11 +84,7 @@ void FillCombo(WindowHandle page, std::int32_t control, std::span<const ComboRow
   for (const ComboRow& row : rows) {
     char16_t text[kTextUnits] = {};
     LoadUiString(module, row.stringId, text);
-    const std::intptr_t place =
-        SendTo(page, control, kCbAddString, 0, reinterpret_cast<std::intptr_t>(text));
-    if (place >= 0) {
-      SendTo(page, control, kCbSetItemData, Place(place), row.value);
-    }
+    AddComboRow(page, control, text, row.value);
   }
   SendTo(page, control, kCbSetCurSel, Place(selected), 0);
 }

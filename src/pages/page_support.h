@@ -50,6 +50,10 @@ struct ComboRow {
 void FillCombo(WindowHandle page, std::int32_t control, std::span<const ComboRow> rows,
                std::int32_t selected);
 
+// Adds one row behind those that a combo box has. One that can't be added is left out.
+void AddComboRow(WindowHandle dialog, std::int32_t control, const char16_t* text,
+                 std::int16_t value);
+
 // Selects the row of a value. A value without a row clears the selection.
 void SelectComboValue(WindowHandle dialog, std::int32_t control, std::int16_t value);
 

@@ -20,6 +20,13 @@ BoxText Load(ModuleHandle module, std::uint32_t stringId) {
   return text;
 }
 
+void ShowBox(WindowHandle owner, const char16_t* text, const char16_t* title) {
+  const std::uint32_t style =
+      kMbIconExclamation |
+      (Process().RightToLeftLanguage ? std::uint32_t{kMbRightToLeft} : std::uint32_t{0});
+  World().windows.MessageBoxW(owner, text, title, style);
+}
+
 void Show(WindowHandle owner, ModuleHandle module, const BoxText& text) {
   ShowExclamation(owner, module, text.data(), kStringConflictTitle);
 }
@@ -32,11 +39,7 @@ void ShowString(WindowHandle owner, ModuleHandle module, std::uint32_t stringId)
 
 void ShowExclamation(WindowHandle owner, ModuleHandle module, const char16_t* text,
                      std::uint32_t titleStringId) {
-  const BoxText title = Load(module, titleStringId);
-  const std::uint32_t style =
-      kMbIconExclamation |
-      (Process().RightToLeftLanguage ? std::uint32_t{kMbRightToLeft} : std::uint32_t{0});
-  World().windows.MessageBoxW(owner, text, title.data(), style);
+  ShowBox(owner, text, Load(module, titleStringId).data());
 }
 
 void WarnMediaUnsupported(WindowHandle owner, ModuleHandle module, std::int32_t media) {
@@ -65,6 +68,10 @@ void WarnSourceConflict(WindowHandle owner, ModuleHandle module, bool paperRefus
   } else {
     Show(owner, module, {});
   }
+}
+
+void WarnPaperStore(WindowHandle owner) {
+  ShowBox(owner, u"Initialize paper error.", u"Paper");
 }
 
 void WarnMedia(WindowHandle owner, ModuleHandle module) {

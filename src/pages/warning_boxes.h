@@ -24,6 +24,9 @@ void WarnPaperNoDuplex(WindowHandle owner, ModuleHandle module);
 void WarnSourceConflict(WindowHandle owner, ModuleHandle module, bool paperRefuses,
                         bool mediaRefuses);
 
+// The store of the user's papers can't be opened. This box is told in no language but one.
+void WarnPaperStore(WindowHandle owner);
+
 // A media type that the paper refuses.
 void WarnMedia(WindowHandle owner, ModuleHandle module);
 
