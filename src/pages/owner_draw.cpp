@@ -2,6 +2,8 @@
 
 #include "core/process_state.h"
 
+#include <algorithm>
+
 namespace ostrel {
 namespace {
 
@@ -67,6 +69,16 @@ void DrawCentredBitmap(const DrawItem& item, ModuleHandle module, std::uint32_t 
   if (mirrored) {
     graphics.SetLayout(item.hDC, layout);
   }
+}
+
+std::uint32_t DrawnRowHeight() {
+  constexpr std::int32_t kLeastHeight = 16;
+  constexpr std::int32_t kLinesPerInch = 6;
+  Graphics& graphics = World().graphics;
+  const DeviceContext screen = graphics.GetDC(nullptr);
+  const int dotsPerInch = graphics.GetDeviceCaps(screen, kDeviceCapLogPixelsY);
+  graphics.ReleaseDC(nullptr, screen);
+  return static_cast<std::uint32_t>(std::max(kLeastHeight, dotsPerInch / kLinesPerInch));
 }
 
 }  // namespace ostrel

@@ -13,4 +13,8 @@ namespace ostrel {
 void DrawCentredBitmap(const DrawItem& item, ModuleHandle module, std::uint32_t bitmapId,
                        std::uint32_t transparentColor);
 
+// The height of a row in a list that its page draws, pixels: a sixth of an inch, as high as a line
+// of the dialog's font with some air, and 16 at least.
+std::uint32_t DrawnRowHeight();
+
 }  // namespace ostrel

@@ -3,12 +3,6 @@
 #include "pages/media_rules.h"
 
 namespace ostrel {
-namespace {
-
-// Pages on a sheet, by the code that stands for a poster.
-constexpr std::int16_t kMultipleUpPoster = 22;
-
-}  // namespace
 
 std::int16_t Setting(const UIContext& context, const char* key, std::int16_t fallback) {
   std::int16_t value = fallback;
@@ -17,6 +11,17 @@ std::int16_t Setting(const UIContext& context, const char* key, std::int16_t fal
 
 void SetSetting(UIContext& context, const char* key, std::int16_t value) {
   SetUIParam(&context, key, &value, sizeof(value));
+}
+
+std::int32_t ScalePercent(const UIContext& context) {
+  constexpr std::int32_t kFullScale = 100;
+  std::int32_t percent = kFullScale;
+  return GetUIParam(&context, "ScaleRadio", &percent, sizeof(percent)) == kResultOk ? percent
+                                                                                    : kFullScale;
+}
+
+void SetScalePercent(UIContext& context, std::int32_t percent) {
+  SetUIParam(&context, "ScaleRadio", &percent, sizeof(percent));
 }
 
 bool IsBooklet(const UIContext& context) {

@@ -7,9 +7,16 @@
 
 namespace ostrel {
 
+// The code of MultipleUp that stands for a poster.
+inline constexpr std::int16_t kMultipleUpPoster = 22;
+
 // A word of the private part by its key; `fallback` stands for a key that can't be read.
 std::int16_t Setting(const UIContext& context, const char* key, std::int16_t fallback);
 void SetSetting(UIContext& context, const char* key, std::int16_t value);
+
+// The print scale in percent, which takes two words; 100 when it can't be read.
+std::int32_t ScalePercent(const UIContext& context);
+void SetScalePercent(UIContext& context, std::int32_t percent);
 
 // A public word through its repairing getter; 1 when it can't be read.
 std::int16_t RepairedField(UIContext& context, DevmodeField field);

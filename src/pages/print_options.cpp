@@ -192,18 +192,11 @@ bool OnDrawItem(const Page& page, const DrawItem& item) {
   return true;
 }
 
-// A sixth of an inch, as high as a line of the dialog's font with some air.
 bool OnMeasureItem(MeasureItem& item) {
-  constexpr std::int32_t kLeastHeight = 16;
-  constexpr std::int32_t kLinesPerInch = 6;
   if (item.CtlID != kOldMediaList && item.CtlID != kOldPaperList) {
     return false;
   }
-  Graphics& graphics = World().graphics;
-  const DeviceContext screen = graphics.GetDC(nullptr);
-  const int dotsPerInch = graphics.GetDeviceCaps(screen, kDeviceCapLogPixelsY);
-  graphics.ReleaseDC(nullptr, screen);
-  item.itemHeight = static_cast<std::uint32_t>(std::max(kLeastHeight, dotsPerInch / kLinesPerInch));
+  item.itemHeight = DrawnRowHeight();
   return true;
 }
 
