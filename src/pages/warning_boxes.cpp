@@ -20,11 +20,12 @@ BoxText Load(ModuleHandle module, std::uint32_t stringId) {
   return text;
 }
 
-void ShowBox(WindowHandle owner, const char16_t* text, const char16_t* title) {
+int ShowBox(WindowHandle owner, const char16_t* text, const char16_t* title,
+            std::uint32_t buttons = 0) {
   const std::uint32_t style =
-      kMbIconExclamation |
+      buttons | kMbIconExclamation |
       (Process().RightToLeftLanguage ? std::uint32_t{kMbRightToLeft} : std::uint32_t{0});
-  World().windows.MessageBoxW(owner, text, title, style);
+  return World().windows.MessageBoxW(owner, text, title, style);
 }
 
 void Show(WindowHandle owner, ModuleHandle module, const BoxText& text) {
@@ -40,6 +41,18 @@ void ShowString(WindowHandle owner, ModuleHandle module, std::uint32_t stringId)
 void ShowExclamation(WindowHandle owner, ModuleHandle module, const char16_t* text,
                      std::uint32_t titleStringId) {
   ShowBox(owner, text, Load(module, titleStringId).data());
+}
+
+void WarnString(WindowHandle owner, ModuleHandle module, std::uint32_t stringId,
+                std::uint32_t titleStringId) {
+  ShowExclamation(owner, module, Load(module, stringId).data(), titleStringId);
+}
+
+bool AskYesNo(WindowHandle owner, ModuleHandle module, std::uint32_t stringId,
+              std::uint32_t titleStringId) {
+  const BoxText text = Load(module, stringId);
+  const BoxText title = Load(module, titleStringId);
+  return ShowBox(owner, text.data(), title.data(), kMbYesNo) == kIdYes;
 }
 
 void WarnMediaUnsupported(WindowHandle owner, ModuleHandle module, std::int32_t media) {

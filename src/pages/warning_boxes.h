@@ -14,6 +14,15 @@ namespace ostrel {
 void ShowExclamation(WindowHandle owner, ModuleHandle module, const char16_t* text,
                      std::uint32_t titleStringId);
 
+// The same with a text of `module`.
+void WarnString(WindowHandle owner, ModuleHandle module, std::uint32_t stringId,
+                std::uint32_t titleStringId);
+
+// The same with the buttons yes and no. Result: whether the answer was yes; a box that can't be
+// shown is answered with no.
+bool AskYesNo(WindowHandle owner, ModuleHandle module, std::uint32_t stringId,
+              std::uint32_t titleStringId);
+
 // A media type that can't be printed on both sides; one without a name is told as an empty one.
 void WarnMediaUnsupported(WindowHandle owner, ModuleHandle module, std::int32_t media);
 

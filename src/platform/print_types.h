@@ -421,6 +421,7 @@ inline constexpr std::uint32_t kHelpContext = 15;                    // HH_HELP_
 
 // Styles of message boxes, winuser.h.
 enum MessageBoxStyle : std::uint32_t {
+  kMbYesNo = 0x04,
   kMbIconError = 0x10,
   kMbIconExclamation = 0x30,
   kMbRightToLeft = 0x180000,  // MB_RIGHT | MB_RTLREADING

@@ -440,5 +440,6 @@ inline constexpr std::uint32_t kLayoutBitmapsUpright = 0x8;  // LAYOUT_BITMAPORI
 
 inline constexpr std::int32_t kIdOk = 1;      // IDOK
 inline constexpr std::int32_t kIdCancel = 2;  // IDCANCEL
+inline constexpr std::int32_t kIdYes = 6;     // IDYES
 
 }  // namespace ostrel
