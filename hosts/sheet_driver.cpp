@@ -151,24 +151,39 @@ std::vector<HWND> SheetDriver::TopWindows(const wchar_t* className) const {
   return search.found;
 }
 
+// Takes the sheet, when there is one whose page is there.
+bool SheetDriver::TakeSheet() {
+  for (const HWND window : TopWindows(kDialogClass)) {
+    if (IsWindowVisible(window) != FALSE && Ask(window, PSM_GETTABCONTROL, 0, 0) != 0 &&
+        Ask(window, PSM_GETCURRENTPAGEHWND, 0, 0) != 0) {
+      sheet_ = window;
+      Settle();
+      return true;
+    }
+  }
+  return false;
+}
+
 void SheetDriver::AwaitOpening() {
   for (DWORD waited = 0; waited < kOpeningLimit_ms; waited += kPoll_ms) {
-    if (IsOver(kPoll_ms)) {
+    if (IsOver(kPoll_ms) || TakeSheet()) {
       return;
     }
     for (const HWND window : TopWindows(kDialogClass)) {
-      if (IsWindowVisible(window) == FALSE) {
-        continue;
-      }
-      if (Ask(window, PSM_GETTABCONTROL, 0, 0) == 0) {
+      if (IsWindowVisible(window) != FALSE && Ask(window, PSM_GETTABCONTROL, 0, 0) == 0) {
         Settle();
         return;
       }
-      if (Ask(window, PSM_GETCURRENTPAGEHWND, 0, 0) != 0) {
-        sheet_ = window;
-        Settle();
-        return;
-      }
+    }
+  }
+  throw std::runtime_error("no sheet appears");
+}
+
+void SheetDriver::AwaitSheet() {
+  sheet_ = nullptr;
+  for (DWORD waited = 0; waited < kOpeningLimit_ms && !IsOver(kPoll_ms); waited += kPoll_ms) {
+    if (TakeSheet()) {
+      return;
     }
   }
   throw std::runtime_error("no sheet appears");

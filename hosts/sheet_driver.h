@@ -54,6 +54,9 @@ class SheetDriver {
   // Presses a button of the dialog or box, and waits for the sheet, the next dialog or the call's
   // end.
   void LeaveDialog(int command);
+  // Waits for a sheet that a dialog opens: from then on it is the sheet that is driven. When it is
+  // closed, the controls are those of the dialog again.
+  void AwaitSheet();
   // The dialogs that are open, boxes not counted.
   int OpenDialogs();
 
@@ -91,6 +94,7 @@ class SheetDriver {
   HWND EditOf(HWND control) const;
   static bool IsBox(HWND window);
   std::vector<HWND> OpenWindows() const;
+  bool TakeSheet();
   void AwaitOpening();
   void Settle();
   bool IsOver(DWORD wait_ms = 0) const;

@@ -15,6 +15,8 @@ namespace ostrel::print_system {
 namespace {
 
 constexpr UINT kPrintOptionsTitle = 106;
+constexpr UINT kPaperTitle = 216;
+constexpr UINT kLayoutTitle = 126;
 
 std::wstring Text(UINT id) {
   return ShippedText(LibraryOfUsersLanguage(), id);
@@ -173,7 +175,10 @@ TEST_F(DocumentSheetCall, MayBeMadeTwiceAtATime) {
   EXPECT_EQ(other.out.privatePart().FinessMode, 1);
 }
 
+// With all its pages and their dialogs. The model has booklets.
 TEST_F(DocumentSheetCall, LeavesNothingOpenHoweverOftenItIsMade) {
+  UserValues printersValues(kTestPrinter);
+  printersValues.Set(L"PrinterName", TextValue(L"Hazel 2 Series"));
   constexpr int kSheets = 100;
   constexpr int kFirstSheets = 10;  // libraries and caches settle
   constexpr std::size_t kMoreFiles = 2;
@@ -186,6 +191,18 @@ TEST_F(DocumentSheetCall, LeavesNothingOpenHoweverOftenItIsMade) {
     if (round % 2 == 0) {
       sheet.driver().ShowPage(Text(kPrintOptionsTitle));
       sheet.driver().Click(1422);
+      sheet.driver().ShowPage(Text(kLayoutTitle));
+      sheet.driver().Click(1415);
+    }
+    if (round % 4 == 0) {
+      sheet.driver().ShowPage(Text(kPaperTitle));
+      sheet.driver().Click(1407);
+      sheet.driver().LeaveDialog(IDCANCEL);
+    }
+    if (round % 4 == 2) {
+      sheet.driver().Click(1486);
+      sheet.driver().Click(1065);
+      sheet.driver().LeaveDialog(IDCANCEL);
     }
     sheet.driver().Press(round % 3 == 0 ? SheetButton::kCancel : SheetButton::kOk);
     sheet.driver().Result();
