@@ -1,5 +1,8 @@
 #include "platform/headless/control_classes.h"
 
+#include "platform/headless/edit_class.h"
+#include "platform/headless/headless_graphics.h"
+#include "platform/headless/list_classes.h"
 #include "platform/headless/names.h"
 
 #include <algorithm>
@@ -13,36 +16,9 @@ namespace ostrel::headless {
 namespace {
 
 // Messages and notifications that the lists don't name, winuser.h and commctrl.h.
-constexpr std::uint32_t kEmGetSel = 0x00B0;
-constexpr std::uint32_t kEmCanUndo = 0x00C6;
-constexpr std::uint32_t kEmEmptyUndoBuffer = 0x00CD;
-constexpr std::uint32_t kEmGetLimitText = 0x00D5;
-constexpr std::uint32_t kWmChar = 0x0102;
-constexpr std::uint32_t kBmGetCheck = 0x00F0;
-constexpr std::uint32_t kBmSetCheck = 0x00F1;
 constexpr std::uint32_t kBmGetImage = 0x00F6;
 constexpr std::uint32_t kBmSetImage = 0x00F7;
 constexpr std::uint32_t kStmGetIcon = 0x0171;
-constexpr std::uint32_t kCbDeleteString = 0x0144;
-constexpr std::uint32_t kCbGetText = 0x0148;
-constexpr std::uint32_t kCbGetTextLength = 0x0149;
-constexpr std::uint32_t kCbInsertString = 0x014A;
-constexpr std::uint32_t kCbFindString = 0x014C;
-constexpr std::uint32_t kCbSelectString = 0x014D;
-constexpr std::uint32_t kCbFindStringExact = 0x0158;
-constexpr std::uint32_t kLbAddString = 0x0180;
-constexpr std::uint32_t kLbInsertString = 0x0181;
-constexpr std::uint32_t kLbDeleteString = 0x0182;
-constexpr std::uint32_t kLbResetContent = 0x0184;
-constexpr std::uint32_t kLbSetCurSel = 0x0186;
-constexpr std::uint32_t kLbGetCurSel = 0x0188;
-constexpr std::uint32_t kLbGetText = 0x0189;
-constexpr std::uint32_t kLbGetTextLength = 0x018A;
-constexpr std::uint32_t kLbGetCount = 0x018B;
-constexpr std::uint32_t kLbFindString = 0x018F;
-constexpr std::uint32_t kLbGetItemData = 0x0199;
-constexpr std::uint32_t kLbSetItemData = 0x019A;
-constexpr std::uint32_t kLbFindStringExact = 0x01A2;
 constexpr std::uint32_t kUdmSetBuddy = kWmUser + 105;
 constexpr std::uint32_t kUdmGetBuddy = kWmUser + 106;
 constexpr std::uint32_t kUdmGetAccel = kWmUser + 108;
@@ -53,154 +29,6 @@ constexpr std::uint32_t kTtmGetToolCount = kWmUser + 13;
 constexpr std::uint32_t kTtmGetTipBackgroundColor = kWmUser + 22;
 constexpr std::uint32_t kTtmGetMaxTipWidth = kWmUser + 25;
 constexpr std::uint32_t kTtmDelTool = kWmUser + 51;
-constexpr std::uint16_t kEnUpdate = 0x0400;
-constexpr std::uint16_t kEnMaxText = 0x0501;
-
-// Works on with a control after a notification, if that has left it alive.
-template <typename Work>
-void IfAlive(HeadlessWindows& windows, WindowHandle control, Work work) {
-  if (Window* window = windows.Find(control); window != nullptr) {
-    work(*window);
-  }
-}
-
-// ---- Edits --------------------------------------------------------------------------------------
-
-void TellOfChange(HeadlessWindows& windows, WindowHandle edit) {
-  for (const std::uint16_t code : {kEnUpdate, std::uint16_t{kEnChange}}) {
-    IfAlive(windows, edit, [&](Window& window) { windows.NotifyParent(window, code); });
-  }
-}
-
-void ForgetUndo(EditState& edit) {
-  edit.undoText.clear();
-  edit.undoPlace = 0;
-  edit.undoInserted = 0;
-}
-
-// What EM_UNDO takes back grows as long as deletions, and insertions behind them, are contiguous.
-void RememberDeletion(EditState& edit, std::size_t start, std::size_t end,
-                      const std::u16string& deleted) {
-  const bool extends = edit.undoInserted == 0 && !edit.undoText.empty();
-  if (extends && start == edit.undoPlace) {
-    edit.undoText += deleted;
-  } else if (extends && end == edit.undoPlace) {
-    edit.undoText.insert(0, deleted);
-    edit.undoPlace = start;
-  } else {
-    edit.undoText = deleted;
-    edit.undoPlace = start;
-  }
-  edit.undoInserted = 0;
-}
-
-void RememberInsertion(EditState& edit, std::size_t start, std::size_t count) {
-  const bool extends = edit.undoInserted != 0 && start == edit.undoPlace + edit.undoInserted;
-  if (start == edit.undoPlace || extends) {
-    edit.undoInserted += count;
-    return;
-  }
-  edit.undoPlace = start;
-  edit.undoInserted = count;
-  edit.undoText.clear();
-}
-
-void Replace(Window& window, std::u16string_view text) {
-  EditState& edit = window.edit;
-  const std::size_t start = edit.selectionStart;
-  if (const std::size_t end = edit.selectionEnd; end > start) {
-    RememberDeletion(edit, start, end, window.text.substr(start, end - start));
-    window.text.erase(start, end - start);
-  }
-  if (!text.empty()) {
-    RememberInsertion(edit, start, text.size());
-    window.text.insert(start, text);
-  }
-  edit.selectionStart = edit.selectionEnd = start + text.size();
-}
-
-// Takes back the last change, which a second undo makes again.
-bool Undo(HeadlessWindows& windows, Window& window) {
-  EditState& edit = window.edit;
-  if (edit.undoInserted == 0 && edit.undoText.empty()) {
-    return false;
-  }
-  const std::u16string text = edit.undoText;
-  edit.selectionStart = edit.undoPlace;
-  edit.selectionEnd = std::min(edit.undoPlace + edit.undoInserted, window.text.size());
-  ForgetUndo(edit);
-  Replace(window, text);
-  edit.selectionStart = edit.undoPlace;
-  edit.selectionEnd = edit.undoPlace + edit.undoInserted;
-  TellOfChange(windows, window.handle);
-  return true;
-}
-
-void Select(Window& window, std::uintptr_t from, std::intptr_t to) {
-  const std::size_t length = window.text.size();
-  const auto start = static_cast<std::int32_t>(from);
-  const auto end = static_cast<std::int32_t>(to);
-  EditState& edit = window.edit;
-  if (start < 0) {  // nothing stays selected
-    edit.selectionStart = edit.selectionEnd;
-    return;
-  }
-  const auto clamp = [length](std::int32_t place) {
-    return place < 0 ? length : std::min(static_cast<std::size_t>(place), length);
-  };
-  edit.selectionStart = std::min(clamp(start), clamp(end));
-  edit.selectionEnd = std::max(clamp(start), clamp(end));
-}
-
-// A text set by code isn't held to the limit, can't be undone, and is told of like a typed one.
-// Only an edit of several lines keeps silent.
-void SetEditText(HeadlessWindows& windows, Window& window, const char16_t* text) {
-  window.text = text == nullptr ? u"" : text;
-  window.edit.selectionStart = window.edit.selectionEnd = 0;
-  ForgetUndo(window.edit);
-  if ((window.style & kEditMultiline) == 0) {
-    TellOfChange(windows, window.handle);
-  }
-}
-
-void TypeCharacter(HeadlessWindows& windows, Window& window, char16_t unit) {
-  const bool isDigit = unit >= u'0' && unit <= u'9';
-  if ((window.style & kEditReadOnly) != 0 || ((window.style & kEditNumber) != 0 && !isDigit)) {
-    return;
-  }
-  ReplaceSelection(windows, window.handle, {&unit, 1});
-}
-
-std::intptr_t AnswerEdit(HeadlessWindows& windows, Window& window, std::uint32_t message,
-                         std::uintptr_t wParam, std::intptr_t lParam) {
-  constexpr std::size_t kMostUnits = 0x7FFFFFFE;
-  EditState& edit = window.edit;
-  switch (message) {
-    case kEmSetSel:
-      Select(window, wParam, lParam);
-      return 1;
-    case kEmGetSel:
-      return static_cast<std::intptr_t>(MakeWords(static_cast<std::uint16_t>(edit.selectionStart),
-                                                  static_cast<std::uint16_t>(edit.selectionEnd)));
-    case kEmLimitText:
-      edit.limit = wParam == 0 ? kMostUnits : wParam;
-      return 0;
-    case kEmGetLimitText:
-      return static_cast<std::intptr_t>(edit.limit);
-    case kEmUndo:
-      return Undo(windows, window) ? 1 : 0;
-    case kEmCanUndo:
-      return edit.undoInserted != 0 || !edit.undoText.empty() ? 1 : 0;
-    case kEmEmptyUndoBuffer:
-      ForgetUndo(edit);
-      return 0;
-    case kWmChar:
-      TypeCharacter(windows, window, static_cast<char16_t>(wParam));
-      return 0;
-    default:
-      return 0;
-  }
-}
 
 // ---- Buttons ------------------------------------------------------------------------------------
 
@@ -302,180 +130,6 @@ std::intptr_t AnswerStatic(Window& window, std::uint32_t message, std::uintptr_t
   }
 }
 
-// ---- Combo and list boxes -----------------------------------------------------------------------
-
-// What a list does, by whichever class's message it was asked.
-enum class ListOrder {
-  kAdd,
-  kInsert,
-  kDelete,
-  kReset,
-  kCount,
-  kSelect,
-  kSelection,
-  kText,
-  kTextLength,
-  kData,
-  kSetData,
-  kFindPrefix,
-  kFindExact,
-  kSelectPrefix,
-};
-struct ListMessage {
-  std::uint32_t combo;
-  std::uint32_t list;
-  ListOrder order;
-};
-constexpr std::array<ListMessage, 14> kListMessages = {{
-    {kCbAddString, kLbAddString, ListOrder::kAdd},
-    {kCbInsertString, kLbInsertString, ListOrder::kInsert},
-    {kCbDeleteString, kLbDeleteString, ListOrder::kDelete},
-    {kCbResetContent, kLbResetContent, ListOrder::kReset},
-    {kCbGetCount, kLbGetCount, ListOrder::kCount},
-    {kCbSetCurSel, kLbSetCurSel, ListOrder::kSelect},
-    {kCbGetCurSel, kLbGetCurSel, ListOrder::kSelection},
-    {kCbGetText, kLbGetText, ListOrder::kText},
-    {kCbGetTextLength, kLbGetTextLength, ListOrder::kTextLength},
-    {kCbGetItemData, kLbGetItemData, ListOrder::kData},
-    {kCbSetItemData, kLbSetItemData, ListOrder::kSetData},
-    {kCbFindString, kLbFindString, ListOrder::kFindPrefix},
-    {kCbFindStringExact, kLbFindStringExact, ListOrder::kFindExact},
-    {kCbSelectString, 0, ListOrder::kSelectPrefix},
-}};
-
-bool KeepsStrings(const Window& window) {
-  if (window.IsCombo()) {
-    return (window.style & kComboOwnerDraw) == 0 || (window.style & kComboHasStrings) != 0;
-  }
-  return (window.style & kListOwnerDraw) == 0 || (window.style & kListHasStrings) != 0;
-}
-
-bool IsSorted(const Window& window) {
-  return (window.style & (window.IsCombo() ? kComboSort : kListSort)) != 0;
-}
-
-std::intptr_t AddItem(Window& window, std::intptr_t place, std::intptr_t lParam) {
-  std::vector<ListItem>& items = window.list.items;
-  ListItem item;
-  if (KeepsStrings(window)) {
-    item.text = PointerIn<const char16_t>(lParam);
-  } else {
-    item.data = static_cast<std::uintptr_t>(lParam);
-  }
-  auto where = items.end();
-  if (place >= 0) {
-    if (static_cast<std::size_t>(place) > items.size()) {
-      return kCbErr;
-    }
-    where = items.begin() + place;
-  } else if (place == kCbErr && IsSorted(window)) {
-    where = std::ranges::upper_bound(items, LowerCase(item.text), {},
-                                     [](const ListItem& other) { return LowerCase(other.text); });
-  }
-  const auto added = items.insert(where, std::move(item));
-  return added - items.begin();
-}
-
-std::intptr_t SelectRow(Window& window, std::intptr_t row) {
-  if (row < 0 || static_cast<std::size_t>(row) >= window.list.items.size()) {
-    window.list.selection = -1;
-    return kCbErr;
-  }
-  window.list.selection = static_cast<std::int32_t>(row);
-  return row;
-}
-
-// From the row behind `after` on, and round.
-std::intptr_t FindRow(const Window& window, std::intptr_t after, const char16_t* text, bool exact) {
-  const std::vector<ListItem>& items = window.list.items;
-  const std::u16string sought = LowerCase(text);
-  for (std::size_t step = 0; step < items.size(); ++step) {
-    const std::size_t row = (static_cast<std::size_t>(after + 1) + step) % items.size();
-    const std::u16string candidate = LowerCase(items[row].text);
-    if (exact ? candidate == sought : candidate.starts_with(sought)) {
-      return static_cast<std::intptr_t>(row);
-    }
-  }
-  return kCbErr;
-}
-
-std::intptr_t CopyText(const std::u16string& text, std::intptr_t buffer) {
-  std::copy_n(text.c_str(), text.size() + 1, PointerIn<char16_t>(buffer));
-  return static_cast<std::intptr_t>(text.size());
-}
-
-std::intptr_t DeleteRow(Window& window, std::size_t row) {
-  ListState& list = window.list;
-  list.items.erase(list.items.begin() + static_cast<std::ptrdiff_t>(row));
-  if (list.selection == static_cast<std::int32_t>(row)) {
-    list.selection = -1;
-  } else if (list.selection > static_cast<std::int32_t>(row)) {
-    --list.selection;
-  }
-  return static_cast<std::intptr_t>(list.items.size());
-}
-
-// Orders that name a row, which there must be.
-std::intptr_t AnswerRow(Window& window, ListOrder order, std::uintptr_t row, std::intptr_t lParam) {
-  if (row >= window.list.items.size()) {
-    return kCbErr;
-  }
-  ListItem& item = window.list.items[row];
-  switch (order) {
-    case ListOrder::kDelete:
-      return DeleteRow(window, row);
-    case ListOrder::kText:
-      return CopyText(item.text, lParam);
-    case ListOrder::kTextLength:
-      return static_cast<std::intptr_t>(item.text.size());
-    case ListOrder::kData:
-      return static_cast<std::intptr_t>(item.data);
-    default:
-      item.data = static_cast<std::uintptr_t>(lParam);
-      return 0;
-  }
-}
-
-std::intptr_t AnswerList(Window& window, std::uint32_t message, std::uintptr_t wParam,
-                         std::intptr_t lParam) {
-  const bool isCombo = window.IsCombo();
-  const auto found = std::ranges::find_if(kListMessages, [&](const ListMessage& row) {
-    return message != 0 && message == (isCombo ? row.combo : row.list);
-  });
-  if (found == kListMessages.end()) {
-    return 0;
-  }
-  ListState& list = window.list;
-  const auto row = static_cast<std::int32_t>(wParam);
-  const auto* text = PointerIn<const char16_t>(lParam);
-  switch (found->order) {
-    case ListOrder::kAdd:
-      return AddItem(window, kCbErr, lParam);
-    case ListOrder::kInsert:
-      return AddItem(window, row == -1 ? static_cast<std::intptr_t>(list.items.size()) : row,
-                     lParam);
-    case ListOrder::kReset:
-      list.items.clear();
-      list.selection = -1;
-      return 0;
-    case ListOrder::kCount:
-      return static_cast<std::intptr_t>(list.items.size());
-    case ListOrder::kSelect:
-      return SelectRow(window, row);
-    case ListOrder::kSelection:
-      return list.selection;
-    case ListOrder::kFindPrefix:
-    case ListOrder::kFindExact:
-      return FindRow(window, row, text, found->order == ListOrder::kFindExact);
-    case ListOrder::kSelectPrefix: {
-      const std::intptr_t match = FindRow(window, row, text, false);
-      return match < 0 ? kCbErr : SelectRow(window, match);
-    }
-    default:
-      return AnswerRow(window, found->order, wParam, lParam);
-  }
-}
-
 // ---- Spin controls ------------------------------------------------------------------------------
 
 std::int32_t Clamp(const SpinState& spin, std::int32_t position) {
@@ -505,7 +159,7 @@ void ShowPosition(HeadlessWindows& windows, const Window& window) {
     return;
   }
   if (buddy->kind == WindowKind::kEdit) {
-    SetEditText(windows, *buddy, text.c_str());
+    SetEditText(windows, *buddy, text);
   } else {
     buddy->text = text;
   }
@@ -687,17 +341,34 @@ std::intptr_t AnswerTooltip(TooltipState& tooltip, std::uint32_t message, std::u
   }
 }
 
+// ---- Dialogs ------------------------------------------------------------------------------------
+
+// Closing a dialog is what its Cancel button does, unless that can't be pressed.
+std::intptr_t AnswerDialog(HeadlessWindows& windows, const Window& window, std::uint32_t message) {
+  if (message != kWmClose) {
+    return 0;
+  }
+  const WindowHandle cancel = windows.ControlOf(window.handle, kIdCancel);
+  const Window* button = windows.Find(cancel);
+  if (button == nullptr || button->IsEnabled()) {
+    windows.Deliver(window.handle, kWmCommand, MakeWords(kIdCancel, kBnClicked),
+                    static_cast<std::intptr_t>(NumberOf(cancel)));
+  }
+  return 0;
+}
+
 // ---- Texts of all classes -----------------------------------------------------------------------
 
 std::intptr_t SetText(HeadlessWindows& windows, Window& window, const char16_t* text) {
-  if (window.kind == WindowKind::kEdit) {
-    SetEditText(windows, window, text);
+  const std::u16string_view shown = text == nullptr ? u"" : text;
+  if (window.kind == WindowKind::kEdit || window.HasComboEdit()) {
+    SetEditText(windows, window, shown);
     return 1;
   }
   if (window.kind == WindowKind::kList) {
     return kCbErr;  // its text is the row that is selected
   }
-  window.text = text == nullptr ? u"" : text;
+  window.text = shown;
   return 1;
 }
 
@@ -759,6 +430,8 @@ std::intptr_t AnswerControlMessage(HeadlessWindows& windows, WindowHandle contro
       return GetText(windows.TextOf(*window), wParam, lParam);
     case kWmGetTextLength:
       return static_cast<std::intptr_t>(windows.TextOf(*window).size());
+    case kWmGetFont:
+      return static_cast<std::intptr_t>(NumberOf(DialogFont()));
     case kWmHelp:  // goes up until someone knows help
       return windows.Deliver(window->parent, message, wParam, lParam);
     default:
@@ -772,31 +445,16 @@ std::intptr_t AnswerControlMessage(HeadlessWindows& windows, WindowHandle contro
     case WindowKind::kEdit:
       return AnswerEdit(windows, *window, message, wParam, lParam);
     case WindowKind::kList:
-      return AnswerList(*window, message, wParam, lParam);
+      return AnswerList(windows, *window, message, wParam, lParam);
     case WindowKind::kSpin:
       return AnswerSpin(windows, *window, message, wParam, lParam);
+    case WindowKind::kDialog:
+      return AnswerDialog(windows, *window, message);
     case WindowKind::kTooltip:
       return AnswerTooltip(window->tooltip, message, wParam, lParam);
     default:
       return 0;
   }
-}
-
-void ReplaceSelection(HeadlessWindows& windows, WindowHandle edit, std::u16string_view text) {
-  Window& window = *windows.Find(edit);
-  const EditState& state = window.edit;
-  const std::size_t kept = window.text.size() - (state.selectionEnd - state.selectionStart);
-  const std::size_t room = state.limit > kept ? state.limit - kept : 0;
-  const bool cut = text.size() > room;
-  const std::u16string_view fitting = text.substr(0, room);
-  if (cut) {
-    windows.NotifyParent(window, kEnMaxText);
-  }
-  if (!windows.IsWindow(edit) || (fitting.empty() && !text.empty())) {
-    return;  // nothing of it fits
-  }
-  Replace(window, fitting);
-  TellOfChange(windows, edit);
 }
 
 void PressButton(HeadlessWindows& windows, WindowHandle button) {
@@ -836,13 +494,13 @@ void PressArrow(HeadlessWindows& windows, WindowHandle spin, bool upper) {
   const std::intptr_t refused = windows.Deliver(window.parent, kWmNotify, question.hdr.idFrom,
                                                 reinterpret_cast<std::intptr_t>(&question));
   if (refused == 0) {
-    IfAlive(windows, spin, [&](Window& alive) {
+    windows.IfAlive(spin, [&](Window& alive) {
       alive.spin.position = Moved(alive, question.iDelta);
       ShowPosition(windows, alive);
     });
   }
   for (const std::uint16_t code : {kThumbPosition, kEndScroll}) {
-    IfAlive(windows, spin, [&](const Window& alive) {
+    windows.IfAlive(spin, [&](const Window& alive) {
       const bool horizontal = (alive.style & kSpinHorizontal) != 0;
       windows.Deliver(alive.parent, horizontal ? kWmHorizontalScroll : kWmVerticalScroll,
                       MakeWords(code, static_cast<std::uint16_t>(alive.spin.position)),

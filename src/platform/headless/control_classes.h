@@ -16,9 +16,6 @@ std::intptr_t AnswerControlMessage(HeadlessWindows& windows, WindowHandle contro
                                    std::uint32_t message, std::uintptr_t wParam,
                                    std::intptr_t lParam);
 
-// Puts a text into an edit as a user does, in place of what is selected, within the edit's limit.
-void ReplaceSelection(HeadlessWindows& windows, WindowHandle edit, std::u16string_view text);
-
 // What a button does when it is pressed and let go: the automatic ones change their state, all tell
 // their parent.
 void PressButton(HeadlessWindows& windows, WindowHandle button);

@@ -18,6 +18,10 @@ GdiObject StockBitmap() {
 
 }  // namespace
 
+GdiObject DialogFont() {
+  return HandleOf<GdiObject>(0x500010);
+}
+
 bool HeadlessGraphics::Fail(std::uint32_t code) {
   debug_.SetLastError(code);
   return false;

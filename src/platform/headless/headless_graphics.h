@@ -17,6 +17,9 @@ class HeadlessDebugOutput;
 class HeadlessModules;
 class HeadlessWindows;
 
+// The font that every dialog and every control writes in, as WM_GETFONT tells it.
+GdiObject DialogFont();
+
 class HeadlessGraphics final : public Graphics {
  public:
   HeadlessGraphics(FaultPlan& faults, HeadlessDebugOutput& debug, HeadlessModules& modules)

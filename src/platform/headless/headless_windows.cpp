@@ -1,6 +1,7 @@
 #include "platform/headless/headless_windows.h"
 
 #include "platform/headless/control_classes.h"
+#include "platform/headless/edit_class.h"
 #include "platform/headless/headless_platform.h"
 #include "platform/headless/names.h"
 
@@ -12,25 +13,15 @@
 namespace ostrel::headless {
 namespace {
 
-constexpr std::uint32_t kErrorInvalidWindow = 1400;    // ERROR_INVALID_WINDOW_HANDLE
 constexpr std::uint32_t kErrorInvalidIndex = 1413;     // ERROR_INVALID_INDEX
 constexpr std::uint32_t kErrorControlNotFound = 1421;  // ERROR_CONTROL_ID_NOT_FOUND
 constexpr std::uint32_t kErrorNoClass = 1407;          // ERROR_CANNOT_FIND_WND_CLASS
-constexpr std::uintptr_t kHandleStep = 2;
+constexpr std::uint16_t kCbnSelEndCancel = 10;
 
 // Window longs that are the window's own words, winuser.h.
 constexpr std::int32_t kGwlStyle = -16;
 constexpr std::int32_t kGwlExStyle = -20;
 constexpr std::int32_t kGwlpId = -12;
-
-constexpr char16_t kDialogClass[] = u"#32770";
-
-// MulDiv: to the nearest.
-std::int32_t Scale(std::int32_t units, std::int32_t multiplier, std::int32_t divisor) {
-  const std::int32_t product = units * multiplier;
-  const std::int32_t half = product < 0 ? -divisor / 2 : divisor / 2;
-  return (product + half) / divisor;
-}
 
 std::u16string FromNarrow(const char* text) {
   std::u16string wide;
@@ -173,7 +164,7 @@ WindowHandle HeadlessWindows::ControlOf(WindowHandle dialog, std::int32_t id) co
 }
 
 std::u16string HeadlessWindows::TextOf(const Window& window) const {
-  if (window.kind != WindowKind::kList) {
+  if (window.kind != WindowKind::kList || window.HasComboEdit()) {
     return window.text;
   }
   const ListState& list = window.list;
@@ -193,134 +184,6 @@ Window& HeadlessWindows::Add(const std::u16string& className) {
   Window& added = *window;
   windows_[added.handle] = std::move(window);
   return added;
-}
-
-// A mirrored window counts from its right edge.
-Rect HeadlessWindows::PlaceWithin(const Window& parent, const DialogPlace& place) const {
-  const std::int32_t x = Scale(place.x, kBaseUnitX, 4);
-  const std::int32_t y = Scale(place.y, kBaseUnitY, 8);
-  const std::int32_t width = Scale(place.width, kBaseUnitX, 4);
-  const std::int32_t height = Scale(place.height, kBaseUnitY, 8);
-  const Rect& outer = parent.screenPlace;
-  const std::int32_t left = parent.IsMirrored() ? outer.right - x - width : outer.left + x;
-  return {left, outer.top + y, left + width, outer.top + y + height};
-}
-
-ImageHandle HeadlessWindows::AddImage(ModuleHandle module, std::uint32_t id, std::uint32_t kind,
-                                      Size size) {
-  const auto handle = HandleOf<ImageHandle>(nextImage_);
-  nextImage_ += kHandleStep;
-  images_[handle] = {module, id, kind, size};
-  return handle;
-}
-
-const HeadlessWindows::Image* HeadlessWindows::ImageOf(ImageHandle image) const {
-  const auto found = images_.find(image);
-  return found == images_.end() ? nullptr : &found->second;
-}
-
-// A static control shows the icon or bitmap that its title names.
-void HeadlessWindows::ShowOwnImage(Window& window, ModuleHandle module,
-                                   const DialogControl& control) {
-  const Resources* resources = modules_.ResourcesOf(module);
-  if (window.kind != WindowKind::kStatic || control.titleId == 0 || resources == nullptr) {
-    return;
-  }
-  constexpr Size kIconSize = {32, 32};
-  const std::uint32_t type = window.StaticTypeOf();
-  ImageHandle image = nullptr;
-  if (type == kStaticIcon && resources->icons.contains(control.titleId)) {
-    image = AddImage(module, control.titleId, kImageIcon, kIconSize);
-  } else if (type == kStaticBitmap && resources->bitmaps.contains(control.titleId)) {
-    const BitmapResource& bitmap = resources->bitmaps.at(control.titleId);
-    image = AddImage(module, control.titleId, kImageBitmap, {bitmap.width, bitmap.height});
-  }
-  window.image = static_cast<std::intptr_t>(NumberOf(image));
-}
-
-// The owner of a list that it draws is asked for the rows' height when the list is made, which is
-// before WM_INITDIALOG.
-void HeadlessWindows::AskItemHeight(WindowHandle control) {
-  constexpr std::uint32_t kOdtListBox = 2;
-  constexpr std::uint32_t kOdtComboBox = 3;
-  const Window& window = *Find(control);
-  MeasureItem question = {};
-  question.CtlType = window.IsCombo() ? kOdtComboBox : kOdtListBox;
-  question.CtlID = static_cast<std::uint32_t>(window.id);
-  question.itemHeight = kBaseUnitY;
-  Deliver(window.parent, kWmMeasureItem, question.CtlID,
-          reinterpret_cast<std::intptr_t>(&question));
-  if (Window* alive = Find(control); alive != nullptr) {
-    alive->list.itemHeight = question.itemHeight;
-  }
-}
-
-void HeadlessWindows::AddControl(ModuleHandle module, const DialogControl& control,
-                                 WindowHandle dialog) {
-  Window& parent = *Find(dialog);
-  Window& window = Add(control.className);
-  window.parent = dialog;
-  window.id = control.id;
-  window.style = control.style | kStyleChild;
-  window.extendedStyle = control.extendedStyle;
-  if (parent.IsMirrored() && (parent.extendedStyle & kExStyleNoInheritLayout) == 0) {
-    window.extendedStyle |= kExStyleMirrored;
-  }
-  window.helpId = control.helpId;
-  window.text = control.title;
-  window.screenPlace = PlaceWithin(parent, control.place);
-  ShowOwnImage(window, module, control);
-  if (window.kind == WindowKind::kSpin && (window.style & kSpinAutoBuddy) != 0 &&
-      !parent.children.empty()) {
-    window.spin.buddy = parent.children.back();
-  }
-  parent.children.push_back(window.handle);
-  if (window.kind == WindowKind::kList && window.IsOwnerDrawn()) {
-    AskItemHeight(window.handle);
-  }
-}
-
-WindowHandle HeadlessWindows::CreateDialogWindow(ModuleHandle module, std::uint32_t templateId,
-                                                 WindowHandle parent, DialogProcedure procedure,
-                                                 std::intptr_t initParam, bool asChild) {
-  constexpr Point kPagePlace = {10, 40};  // of a page within its sheet, in pixels
-  const Resources* resources = modules_.ResourcesOf(module);
-  if (resources == nullptr || !resources->dialogs.contains(templateId)) {
-    Fail(kErrorResourceNameNotFound);
-    return nullptr;
-  }
-  const DialogTemplate& dialog = resources->dialogs.at(templateId);
-  Window& window = Add(kDialogClass);
-  const WindowHandle handle = window.handle;
-  window.kind = WindowKind::kDialog;
-  window.parent = parent;
-  window.style = dialog.style;
-  window.extendedStyle = dialog.extendedStyle;
-  window.helpId = dialog.helpId;
-  window.text = dialog.title;
-  window.procedure = procedure;
-  const Window* outer = Find(parent);
-  const Window screen;
-  window.screenPlace = PlaceWithin(outer == nullptr ? screen : *outer, dialog.place);
-  if (asChild) {
-    window.style = (window.style | kStyleChild) & ~(kStylePopup | kStyleVisible | kStyleDisabled);
-    const Point origin = {outer->screenPlace.left + kPagePlace.x,
-                          outer->screenPlace.top + kPagePlace.y};
-    window.screenPlace = {origin.x, origin.y, origin.x + window.screenPlace.Width(),
-                          origin.y + window.screenPlace.Height()};
-  }
-  if (outer != nullptr) {
-    Find(parent)->children.push_back(handle);
-  }
-  for (const DialogControl& control : dialog.controls) {
-    AddControl(module, control, handle);
-  }
-  const auto first = std::ranges::find_if(window.children, [this](WindowHandle child) {
-    return (Find(child)->style & kStyleTabStop) != 0;
-  });
-  const WindowHandle defaultFocus = first == window.children.end() ? nullptr : *first;
-  Deliver(handle, kWmInitDialog, NumberOf(defaultFocus), initParam);
-  return IsWindow(handle) ? handle : nullptr;
 }
 
 WindowHandle HeadlessWindows::CreatePlayedWindow(
@@ -408,76 +271,6 @@ bool HeadlessWindows::DestroyWindow(WindowHandle window) {
   return true;
 }
 
-// ---- Modal dialogs ------------------------------------------------------------------------------
-
-bool HeadlessWindows::IsOpenDialog(WindowHandle dialog) const {
-  const Window* found = Find(dialog);
-  return found != nullptr && found->isModal && !found->hasEnded;
-}
-
-std::intptr_t HeadlessWindows::DialogBoxParamW(ModuleHandle module, std::uint32_t templateId,
-                                               WindowHandle owner, DialogProcedure procedure,
-                                               std::intptr_t initParam) {
-  if (faults_.ShouldFail("DialogBoxParamW") || (owner != nullptr && !IsWindow(owner))) {
-    Fail(owner != nullptr && !IsWindow(owner) ? kErrorInvalidWindow : kErrorNotEnoughMemory);
-    return -1;
-  }
-  WindowHandle top = owner;  // a child's dialog is owned by the window that it stands in
-  while (Find(top) != nullptr && (Find(top)->style & kStyleChild) != 0) {
-    top = Find(top)->parent;
-  }
-  const WindowHandle before = focus_;
-  const bool wasEnabled = top != nullptr && Find(top)->IsEnabled();
-  const WindowHandle dialog =
-      CreateDialogWindow(module, templateId, top, procedure, initParam, false);
-  if (dialog == nullptr) {
-    return -1;
-  }
-  if (wasEnabled) {
-    Find(top)->style |= kStyleDisabled;
-  }
-  RunModal(dialog);
-  if (wasEnabled && IsWindow(top)) {
-    Find(top)->style &= ~kStyleDisabled;
-  }
-  const Window* ended = Find(dialog);
-  const std::intptr_t result = ended == nullptr ? -1 : ended->modalResult;
-  Destroy(dialog);
-  if (IsReachable(before)) {
-    MoveFocus(before);
-  }
-  return result;
-}
-
-void HeadlessWindows::RunModal(WindowHandle dialog) {
-  Window& window = *Find(dialog);
-  window.isModal = true;
-  if (!window.hasEnded) {
-    Show(dialog, true);
-    if (onDialog) {
-      onDialog(dialog);
-    }
-  }
-  if (IsOpenDialog(dialog)) {  // Escape
-    Deliver(dialog, kWmCommand, kIdCancel, 0);
-  }
-  if (IsOpenDialog(dialog)) {
-    Find(dialog)->hasEnded = true;
-    Find(dialog)->modalResult = -1;
-  }
-}
-
-bool HeadlessWindows::EndDialog(WindowHandle dialog, std::intptr_t result) {
-  Window* window = Take("EndDialog", dialog);
-  if (window == nullptr) {
-    return false;
-  }
-  window->hasEnded = true;
-  window->modalResult = result;
-  Show(dialog, false);
-  return true;
-}
-
 // ---- Messages -----------------------------------------------------------------------------------
 
 std::intptr_t HeadlessWindows::CallProcedure(WindowHandle window, std::uint32_t message,
@@ -519,29 +312,6 @@ std::intptr_t HeadlessWindows::SendMessageW(WindowHandle window, std::uint32_t m
 void HeadlessWindows::NotifyParent(const Window& control, std::uint16_t code) {
   Deliver(control.parent, kWmCommand, MakeWords(static_cast<std::uint16_t>(control.id), code),
           static_cast<std::intptr_t>(NumberOf(control.handle)));
-}
-
-int HeadlessWindows::MessageBoxW(WindowHandle owner, const char16_t* text, const char16_t* caption,
-                                 std::uint32_t style) {
-  if (faults_.ShouldFail("MessageBoxW")) {
-    Fail(kErrorNotEnoughMemory);
-    return 0;
-  }
-  boxes.push_back({owner, text == nullptr ? u"" : text, caption == nullptr ? u"" : caption, style});
-  const WindowHandle before = focus_;
-  MoveFocus(nullptr);
-  if (onBox) {
-    onBox(Box(boxes.back()));
-  }
-  int answer = kIdOk;
-  if (!answers.empty()) {
-    answer = answers.front();
-    answers.pop_front();
-  }
-  if (IsReachable(before)) {
-    MoveFocus(before);
-  }
-  return answer;
 }
 
 // ---- State of windows ---------------------------------------------------------------------------
@@ -627,11 +397,21 @@ void HeadlessWindows::MoveFocus(WindowHandle window) {
   if (focus_ == window) {
     return;
   }
-  const Window* loser = Find(std::exchange(focus_, window));
-  if (loser != nullptr && FocusCode(*loser, false) != 0) {
-    NotifyParent(*loser, FocusCode(*loser, false));
-  }
+  const WindowHandle loser = std::exchange(focus_, window);
+  IfAlive(loser, [this](const Window& combo) {
+    if (combo.IsCombo()) {
+      NotifyParent(combo, kCbnSelEndCancel);
+    }
+  });
+  IfAlive(loser, [this](const Window& control) {
+    if (const std::uint16_t code = FocusCode(control, false); code != 0) {
+      NotifyParent(control, code);
+    }
+  });
   Window* winner = Find(window);
+  if (focus_ == window && winner != nullptr && winner->HasComboEdit()) {
+    SelectText(*winner, 0, -1);
+  }
   if (focus_ == window && winner != nullptr && FocusCode(*winner, true) != 0) {
     NotifyParent(*winner, FocusCode(*winner, true));
   }
@@ -742,7 +522,6 @@ bool HeadlessWindows::SetDlgItemInt(WindowHandle dialog, std::int32_t id, std::u
 }
 
 bool HeadlessWindows::CheckDlgButton(WindowHandle dialog, std::int32_t id, std::uint32_t state) {
-  constexpr std::uint32_t kBmSetCheck = 0x00F1;
   const WindowHandle control =
       Take("CheckDlgButton", dialog) == nullptr ? nullptr : ControlOf(dialog, id);
   if (control == nullptr) {

@@ -31,12 +31,15 @@ class HeadlessModules;
 inline constexpr std::int32_t kBaseUnitX = 6;   // pixels of four dialog units
 inline constexpr std::int32_t kBaseUnitY = 13;  // pixels of eight dialog units
 
+inline constexpr char16_t kDialogClass[] = u"#32770";
+inline constexpr std::uint32_t kErrorInvalidWindow = 1400;  // ERROR_INVALID_WINDOW_HANDLE
+
 class HeadlessWindows final : public Windows {
  public:
   HeadlessWindows(FaultPlan& faults, HeadlessDebugOutput& debug, HeadlessModules& modules,
                   HeadlessGraphics& graphics);
 
-  // While a box is open the control that has the focus loses it.
+  // While a box is open its owner is disabled, and the control that has the focus loses it.
   int MessageBoxW(WindowHandle owner, const char16_t* text, const char16_t* caption,
                   std::uint32_t style) override;
   WindowHandle GetDlgItem(WindowHandle dialog, std::int32_t id) override;
@@ -72,7 +75,8 @@ class HeadlessWindows final : public Windows {
                                std::uint32_t style, WindowHandle owner,
                                ModuleHandle module) override;
   bool DestroyWindow(WindowHandle window) override;
-  // Hands the dialog to `onDialog`, which plays the user. One that it leaves open is cancelled.
+  // Hands the dialog to `onDialog`, which plays the user. One that it leaves open is closed as by
+  // its Cancel button, and ends with -1 when it resists.
   std::intptr_t DialogBoxParamW(ModuleHandle module, std::uint32_t templateId, WindowHandle owner,
                                 DialogProcedure procedure, std::intptr_t initParam) override;
   bool EndDialog(WindowHandle dialog, std::intptr_t result) override;
@@ -126,6 +130,13 @@ class HeadlessWindows final : public Windows {
   // Null for what isn't a window (any more).
   const Window* Find(WindowHandle window) const;
   Window* Find(WindowHandle window);
+  // Works on with a window after a notification, if that has left it alive.
+  template <typename Work>
+  void IfAlive(WindowHandle window, Work work) {
+    if (Window* found = Find(window); found != nullptr) {
+      work(*found);
+    }
+  }
   bool IsWindow(WindowHandle window) const { return Find(window) != nullptr; }
   bool IsMirrored(WindowHandle window) const;
   // Whether the window and all that hold it are shown, and enabled. Owners don't count.
@@ -164,10 +175,17 @@ class HeadlessWindows final : public Windows {
   WindowHandle ControlOf(WindowHandle dialog, std::int32_t id) const;
 
  private:
-  struct DialogPlaceOnScreen;
+  static constexpr std::uintptr_t kHandleStep = 2;
 
   Window& Add(const std::u16string& className);
-  void RunModal(WindowHandle dialog);
+  WindowHandle BuildDialog(ModuleHandle module, std::uint32_t templateId, WindowHandle parent,
+                           DialogProcedure procedure, bool asChild);
+  WindowHandle FirstStop(const Window& dialog) const;
+  WindowHandle TopOf(WindowHandle window) const;
+  WindowHandle LockTopOf(WindowHandle owner);
+  void Unlock(WindowHandle locked);
+  void RunModal(WindowHandle dialog, bool leavesFocus);
+  void End(Window& dialog, std::intptr_t result);
   void AddControl(ModuleHandle module, const DialogControl& control, WindowHandle dialog);
   void ShowOwnImage(Window& window, ModuleHandle module, const DialogControl& control);
   void AskItemHeight(WindowHandle control);

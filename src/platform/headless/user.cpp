@@ -1,6 +1,8 @@
 #include "platform/headless/user.h"
 
 #include "platform/headless/control_classes.h"
+#include "platform/headless/edit_class.h"
+#include "platform/headless/list_classes.h"
 #include "platform/headless/names.h"
 
 #include <algorithm>
@@ -83,35 +85,39 @@ bool User::TypeEach(WindowHandle edit, std::u16string_view text) {
   return true;
 }
 
+bool User::GoToText(std::int32_t id) {
+  const Window* control = Reach(id);
+  return control != nullptr && control->TakesTyping() && MoveFocus(id);
+}
+
 bool User::Type(std::int32_t id, std::u16string_view text) {
-  const Window* control = Reach(id, WindowKind::kEdit);
-  if (control == nullptr || (control->style & kEditReadOnly) != 0 || !MoveFocus(id)) {
+  if (!GoToText(id)) {
     return false;
   }
   const WindowHandle edit = Control(id);
-  windows_.Deliver(edit, kEmSetSel, 0, -1);
-  if (text.empty() && !windows_.TextOf(*windows_.Find(edit)).empty()) {
+  Window& window = *windows_.Find(edit);
+  SelectText(window, 0, -1);
+  if (text.empty() && !window.text.empty()) {
     ReplaceSelection(windows_, edit, {});
   }
   return TypeEach(edit, text);
 }
 
 bool User::AppendTyping(std::int32_t id, std::u16string_view text) {
-  const Window* control = Reach(id, WindowKind::kEdit);
-  if (control == nullptr || (control->style & kEditReadOnly) != 0 || !MoveFocus(id)) {
+  if (!GoToText(id)) {
     return false;
   }
-  const auto end = static_cast<std::intptr_t>(Find(id)->text.size());
-  windows_.Deliver(Control(id), kEmSetSel, static_cast<std::uintptr_t>(end), end);
+  Window& window = *windows_.Find(Control(id));
+  const auto end = static_cast<std::int32_t>(window.text.size());
+  SelectText(window, end, end);
   return TypeEach(Control(id), text);
 }
 
 bool User::Paste(std::int32_t id, std::u16string_view text) {
-  const Window* control = Reach(id, WindowKind::kEdit);
-  if (control == nullptr || (control->style & kEditReadOnly) != 0 || !MoveFocus(id)) {
+  if (!GoToText(id)) {
     return false;
   }
-  windows_.Deliver(Control(id), kEmSetSel, 0, -1);
+  SelectText(*windows_.Find(Control(id)), 0, -1);
   ReplaceSelection(windows_, Control(id), text);
   return true;
 }
@@ -126,9 +132,10 @@ bool User::Choose(std::int32_t id, std::int32_t row) {
   }
   const WindowHandle handle = control->handle;
   const bool isCombo = control->IsCombo();
+  const bool dropsDown = isCombo && (control->style & kComboTypeMask) != kComboSimple;
   const bool tells = isCombo || (control->style & kListNotify) != 0;
   windows_.MoveFocus(handle);
-  if (isCombo && windows_.IsReachable(handle)) {
+  if (dropsDown && windows_.IsReachable(handle)) {
     windows_.NotifyParent(*windows_.Find(handle), kCbnDropDown);
   }
   Window* alive = windows_.IsReachable(handle) ? windows_.Find(handle) : nullptr;
@@ -137,13 +144,15 @@ bool User::Choose(std::int32_t id, std::int32_t row) {
   }
   alive->list.selection = row;
   const std::vector<std::uint16_t> codes =
-      isCombo ? std::vector<std::uint16_t>{kCbnSelEndOk, kCbnCloseUp, kCbnSelChange}
-              : std::vector<std::uint16_t>{kCbnSelChange};  // LBN_SELCHANGE has the same number
+      dropsDown ? std::vector<std::uint16_t>{kCbnSelEndOk, kCbnCloseUp, kCbnSelChange}
+      : isCombo ? std::vector<std::uint16_t>{kCbnSelEndOk, kCbnSelChange}
+                : std::vector<std::uint16_t>{kCbnSelChange};  // LBN_SELCHANGE: the same number
   for (const std::uint16_t code : codes) {
-    if (const Window* window = windows_.Find(handle); window != nullptr && tells) {
-      windows_.NotifyParent(*window, code);
+    if (tells) {
+      windows_.IfAlive(handle, [&](const Window& list) { windows_.NotifyParent(list, code); });
     }
   }
+  windows_.IfAlive(handle, [&](Window& list) { ShowSelectedRow(windows_, list); });
   return true;
 }
 

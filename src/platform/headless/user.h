@@ -31,15 +31,15 @@ class User {
   // Clicks a button, a check box, a radio button, or a static control that tells of clicks. The
   // focus goes there first.
   [[nodiscard]] bool Click(std::int32_t id);
-  // Goes to an edit, selects all in it and types each character; an empty text deletes. Stops with
-  // false when the dialog takes the focus or the edit away.
+  // Goes to an edit, or to a combo box with one, selects all in it and types each character; an
+  // empty text deletes. Stops with false when the dialog takes the focus or the edit away.
   [[nodiscard]] bool Type(std::int32_t id, std::u16string_view text);
   // Types behind what is there.
   [[nodiscard]] bool AppendTyping(std::int32_t id, std::u16string_view text);
   // Selects all and pastes: one change for the whole text. Even an edit for digits takes it.
   [[nodiscard]] bool Paste(std::int32_t id, std::u16string_view text);
   // Opens a combo box and picks a row, or picks one in a list box. Picking the row that is selected
-  // already is told like any other pick.
+  // already is told like any other pick. A combo box's edit shows the row once all is told.
   [[nodiscard]] bool Choose(std::int32_t id, std::int32_t row);
   // One press of a spin control's arrow; an edit that is its buddy gets the focus.
   [[nodiscard]] bool SpinUp(std::int32_t id) { return Spin(id, true); }
@@ -75,7 +75,7 @@ class User {
   // The id of the dialog's control that has the focus; 0 when none of them has it.
   std::int32_t Focus() const;
   std::size_t Invalidations(std::int32_t id) const;
-  // The selected stretch of an edit.
+  // The selected stretch of an edit, or of a combo box's.
   std::pair<std::size_t, std::size_t> Selection(std::int32_t id) const;
 
  private:
@@ -84,6 +84,8 @@ class User {
   Window* Reach(std::int32_t id);
   Window* Reach(std::int32_t id, WindowKind kind);
   bool Spin(std::int32_t id, bool upper);
+  // Whether the focus went to something that takes a text.
+  bool GoToText(std::int32_t id);
   bool TypeEach(WindowHandle edit, std::u16string_view text);
   // Looks at both before it asks the dialog, which may change them.
   std::u16string AskTip(const Window& tooltip, const Tool& tool);

@@ -44,6 +44,7 @@ inline constexpr std::uint32_t kEditMultiline = 0x0004;  // ES_MULTILINE
 inline constexpr std::uint32_t kEditReadOnly = 0x0800;   // ES_READONLY
 inline constexpr std::uint32_t kEditNumber = 0x2000;     // ES_NUMBER
 inline constexpr std::uint32_t kComboTypeMask = 0x03;
+inline constexpr std::uint32_t kComboSimple = 0x01;        // CBS_SIMPLE
 inline constexpr std::uint32_t kComboDropDownList = 0x03;  // CBS_DROPDOWNLIST
 inline constexpr std::uint32_t kComboOwnerDraw = 0x30;     // CBS_OWNERDRAWFIXED, ..VARIABLE
 inline constexpr std::uint32_t kComboSort = 0x0100;        // CBS_SORT
@@ -90,7 +91,8 @@ struct ListItem {
 struct ListState {
   std::vector<ListItem> items = {};
   std::int32_t selection = -1;
-  std::uint32_t itemHeight = 0;  // that the owner asked for; 0 when it wasn't asked
+  std::int32_t droppedWidth = 0;  // that was asked for; the list is never narrower than its box
+  std::uint32_t itemHeight = 0;   // that the owner asked for; 0 when it wasn't asked
 };
 
 struct SpinState {
@@ -117,6 +119,15 @@ struct TooltipState {
   std::uint32_t backgroundColor = 0x00E1FFFF;  // as the system's colour for tips
 };
 
+// A dialog that locks its owner until it is ended.
+struct ModalState {
+  bool isModal = false;
+  bool hasEnded = false;  // by EndDialog, or by the user's leaving it
+  std::intptr_t result = 0;
+  WindowHandle locked = nullptr;  // to be enabled again when the dialog ends
+  WindowHandle focusBefore = nullptr;
+};
+
 struct Window {
   WindowHandle handle = nullptr;
   WindowHandle parent = nullptr;  // or the owner of a window that isn't a child
@@ -132,10 +143,7 @@ struct Window {
   std::vector<WindowHandle> children = {};  // owned windows too, in the order of their making
 
   DialogProcedure procedure = nullptr;  // of a dialog
-  // Of a modal dialog: whether EndDialog has ended it, and with what.
-  bool isModal = false;
-  bool hasEnded = false;
-  std::intptr_t modalResult = 0;
+  ModalState modal = {};
   // Of a window that another player answers for; first to be asked.
   std::function<std::intptr_t(std::uint32_t, std::uintptr_t, std::intptr_t)> answerer = {};
 
@@ -151,6 +159,12 @@ struct Window {
   bool IsShown() const { return (style & kStyleVisible) != 0; }
   bool IsMirrored() const { return (extendedStyle & kExStyleMirrored) != 0; }
   bool IsCombo() const { return className == u"combobox"; }
+  // Whether it is a combo box whose text can be edited.
+  bool HasComboEdit() const { return IsCombo() && (style & kComboTypeMask) != kComboDropDownList; }
+  // Whether a user can put a text in, as long as the window can be reached.
+  bool TakesTyping() const {
+    return HasComboEdit() || (kind == WindowKind::kEdit && (style & kEditReadOnly) == 0);
+  }
   std::uint32_t ButtonTypeOf() const { return style & kButtonTypeMask; }
   std::uint32_t StaticTypeOf() const { return style & kStaticTypeMask; }
   bool IsOwnerDrawn() const;
