@@ -32,22 +32,24 @@ Record SpoiltRecord(const HostileRecord& row) {
   Record record;
   EXPECT_EQ(AskDefaultRecord(printer.get(), record), IDOK);
   std::mt19937 random(row.seed);
+  const auto below = [&random](unsigned limit) {
+    return static_cast<std::uint16_t>(random() % limit);
+  };
   auto* words = reinterpret_cast<std::uint16_t*>(&record.privatePart());
   for (std::size_t word = 0; word < sizeof(PrivateDevmode) / sizeof(*words); ++word) {
-    words[word] = row.filling == Filling::kOnes           ? 0xFFFF
-                  : row.filling == Filling::kHalf         ? 0x7FFF
-                  : row.filling == Filling::kSmallNumbers ? random() % 24
-                                                          : random() & 0xFFFF;
+    words[word] = row.filling == Filling::kOnes           ? std::uint16_t{0xFFFF}
+                  : row.filling == Filling::kHalf         ? std::uint16_t{0x7FFF}
+                  : row.filling == Filling::kSmallNumbers ? below(24)
+                                                          : below(0x10000);
   }
-  std::int16_t* numbers[] = {&record.devmode()->dmOrientation, &record.devmode()->dmPaperSize,
-                             &record.devmode()->dmPaperLength, &record.devmode()->dmPaperWidth,
-                             &record.devmode()->dmCopies,      &record.devmode()->dmDefaultSource,
-                             &record.devmode()->dmDuplex,      &record.devmode()->dmCollate};
-  for (std::int16_t* number : numbers) {
-    *number = row.filling == Filling::kSmallNumbers ? static_cast<std::int16_t>(random() % 300)
-                                                    : static_cast<std::int16_t>(random());
+  DEVMODEW& numbers = *record.devmode();
+  const unsigned limit = row.filling == Filling::kSmallNumbers ? 300 : 0x10000;
+  for (std::int16_t* number :
+       {&numbers.dmOrientation, &numbers.dmPaperSize, &numbers.dmPaperLength, &numbers.dmPaperWidth,
+        &numbers.dmCopies, &numbers.dmDefaultSource, &numbers.dmDuplex, &numbers.dmCollate}) {
+    *number = static_cast<std::int16_t>(below(limit));
   }
-  record.devmode()->dmMediaType = random() % 300;
+  numbers.dmMediaType = below(300);
   return record;
 }
 
