@@ -189,8 +189,22 @@ void SheetDriver::AwaitSheet() {
   throw std::runtime_error("no sheet appears");
 }
 
-// Waits until everything that was posted is dealt with.
+// Waits until everything that was posted is dealt with, and a dialog that it has opened is shown:
+// that comes when there is nothing left to deal with.
 void SheetDriver::Settle() {
+  PassBarrier();
+  for (DWORD waited = 0; waited < kAnswerLimit_ms; waited += kPoll_ms) {
+    const std::vector<HWND> windows = OpenWindows();
+    if (std::ranges::all_of(windows,
+                            [](HWND window) { return IsWindowVisible(window) != FALSE; }) ||
+        IsOver(kPoll_ms)) {
+      return;
+    }
+  }
+  throw std::runtime_error("a dialog doesn't appear");
+}
+
+void SheetDriver::PassBarrier() {
   const HANDLE passed = CreateEventW(nullptr, TRUE, FALSE, nullptr);
   const BOOL posted = PostThreadMessageW(threadId_, kBarrier, reinterpret_cast<WPARAM>(passed), 0);
   const HANDLE either[] = {passed, thread_};
@@ -274,12 +288,10 @@ bool SheetDriver::IsBox(HWND window) {
   return GetDlgItem(window, kBoxText) != nullptr && GetDlgItem(window, kBoxIcon) != nullptr;
 }
 
-// Dialogs and boxes that are shown, the topmost one first.
+// Dialogs and boxes, the topmost one first.
 std::vector<HWND> SheetDriver::OpenWindows() const {
   std::vector<HWND> windows = TopWindows(kDialogClass);
-  std::erase_if(windows, [this](HWND window) {
-    return window == sheet_ || IsWindowVisible(window) == FALSE;
-  });
+  std::erase(windows, sheet_);
   return windows;
 }
 

@@ -97,6 +97,7 @@ class SheetDriver {
   bool TakeSheet();
   void AwaitOpening();
   void Settle();
+  void PassBarrier();
   bool IsOver(DWORD wait_ms = 0) const;
   void Close() noexcept;
   std::vector<HWND> TopWindows(const wchar_t* className) const;

@@ -6,6 +6,7 @@
 #include "sheet_driver.h"
 #include "stored_values.h"
 
+#include <algorithm>
 #include <commdlg.h>
 #include <dlgs.h>
 #include <gtest/gtest.h>
@@ -22,6 +23,12 @@ constexpr int kPrinterButton = psh3;     // of the page dialog
 
 std::wstring Text(UINT id) {
   return ShippedText(LibraryOfUsersLanguage(), id);
+}
+
+// The common dialogs list names in an order of their own.
+std::vector<std::wstring> Sorted(std::vector<std::wstring> names) {
+  std::ranges::sort(names);
+  return names;
 }
 
 // What an application hands to a common dialog and gets back; its memory goes with the object.
@@ -112,10 +119,9 @@ TEST_F(CommonDialogs, ListOurPapersAndBins) {
       SettingsTree{.customPapers = {CustomPaperLeaf("Card", {1181, 2362, L"Card", 288})}}.Bytes());
   PrintCall call(PD_PRINTSETUP);
   SheetDriver driver([&call] { return call.Show(); });
-  const std::vector<std::wstring> papers = driver.Rows(cmb2);
-  EXPECT_EQ(papers, NamesListed(DC_PAPERNAMES, kPaperNameUnits));
-  EXPECT_EQ(papers.size(), kTablePapers + 1);
-  EXPECT_EQ(driver.Rows(cmb3), NamesListed(DC_BINNAMES, kBinNameUnits));
+  EXPECT_EQ(Sorted(driver.Rows(cmb2)), Sorted(NamesListed(DC_PAPERNAMES, kPaperNameUnits)));
+  EXPECT_EQ(driver.Rows(cmb2).size(), kTablePapers + 1);
+  EXPECT_EQ(Sorted(driver.Rows(cmb3)), Sorted(NamesListed(DC_BINNAMES, kBinNameUnits)));
   driver.LeaveDialog(IDCANCEL);
   EXPECT_EQ(driver.Result(), FALSE);
 }
@@ -123,8 +129,8 @@ TEST_F(CommonDialogs, ListOurPapersAndBins) {
 TEST_F(CommonDialogs, OfThePageListOurPapersAndBins) {
   PageCall call;
   SheetDriver driver([&call] { return call.Show(); });
-  EXPECT_EQ(driver.Rows(cmb2), NamesListed(DC_PAPERNAMES, kPaperNameUnits));
-  EXPECT_EQ(driver.Rows(cmb3), NamesListed(DC_BINNAMES, kBinNameUnits));
+  EXPECT_EQ(Sorted(driver.Rows(cmb2)), Sorted(NamesListed(DC_PAPERNAMES, kPaperNameUnits)));
+  EXPECT_EQ(Sorted(driver.Rows(cmb3)), Sorted(NamesListed(DC_BINNAMES, kBinNameUnits)));
   driver.LeaveDialog(IDCANCEL);
   EXPECT_EQ(driver.Result(), FALSE);
 }
@@ -164,10 +170,12 @@ TEST_F(CommonDialogs, KeepTheApplicationsSettingsWhenOursAreCancelled) {
 
 // A paper that the application's user picks in the print system's own list.
 TEST_F(CommonDialogs, OfThePageReturnAPaperOfOurs) {
-  constexpr int kA5Row = 8;
   PageCall call;
   SheetDriver driver([&call] { return call.Show(); });
-  driver.Choose(cmb2, kA5Row);
+  const std::vector<std::wstring> papers = driver.Rows(cmb2);
+  const auto a5 = std::ranges::find(papers, Text(119));
+  ASSERT_NE(a5, papers.end());
+  driver.Choose(cmb2, static_cast<int>(a5 - papers.begin()));
   driver.LeaveDialog(IDOK);
   ASSERT_EQ(driver.Result(), TRUE);
   EXPECT_EQ(call.ReturnedPaper(), 11);
