@@ -1,5 +1,6 @@
 // The print system's own dialogs for applications: what of ours they list, and that settings which
 // a user makes in our preferences arrive in the application's record.
+#include "import_patch.h"
 #include "paper_lists.h"
 #include "print_system_fixture.h"
 #include "settings_folder.h"
@@ -29,6 +30,23 @@ std::wstring Text(UINT id) {
 std::vector<std::wstring> Sorted(std::vector<std::wstring> names) {
   std::ranges::sort(names);
   return names;
+}
+
+// The print system's common dialogs ask for a printer's record without a handle of the printer,
+// look at no answer and go on with what was in their memory. The platform wants a handle there, and
+// so does the driver, so they are given one.
+LONG WINAPI AskWithAHandle(HWND owner, HANDLE printer, LPWSTR name, PDEVMODEW out, PDEVMODEW in,
+                           DWORD mode) {
+  HANDLE opened = nullptr;
+  if (printer == nullptr && OpenPrinterW(name, &opened, nullptr) == FALSE) {
+    return -1;
+  }
+  const LONG answer =
+      DocumentPropertiesW(owner, printer == nullptr ? opened : printer, name, out, in, mode);
+  if (opened != nullptr) {
+    ClosePrinter(opened);
+  }
+  return answer;
 }
 
 // What an application hands to a common dialog and gets back; its memory goes with the object.
@@ -110,6 +128,8 @@ class CommonDialogs : public testing::Test {
     EXPECT_EQ(record.privatePart().FeedOrient, 2);
   }
 
+  ImportPatch patch_{L"comdlg32.dll", "winspool.drv", "DocumentPropertiesW",
+                     reinterpret_cast<FARPROC>(reinterpret_cast<void (*)()>(AskWithAHandle))};
   UserValues printersValues_{kTestPrinter};
   SettingsPlace settings_;
 };
