@@ -9,6 +9,7 @@ target_link_libraries(ostrel_headless PUBLIC ostrel_logic PRIVATE ostrel_flags)
 add_library(ostrel_test_world STATIC
   ${CMAKE_SOURCE_DIR}/tests/support/disk_files.cpp
   ${CMAKE_SOURCE_DIR}/tests/support/sheet_scene.cpp
+  ${CMAKE_SOURCE_DIR}/tests/support/surface_picture.cpp
   ${CMAKE_SOURCE_DIR}/tests/support/test_world.cpp)
 target_include_directories(ostrel_test_world PUBLIC ${CMAKE_SOURCE_DIR}/tests)
 list(JOIN OSTREL_LANGUAGES " " languages)
@@ -38,6 +39,7 @@ add_custom_command(
   COMMAND ${OSTREL_WINDRES} -c 65001 -O res
     -i ${CMAKE_SOURCE_DIR}/tests/platform/headless/test_dialogs.rc -o ${test_dialogs}
   DEPENDS ${CMAKE_SOURCE_DIR}/tests/platform/headless/test_dialogs.rc
+    ${CMAKE_SOURCE_DIR}/tests/conformance/conformance_dialogs.rc
   COMMENT "Compiling the test dialogs"
   VERBATIM)
 add_custom_target(ostrel_test_dialogs DEPENDS ${test_dialogs})

@@ -130,6 +130,7 @@ file(GLOB OSTREL_PRINT_SYSTEM_TESTS CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/
 ostrel_add_program(print_system_tests
   ${OSTREL_PRINT_SYSTEM_TESTS}
   hosts/record_fields.cpp
+  tests/conformance/conformance_dialogs.rc
   tests/scenarios/scenario_player.cpp
   tests/scenarios/sheet_scenario.cpp)
 target_include_directories(print_system_tests PRIVATE ${CMAKE_SOURCE_DIR}/tests)

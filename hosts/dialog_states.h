@@ -17,8 +17,9 @@ struct DialogState {
   std::vector<int> icons = {};                   // shown
   std::vector<std::pair<int, int>> rows = {};    // control and its selected row, unless the first
   std::vector<std::pair<int, UINT>> texts = {};  // control and string, unless the template's
-  std::vector<std::pair<int, WORD>> pictures = {};  // control and bitmap
-  std::vector<std::pair<int, WORD>> drawn = {};     // the same for owner-drawn controls
+  std::vector<std::pair<int, const wchar_t*>> boxes = {};  // unless the dialog's
+  std::vector<std::pair<int, WORD>> pictures = {};         // control and bitmap
+  std::vector<std::pair<int, WORD>> drawn = {};            // the same for owner-drawn controls
 };
 
 struct DialogStates {

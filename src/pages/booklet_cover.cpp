@@ -13,6 +13,7 @@
 #include "pages/warning_boxes.h"
 
 #include <cstddef>
+#include <iterator>
 
 namespace ostrel {
 namespace {
@@ -302,7 +303,11 @@ void WriteField(const Dialog& dialog, std::int16_t PrivateDevmode::*field) {
   }
 }
 
+// A dialog that can't be ended may still be cancelled, and then nothing must be written.
 void Accept(const Dialog& dialog) {
+  if (!World().windows.EndDialog(dialog.window, 1)) {
+    return;
+  }
   for (const auto field : kChosenFields) {
     WriteField(dialog, field);
   }
@@ -310,7 +315,6 @@ void Accept(const Dialog& dialog) {
     WriteField(dialog, row.field);
   }
   dialog.call.result = 1;
-  World().windows.EndDialog(dialog.window, 1);
 }
 
 // ---- Messages -----------------------------------------------------------------------------------
@@ -400,7 +404,7 @@ std::intptr_t OnMessage(const Dialog& dialog, std::uint32_t message, std::uintpt
     case kWmHelp:
       return ShowControlHelp(dialog.window, lParam, kHelpPairs) ? 1 : 0;
     case kWmMouseMove:
-      for (std::size_t icon = 0; icon < dialog.state.tooltips.size(); ++icon) {
+      for (std::size_t icon = 0; icon < std::size(kIcons); ++icon) {
         UpdateTooltipRect(dialog.window, dialog.state.tooltips[icon], kIcons[icon]);
       }
       return 0;

@@ -165,10 +165,11 @@ void SetFixedPaper(const Dialog& dialog, std::int16_t paperId) {
   }
 }
 
-// The size that is shown becomes the paper in force.
+// The size that is shown becomes the paper in force, and is announced as a custom one.
 void SetShownPaper(const Dialog& dialog) {
   const CustomPaperRecord& paper = dialog.state.paper;
   SetPaper(dialog, paper.PaperId, paper.Width, paper.Length);
+  SetDevmodeField(&dialog.context, kAnnounceCustomSize, std::int16_t{0});
 }
 
 // ---- Loading ------------------------------------------------------------------------------------

@@ -158,12 +158,16 @@ bool PaperSizeBoxes::Take(CustomPaperRecord& paper) {
     if (!PutRight(side) || TakeLength(side, paper) == Taken::kUnreadable) {
       return false;
     }
+    // A length that wasn't changed may lie outside the limits by less than the box can show, and
+    // its two numbers needn't belong together.
     PaperLength taken = LengthOf(paper, side);
     const double within = WithinLimits(taken.value, limits().*side.limits);
     if (within != taken.value) {
       taken.value = within;
-      StoreLength(paper, side.record, taken);
+    } else {
+      taken = {StoredPixels(paper, side.record), PaperUnit::kPixels, taken.decimals};
     }
+    StoreLength(paper, side.record, taken);
   }
   return true;
 }

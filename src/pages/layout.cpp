@@ -133,10 +133,10 @@ void OnTooltipText(const LayoutPage& page, NotifyTooltipText& notify) {
 }
 
 void RefreshTools(const LayoutPage& page) {
-  const auto& tooltips = page.state.tooltips;
-  for (std::size_t place = 0; place < tooltips.size(); ++place) {
-    UpdateTooltipRect(page.window, tooltips[place], kIcons[place]);
-  }
+  const auto& [scale, poster, booklet] = page.state.tooltips;
+  UpdateTooltipRect(page.window, scale, kScaleIcon);
+  UpdateTooltipRect(page.window, poster, kPosterIcon);
+  UpdateTooltipRect(page.window, booklet, kBookletIcon);
 }
 
 // ---- Messages -----------------------------------------------------------------------------------

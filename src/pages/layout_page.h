@@ -1,4 +1,4 @@
-// The parts of the layout page: what they share of one another. The page itself stands in layout.h.
+// What the files of the layout page share of one another. The page itself stands in layout.h.
 #pragma once
 
 #include "core/ui_context.h"

@@ -87,6 +87,8 @@ struct Effect {
   std::int16_t value = 0;
 };
 
+// A row, with its columns in the order in which they are read.
+// NOLINTNEXTLINE(clang-analyzer-optin.performance.Padding)
 struct LayoutRule {
   LayoutOption asked;
   bool (*holds)(const LayoutFacts& facts);
@@ -95,7 +97,7 @@ struct LayoutRule {
   std::array<Effect, 8> effects;
 };
 
-// The part of the page that the rules work.
+// The controls of the page that the rules work.
 class LayoutRuleControls {
  public:
   virtual void Warn(Refusal refusal) = 0;

@@ -7,7 +7,7 @@
 
 namespace ostrel {
 
-// The code of MultipleUp that stands for a poster.
+// MultipleUp by the code that stands for a poster in the place of a number of pages.
 inline constexpr std::int16_t kMultipleUpPoster = 22;
 
 // A word of the private part by its key; `fallback` stands for a key that can't be read.

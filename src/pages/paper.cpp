@@ -19,6 +19,9 @@
 #include "pages/source_list.h"
 #include "pages/warning_boxes.h"
 
+#include <iterator>
+#include <tuple>
+
 namespace ostrel {
 namespace {
 
@@ -41,6 +44,7 @@ enum Control : std::int32_t {
 };
 
 constexpr std::int32_t kIcons[] = {kMediaIcon, kSourceIcon, kFeedIcon};
+static_assert(std::size(kIcons) == std::tuple_size_v<decltype(PaperPageState::tooltips)>);
 
 // clang-format off
 constexpr CaptionRow kCaptions[] = {
@@ -268,7 +272,6 @@ void Start(const Page& page) {
   page.state.tooltips = {CreateInfoIcon(page.window, kMediaIcon),
                          CreateInfoIcon(page.window, kSourceIcon),
                          CreateInfoIcon(page.window, kFeedIcon)};
-  page.Show(kFeedIcon, false);
   Refresh(page);
 }
 
@@ -531,8 +534,9 @@ void OnTooltipText(const Page& page, NotifyTooltipText& notify) {
 }
 
 void RefreshTools(const Page& page) {
-  for (std::size_t icon = 0; icon < page.state.tooltips.size(); ++icon) {
-    UpdateTooltipRect(page.window, page.state.tooltips[icon], kIcons[icon]);
+  const auto* tooltip = page.state.tooltips.begin();
+  for (const std::int32_t icon : kIcons) {
+    UpdateTooltipRect(page.window, *tooltip++, icon);
   }
 }
 

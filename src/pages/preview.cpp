@@ -58,12 +58,17 @@ constexpr BindingRow kBindings[] = {
 };
 // clang-format on
 
-constexpr std::uint32_t kPosterPortrait = 1074;
-constexpr std::uint32_t kPosterLandscape = 1073;
-constexpr std::uint32_t kPagePortrait = 888;
-constexpr std::uint32_t kPageLandscape = 886;
+// A picture that knows no more than the orientation; 0 for one that is neither.
+struct PlainPicture {
+  std::uint32_t portrait;
+  std::uint32_t landscape;
 
-constexpr std::int16_t kPortrait = 1;
+  std::uint32_t Of(std::int16_t orientation) const {
+    return orientation == 1 ? portrait : orientation == 2 ? landscape : 0;
+  }
+};
+constexpr PlainPicture kPoster = {.portrait = 1074, .landscape = 1073};
+constexpr PlainPicture kPage = {.portrait = 888, .landscape = 886};
 
 // The settings that choose the picture, as they stand for this paint.
 struct Snapshot {
@@ -233,6 +238,9 @@ void DrawFrame(const MemoryContext& area, const Rect& place) {
   }
 }
 
+// A new context keeps the darker one of pixels that fall together: in a smaller picture no stroke
+// is lost, in a larger one all stay crisp. Blended pixels would turn thin lines pale, and take
+// several times as long.
 bool DrawScaled(const MemoryContext& area, const Picture& picture, std::int32_t scale) {
   const Rect place = {0, 0, Scaled(picture.rows().width, scale),
                       Scaled(picture.rows().height, scale)};
@@ -240,8 +248,6 @@ bool DrawScaled(const MemoryContext& area, const Picture& picture, std::int32_t 
     return picture.Draw(area, place);
   }
   WhitenEdges(picture.rows());
-  // A thin line that falls between two pixels of a smaller picture turns pale instead of vanishing.
-  World().graphics.SetStretchBltMode(area.get(), kStretchHalftone);
   return place.right == 0 || place.bottom == 0 || picture.Draw(area, place);
 }
 
@@ -249,17 +255,16 @@ bool DrawScaled(const MemoryContext& area, const Picture& picture, std::int32_t 
 
 std::uint32_t LayoutPictureId(UIContext& context) {
   const Snapshot settings(context);
-  const bool portrait = settings.orientation == kPortrait;
   if (settings.booklet) {
     return BookletPicture(settings);
   }
   if (settings.poster) {
-    return portrait ? kPosterPortrait : kPosterLandscape;
+    return kPoster.Of(settings.orientation);
   }
   if (HasOrders(settings.multipleUp)) {
     return OrderPicture(settings);
   }
-  return portrait ? kPagePortrait : kPageLandscape;
+  return kPage.Of(settings.orientation);
 }
 
 PreviewLook PreviewLookOf(const UIContext& context) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <utility>
 
 namespace ostrel {
 namespace {
@@ -26,27 +27,35 @@ bool IsWhite(const std::uint8_t* pixel) {
   return 30U * pixel[0] + 59U * pixel[1] + 11U * pixel[2] >= kFirstWhite;
 }
 
-using ByteTable = std::array<std::uint8_t, 256>;
-
-// What becomes of each byte at a level.
-ByteTable MakeByteTable(std::int32_t amount) {
-  ByteTable table = {};
-  for (std::size_t byte = 0; byte < table.size(); ++byte) {
-    table[byte] = static_cast<std::uint8_t>(
-        std::clamp(static_cast<std::int32_t>(byte) + amount, 0, std::int32_t{kWhiteByte}));
-  }
-  return table;
-}
-
-void ShowLevelOfPixels(std::uint8_t* pixel, const std::uint8_t* end, const ByteTable& table) {
-  for (; pixel != end; pixel += kPixelBytes) {
-    if (!IsWhite(pixel)) {
-      pixel[0] = table[pixel[0]];
-      pixel[1] = table[pixel[1]];
-      pixel[2] = table[pixel[2]];
+// What becomes of pixels at a level. Pictures have few colours, in strokes of one each: the last
+// pixel's answer serves most of the next ones.
+class LevelOfPixels {
+ public:
+  explicit LevelOfPixels(std::int32_t amount) {
+    for (std::size_t byte = 0; byte < bytes_.size(); ++byte) {
+      bytes_[byte] = static_cast<std::uint8_t>(
+          std::clamp(static_cast<std::int32_t>(byte) + amount, 0, std::int32_t{kWhiteByte}));
     }
   }
-}
+
+  void Show(std::uint8_t* pixel, const std::uint8_t* end) {
+    for (; pixel != end; pixel += kPixelBytes) {
+      if (std::memcmp(pixel, before_.data(), kPixelBytes) != 0) {
+        std::memcpy(before_.data(), pixel, kPixelBytes);
+        after_ =
+            IsWhite(pixel) ? before_ : Pixel{bytes_[pixel[0]], bytes_[pixel[1]], bytes_[pixel[2]]};
+      }
+      std::memcpy(pixel, after_.data(), kPixelBytes);
+    }
+  }
+
+ private:
+  using Pixel = std::array<std::uint8_t, kPixelBytes>;
+
+  std::array<std::uint8_t, 256> bytes_;  // by the byte before
+  Pixel before_ = {kWhiteByte, kWhiteByte, kWhiteByte};
+  Pixel after_ = before_;
+};
 
 // Most of a page is white paper, which is passed over in steps of eight pixels.
 constexpr std::size_t kStepBytes = 8 * kPixelBytes;
@@ -64,7 +73,10 @@ void MirrorRows(const PixelRows& rows) {
     std::uint8_t* first = rows.Row(index);
     std::uint8_t* last = first + static_cast<std::size_t>(rows.width - 1) * kPixelBytes;
     for (; first < last; first += kPixelBytes, last -= kPixelBytes) {
-      std::swap_ranges(first, first + kPixelBytes, last);
+      // Each by its name: a pixel is too short for a loop.
+      std::swap(first[0], last[0]);
+      std::swap(first[1], last[1]);
+      std::swap(first[2], last[2]);
     }
   }
 }
@@ -82,16 +94,16 @@ void ShowLevel(const PixelRows& rows, std::int16_t level) {
   if (pixelsEnd <= kFirstPixel) {
     return;
   }
-  const ByteTable table = MakeByteTable(kLevelAmounts[static_cast<std::size_t>(level)]);
+  LevelOfPixels shown(kLevelAmounts[static_cast<std::size_t>(level)]);
   for (std::int32_t index = kEdgeRowsBefore; index < rows.height - kEdgeRowsBehind; ++index) {
     std::uint8_t* pixel = rows.Row(index) + kFirstPixel * kPixelBytes;
     std::uint8_t* const end = rows.Row(index) + pixelsEnd * kPixelBytes;
     for (; static_cast<std::size_t>(end - pixel) >= kStepBytes; pixel += kStepBytes) {
       if (!IsAllWhite(pixel)) {
-        ShowLevelOfPixels(pixel, pixel + kStepBytes, table);
+        shown.Show(pixel, pixel + kStepBytes);
       }
     }
-    ShowLevelOfPixels(pixel, end, table);
+    shown.Show(pixel, end);
   }
 }
 

@@ -22,6 +22,9 @@ namespace ostrel::test {
 
 inline constexpr std::uint32_t kPaperDialog = 693;
 
+// Numbers as the record's words hold them.
+using Words = std::vector<std::int16_t>;
+
 // One model of each family.
 struct FamilyModel {
   std::uint64_t family;

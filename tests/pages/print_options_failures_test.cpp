@@ -1,15 +1,15 @@
 // The print options page when the world fails: no memory for its state, any call of the platform
 // refused, records full of nonsense, and a dialog that was there before.
 #include "config/setting_stores.h"
-#include "core/devmode_lifecycle.h"
+#include "pages/failure_walk.h"
 #include "pages/options_stage.h"
-#include "support/byte_record.h"
 
 #include <cstring>
 
 namespace ostrel {
 namespace {
 
+using test::Do;
 using test::OptionsStage;
 
 // ---- The page's state ---------------------------------------------------------------------------
@@ -169,35 +169,6 @@ TEST(OptionsUnreadable, ReadableAllOfThemShow) {
 
 // ---- Any call of the platform fails -------------------------------------------------------------
 
-// A whole record: nothing in it that a repair would change. The custom papers are cleared in a live
-// record, while a repair would give them back.
-std::string Unrepaired(const DriverDevmode& record) {
-  PrivateDevmode live = record.privateDevmode;
-  DriverDevmode defaults;
-  InitDriverDevmode(&defaults, test::kDriverName, nullptr);
-  std::memcpy(live.CustomPaperSize, defaults.privateDevmode.CustomPaperSize,
-              sizeof(live.CustomPaperSize));
-  PrivateDevmode repaired = live;
-  ValidatePrivateDevmode(&repaired);
-  return test::Difference(test::BytesOf(live), test::BytesOf(repaired));
-}
-
-std::string UnrepairedFields(const DriverDevmode& record) {
-  auto context = std::make_unique<UIContext>();
-  context->devmode = record;
-  context->publicPointer = &context->devmode.publicDevmode;
-  context->privatePointer = &context->devmode.privateDevmode;
-  for (const std::uint32_t flag :
-       {std::uint32_t{kDmOrientation}, std::uint32_t{kDmPaperSize}, std::uint32_t{kDmPaperLength},
-        std::uint32_t{kDmPaperWidth}, std::uint32_t{kDmCopies}, std::uint32_t{kDmDefaultSource},
-        std::uint32_t{kDmPrintQuality}, std::uint32_t{kDmColor}, std::uint32_t{kDmDuplex},
-        std::uint32_t{kDmYResolution}, std::uint32_t{kDmCollate}, std::uint32_t{kDmMediaType}}) {
-    std::int16_t value = 0;
-    GetDevmodeField(context.get(), flag, &value);
-  }
-  return test::Difference(test::BytesOf(record), test::BytesOf(context->devmode));
-}
-
 // What a user does on a page: some of it is refused where a call has failed, and nothing of it may
 // do harm.
 struct Story {
@@ -210,13 +181,6 @@ struct Story {
 void PrintTo(const Story& row, std::ostream* out) {
   *out << row.name;
 }
-
-// Deeds one after the other, in the order of their braces; whether a hand gets through doesn't
-// matter here.
-struct Do {
-  template <typename... Deeds>
-  explicit Do(const Deeds&... /*deeds*/) {}
-};
 
 void UseEverything(OptionsStage& stage) {
   headless::User user = stage.user();
@@ -262,10 +226,13 @@ const Story kStories[] = {
      BeRefused, false, 600},
 };
 
-class OptionsFailures : public testing::TestWithParam<Story> {
- protected:
-  // Plays the story with the n-th call failing. Result: whether there was such a call.
-  bool Play(std::size_t n) {
+class OptionsFailures : public testing::TestWithParam<Story> {};
+
+INSTANTIATE_TEST_SUITE_P(Stories, OptionsFailures, testing::ValuesIn(kStories), test::CaseName());
+
+TEST_P(OptionsFailures, LeaveAWholeRecordOrAnUntouchedOneAndNothingBehind) {
+  test::FailureWalk walk;
+  const auto play = [&walk](std::size_t n) {
     OptionsStage stage;
     if (GetParam().stored) {
       const auto context = std::make_unique<UIContext>();
@@ -275,63 +242,10 @@ class OptionsFailures : public testing::TestWithParam<Story> {
       const FavoriteStore store;
       EXPECT_TRUE(store.Init() && store.Save(OptionsStage::Text(202).c_str(), *context));
     }
-    const DriverDevmode in = stage.scene.in;
-    const auto poison = test::BytesOf(stage.scene.out);
-    headless::FaultPlan& faults = stage.world().platform.faults;
-    faults.StartTrace();
-    faults.FailCall(n);
-    const bool open = stage.Open(GetParam().prepare);
-    bool ok = false;
-    if (stage.sheet->isOpen() && stage.page() != nullptr) {
-      GetParam().use(stage);
-    }
-    if (stage.sheet->isOpen()) {
-      ok = stage.sheet->PressOk() || stage.sheet->PressOk();  // a box may hold it once
-    }
-    opened_ += open ? 1U : 0U;
-    accepted_ += ok ? 1U : 0U;
-    const bool fired = faults.fired();
-    faults.Clear();
-    stage.sheet.reset();
-    EXPECT_EQ(test::Difference(test::BytesOf(stage.scene.in), test::BytesOf(in)), "");
-    if (ok) {
-      EXPECT_EQ(Unrepaired(stage.scene.out), "");
-      EXPECT_EQ(UnrepairedFields(stage.scene.out), "");
-    } else {
-      EXPECT_EQ(test::Difference(test::BytesOf(stage.scene.out), poison), "");
-    }
-    EXPECT_EQ(stage.windows().liveWindows(), 0U);
-    EXPECT_EQ(stage.graphics().liveBitmaps(), 0U);
-    EXPECT_EQ(stage.graphics().liveContexts(), 0U);
-    EXPECT_EQ(stage.world().platform.files.openFiles(), 0U);
-    EXPECT_EQ(stage.world().platform.registry.openKeys(), 0U);
-    if (testing::Test::HasFailure()) {
-      ADD_FAILURE() << "with call " << n << " failing: " << faults.trace().at(n - 1);
-    }
-    return fired;
-  }
-
-  std::size_t opened_ = 0;
-  std::size_t accepted_ = 0;
-};
-
-INSTANTIATE_TEST_SUITE_P(Stories, OptionsFailures, testing::ValuesIn(kStories), test::CaseName());
-
-// Blocks that are still live are found when the stage's world ends.
-TEST_P(OptionsFailures, LeaveAWholeRecordOrAnUntouchedOneAndNothingBehind) {
-  constexpr std::size_t kMostCalls = 6000;
-  std::size_t n = 1;
-  while (n < kMostCalls && Play(n) && !HasFailure()) {
-    ++n;
-  }
-  EXPECT_LT(n, kMostCalls);
-  EXPECT_GT(n, GetParam().leastCalls);
-  EXPECT_GT(opened_, n / 2);
-  EXPECT_GT(accepted_, n / 2);
-  EXPECT_LT(opened_, n);  // some failures keep the sheet from opening
-  RecordProperty("calls", static_cast<int>(n));
-  RecordProperty("opened", static_cast<int>(opened_));
-  RecordProperty("accepted", static_cast<int>(accepted_));
+    return walk.Play(
+        stage, GetParam().prepare, [&stage] { GetParam().use(stage); }, n);
+  };
+  walk.Walk(play, GetParam().leastCalls);
 }
 
 // ---- Records full of nonsense -------------------------------------------------------------------
@@ -346,18 +260,13 @@ TEST_P(OptionsHostileCaller, GetsAWholeRecordBack) {
   for (int offset = 0; offset < 10; ++offset) {
     const auto seed = static_cast<std::uint32_t>(GetParam() * 10 + offset + 1);
     OptionsStage stage;
-    DriverDevmode& in = stage.scene.in;
-    const DriverDevmode whole = in;
-    test::SetBytes(in, test::RandomBytes(sizeof(in), seed));
-    WriteHeader(&in.publicDevmode, ReadHeader(&whole.publicDevmode));
-    in.publicDevmode.dmFields = kDriverDevmodeFields;
-    in.privateDevmode.Signature = kPrivateSignature;
-    std::ranges::copy(whole.publicDevmode.dmDeviceName, in.publicDevmode.dmDeviceName);
+    test::MakeHostileCaller(stage.scene.in, seed);
     ASSERT_TRUE(stage.Open()) << seed;
-    EXPECT_EQ(stage.own().FavoriteIndex, in.privateDevmode.FavoriteIndex) << seed;  // it was merged
+    EXPECT_EQ(stage.own().FavoriteIndex, stage.scene.in.privateDevmode.FavoriteIndex)
+        << seed;  // it was merged
     EXPECT_TRUE(stage.sheet->PressOk()) << seed;
-    EXPECT_EQ(Unrepaired(stage.scene.out), "") << seed;
-    EXPECT_EQ(UnrepairedFields(stage.scene.out), "") << seed;
+    EXPECT_EQ(test::Unrepaired(stage.scene.out), "") << seed;
+    EXPECT_EQ(test::UnrepairedFields(stage.scene.out), "") << seed;
   }
 }
 
@@ -371,11 +280,8 @@ TEST_P(OptionsHostileRecord, ShowsAndTakesWhateverAUserDoes) {
   for (int offset = 0; offset < 10; ++offset) {
     const auto seed = static_cast<std::uint32_t>(GetParam() * 10 + offset + 1);
     OptionsStage stage;
-    ASSERT_TRUE(stage.Open([seed](UIContext& context) {
-      const DriverDevmode before = context.devmode;
-      test::SetBytes(context.devmode, test::RandomBytes(sizeof(before), seed));
-      WriteHeader(context.publicPointer, ReadHeader(&before.publicDevmode));
-    })) << seed;
+    ASSERT_TRUE(stage.Open([seed](UIContext& context) { test::MakeHostileRecord(context, seed); }))
+        << seed;
     EXPECT_GE(stage.shared().dmCopies, 1) << seed;
     EXPECT_TRUE(stage.shared().dmDuplex >= 1 && stage.shared().dmDuplex <= 3) << seed;
     EXPECT_EQ(stage.own().SourceTray, stage.shared().dmDefaultSource) << seed;

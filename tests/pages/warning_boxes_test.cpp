@@ -172,6 +172,57 @@ TEST(WarnTextBoxStyle, ReadsFromRightToLeftWhereTheLanguageDoesAndTellsAMissingT
   EXPECT_EQ(boxes[0].caption, u"id:5004 missing!");
 }
 
+TEST(WarnStringBox, HasATextAndATitleOfItsOwn) {
+  PageScene scene;
+  WarnString(DialogRecorder::Dialog(), scene.context.languageModule, 5008, 2000);
+  const auto& boxes = scene.world.platform.windows.boxes;
+  ASSERT_EQ(boxes.size(), 1U);
+  EXPECT_EQ(boxes[0].text, scene.English(5008));
+  EXPECT_EQ(boxes[0].caption, scene.English(2000));
+  EXPECT_EQ(boxes[0].style, 0x30U);
+  EXPECT_EQ(boxes[0].owner, DialogRecorder::Dialog());
+}
+
+// ---- Questions ----------------------------------------------------------------------------------
+
+struct AnswerCase {
+  const char* name;
+  int button;
+  bool yes;
+};
+
+class Question : public testing::TestWithParam<AnswerCase> {};
+
+INSTANTIATE_TEST_SUITE_P(Answers, Question,
+                         testing::Values(AnswerCase{"Yes", 6, true}, AnswerCase{"No", 7, false},
+                                         AnswerCase{"Ok", 1, false},
+                                         AnswerCase{"NotShown", 0, false}),
+                         test::CaseName());
+
+TEST_P(Question, IsOnlyAnsweredByYes) {
+  PageScene scene;
+  scene.world.platform.windows.answers = {GetParam().button};
+  EXPECT_EQ(AskYesNo(DialogRecorder::Dialog(), scene.context.languageModule, 5010, 2000),
+            GetParam().yes);
+  const auto& boxes = scene.world.platform.windows.boxes;
+  ASSERT_EQ(boxes.size(), 1U);
+  EXPECT_EQ(boxes[0].text, scene.English(5010));
+  EXPECT_EQ(boxes[0].caption, scene.English(2000));
+  EXPECT_EQ(boxes[0].style, 0x34U);
+  EXPECT_EQ(boxes[0].owner, DialogRecorder::Dialog());
+}
+
+TEST(QuestionStyle, ReadsFromRightToLeftAndTellsMissingTexts) {
+  PageScene scene;
+  scene.world.process.RightToLeftLanguage = true;
+  EXPECT_FALSE(AskYesNo(nullptr, nullptr, 5010, 2000));
+  const auto& boxes = scene.world.platform.windows.boxes;
+  ASSERT_EQ(boxes.size(), 1U);
+  EXPECT_EQ(boxes[0].style, 0x180034U);
+  EXPECT_EQ(boxes[0].text, u"id:5010 missing!");
+  EXPECT_EQ(boxes[0].caption, u"id:2000 missing!");
+}
+
 TEST(WarningBoxesWithoutALanguage, TellTheMissingIds) {
   PageScene scene;
   WarnMedia(nullptr, nullptr);

@@ -2,24 +2,42 @@
 
 #include "platform/headless/headless_platform.h"
 #include "platform/headless/names.h"
+#include "platform/headless/stock_objects.h"
 
 #include <algorithm>
+#include <cstdlib>
+#include <utility>
 
 namespace ostrel::headless {
 namespace {
 
 constexpr std::uint32_t kLayoutError = 0xFFFFFFFF;  // GDI_ERROR
 constexpr std::uintptr_t kHandleStep = 0x10;
+constexpr std::uint32_t kFaceColor = 0x00F0F0F0;
 
 // What a new context in memory holds: a bitmap of one pixel that belongs to nobody.
 GdiObject StockBitmap() {
   return HandleOf<GdiObject>(0x600000);
 }
 
+// ---- Places -------------------------------------------------------------------------------------
+
+Extent Across(const Rect& rect) {
+  return {rect.left, rect.Width()};
+}
+Extent Down(const Rect& rect) {
+  return {rect.top, rect.Height()};
+}
+
+// The same pixels, counted from the other edge of a picture of this width.
+Extent FromOtherEdge(Extent extent, std::int32_t width) {
+  return {width - 1 - extent.start, -extent.length};
+}
+
 }  // namespace
 
 GdiObject DialogFont() {
-  return HandleOf<GdiObject>(0x500010);
+  return HandleOf<GdiObject>(0x501000);
 }
 
 bool HeadlessGraphics::Fail(std::uint32_t code) {
@@ -32,14 +50,48 @@ HeadlessGraphics::Context* HeadlessGraphics::Find(DeviceContext context) {
   return found == contexts_.end() ? nullptr : &found->second;
 }
 
+HeadlessGraphics::Context* HeadlessGraphics::Take(const char* operation, DeviceContext context) {
+  Context* found = Find(context);
+  if (faults_.ShouldFail(operation) || found == nullptr) {
+    Fail(kErrorInvalidHandle);
+    return nullptr;
+  }
+  return found;
+}
+
+// ---- Objects ------------------------------------------------------------------------------------
+
 const HeadlessGraphics::Bitmap* HeadlessGraphics::BitmapOf(GdiObject bitmap) const {
   const auto found = bitmaps_.find(bitmap);
   return found == bitmaps_.end() ? nullptr : &found->second;
 }
 
+std::optional<HeadlessGraphics::Pen> HeadlessGraphics::PenOf(GdiObject pen) const {
+  if (const auto found = pens_.find(pen); found != pens_.end()) {
+    return found->second;
+  }
+  switch (StockIndex(pen)) {
+    case kWhitePen:
+      return Pen{0xFFFFFF, 1};
+    case kBlackPen:
+      return Pen{0, 1};
+    default:
+      return std::nullopt;
+  }
+}
+
 bool HeadlessGraphics::IsSelected(GdiObject object) const {
-  return std::ranges::any_of(
-      contexts_, [object](const auto& context) { return context.second.selected == object; });
+  return std::ranges::any_of(contexts_, [object](const auto& entry) {
+    const Context& context = entry.second;
+    return context.bitmap == object || context.pen == object;
+  });
+}
+
+GdiObject HeadlessGraphics::AddBitmap(Bitmap bitmap) {
+  const auto handle = HandleOf<GdiObject>(nextHandle_);
+  nextHandle_ += kHandleStep;
+  bitmaps_[handle] = std::move(bitmap);
+  return handle;
 }
 
 GdiObject HeadlessGraphics::LoadBitmapW(ModuleHandle module, std::uint32_t id) {
@@ -50,14 +102,50 @@ GdiObject HeadlessGraphics::LoadBitmapW(ModuleHandle module, std::uint32_t id) {
     return nullptr;
   }
   const BitmapResource& bitmap = resources->bitmaps.at(id);
+  return AddBitmap({.module = module,
+                    .id = id,
+                    .size = {bitmap.width, bitmap.height},
+                    .pixels = Surface(bitmap)});
+}
+
+GdiObject HeadlessGraphics::CreateCompatibleBitmap(DeviceContext context, std::int32_t width,
+                                                   std::int32_t height) {
+  constexpr std::int32_t kMostPixels = 0x7FFF;  // a side
+  const Context* model = Take("CreateCompatibleBitmap", context);
+  if (model == nullptr || width < 0 || height < 0 || width > kMostPixels || height > kMostPixels) {
+    Fail(model == nullptr ? kErrorInvalidHandle : kErrorInvalidParameter);
+    return nullptr;
+  }
+  const bool isEmpty = width == 0 || height == 0;
+  const Size size = isEmpty ? Size{1, 1} : Size{width, height};
+  return AddBitmap({.size = size,
+                    .isTwoColored = isEmpty || model->isTwoColored,
+                    .pixels = Surface(size.width, size.height)});
+}
+
+GdiObject HeadlessGraphics::CreatePen(std::int32_t style, std::int32_t width, std::uint32_t color) {
+  if (faults_.ShouldFail("CreatePen") || style != kPenSolid) {
+    Fail(kErrorInvalidParameter);
+    return nullptr;
+  }
   const auto handle = HandleOf<GdiObject>(nextHandle_);
   nextHandle_ += kHandleStep;
-  bitmaps_[handle] = {module, id, {bitmap.width, bitmap.height}};
+  pens_[handle] = {color, std::max(width, 1)};
   return handle;
 }
 
+GdiObject HeadlessGraphics::GetStockObject(std::int32_t index) {
+  const bool known =
+      IsStockBrush(index) || (index >= kWhitePen && index <= kNullPen) || IsStockFont(index);
+  return faults_.ShouldFail("GetStockObject") || !known ? nullptr : StockObject(index);
+}
+
 bool HeadlessGraphics::DeleteObject(GdiObject object) {
-  return (!IsSelected(object) && bitmaps_.erase(object) != 0) || Fail(kErrorInvalidHandle);
+  if (StockIndex(object) >= 0) {
+    return true;
+  }
+  return (!IsSelected(object) && (bitmaps_.erase(object) != 0 || pens_.erase(object) != 0)) ||
+         Fail(kErrorInvalidHandle);
 }
 
 bool HeadlessGraphics::GetBitmapSize(GdiObject bitmap, Size* size) {
@@ -69,12 +157,42 @@ bool HeadlessGraphics::GetBitmapSize(GdiObject bitmap, Size* size) {
   return true;
 }
 
-DeviceContext HeadlessGraphics::BeginPaint(WindowHandle window) {
+// ---- Contexts -----------------------------------------------------------------------------------
+
+DeviceContext HeadlessGraphics::Add(Context context) {
+  context.pen = StockObject(kBlackPen);
+  context.brush = StockObject(kWhiteBrush);
+  context.font = StockObject(kSystemFont);
   const auto handle = HandleOf<DeviceContext>(nextHandle_);
   nextHandle_ += kHandleStep;
-  const bool mirrored = window != nullptr && windows_ != nullptr && windows_->IsMirrored(window);
-  contexts_[handle] = {.window = window, .layout = mirrored ? kLayoutRightToLeft : 0};
+  contexts_[handle] = context;
   return handle;
+}
+
+const Surface* HeadlessGraphics::SurfaceOf(WindowHandle window) const {
+  const auto found = windowPixels_.find(window);
+  return found == windowPixels_.end() ? nullptr : &found->second;
+}
+
+DeviceContext HeadlessGraphics::OpenWindow(WindowHandle window) {
+  const Window* found = windows_ == nullptr ? nullptr : windows_->Find(window);
+  if (found == nullptr) {
+    return Add({});  // the screen
+  }
+  const Rect& place = found->screenPlace;
+  auto [pixels, isNew] =
+      windowPixels_.try_emplace(window, place.Width(), place.Height(), kFaceColor);
+  return Add({.window = window,
+              .pixels = &pixels->second,
+              .layout = found->IsMirrored() ? kLayoutRightToLeft : 0});
+}
+
+DeviceContext HeadlessGraphics::BeginPaint(WindowHandle window) {
+  const DeviceContext context = OpenWindow(window);
+  if (Surface* pixels = Find(context)->pixels; pixels != nullptr) {
+    FillPixels(*pixels, {0, pixels->width()}, {0, pixels->height()}, kFaceColor);
+  }
+  return context;
 }
 
 DeviceContext HeadlessGraphics::GetDC(WindowHandle window) {
@@ -83,12 +201,12 @@ DeviceContext HeadlessGraphics::GetDC(WindowHandle window) {
     Fail(kErrorInvalidHandle);
     return nullptr;
   }
-  return BeginPaint(window);
+  return OpenWindow(window);
 }
 
 int HeadlessGraphics::ReleaseDC(WindowHandle window, DeviceContext context) {
   const Context* found = Find(context);
-  if (found == nullptr || found->selected != nullptr || found->window != window) {
+  if (found == nullptr || found->isInMemory || found->window != window) {
     return 0;
   }
   contexts_.erase(context);
@@ -108,32 +226,53 @@ DeviceContext HeadlessGraphics::CreateCompatibleDC(DeviceContext context) {
     Fail(kErrorInvalidHandle);
     return nullptr;
   }
-  const std::uint32_t layout = model == nullptr ? 0 : model->layout;
-  const auto handle = HandleOf<DeviceContext>(nextHandle_);
-  nextHandle_ += kHandleStep;
-  contexts_[handle] = {.selected = StockBitmap(), .layout = layout};
-  return handle;
+  return Add({.isInMemory = true,
+              .pixels = &firstBitmap_,
+              .bitmap = StockBitmap(),
+              .isTwoColored = true,
+              .layout = model == nullptr ? 0 : model->layout});
 }
 
 bool HeadlessGraphics::DeleteDC(DeviceContext context) {
   const Context* found = Find(context);
-  if (found == nullptr || found->selected == nullptr) {
+  if (found == nullptr || !found->isInMemory) {
     return Fail(kErrorInvalidHandle);
   }
   contexts_.erase(context);
   return true;
 }
 
+// Where a context keeps what an object is; null for an object that it can't have.
+GdiObject* HeadlessGraphics::PlaceFor(Context& context, GdiObject object) {
+  const std::int32_t index = StockIndex(object);
+  if (IsStockBrush(index)) {
+    return &context.brush;
+  }
+  if (IsStockFont(index) || object == DialogFont()) {
+    return &context.font;
+  }
+  if (index == kNullPen || PenOf(object)) {
+    return &context.pen;
+  }
+  const bool isFree = object == StockBitmap() || context.bitmap == object ||
+                      (BitmapOf(object) != nullptr && !IsSelected(object));
+  return context.isInMemory && isFree ? &context.bitmap : nullptr;
+}
+
 GdiObject HeadlessGraphics::SelectObject(DeviceContext context, GdiObject object) {
-  Context* found = Find(context);
-  const bool isStock = object == StockBitmap();
-  if (faults_.ShouldFail("SelectObject") || found == nullptr || found->selected == nullptr ||
-      (!isStock && BitmapOf(object) == nullptr) ||
-      (!isStock && found->selected != object && IsSelected(object))) {
+  Context* found = Take("SelectObject", context);
+  GdiObject* place = found == nullptr ? nullptr : PlaceFor(*found, object);
+  if (place == nullptr) {
     Fail(kErrorInvalidHandle);
     return nullptr;
   }
-  return std::exchange(found->selected, object);
+  if (place == &found->bitmap) {
+    const auto bitmap = bitmaps_.find(object);
+    const bool isFirst = bitmap == bitmaps_.end();
+    found->pixels = isFirst ? &firstBitmap_ : &bitmap->second.pixels;
+    found->isTwoColored = isFirst || bitmap->second.isTwoColored;
+  }
+  return std::exchange(*place, object);
 }
 
 std::uint32_t HeadlessGraphics::GetLayout(DeviceContext context) {
@@ -152,72 +291,176 @@ std::uint32_t HeadlessGraphics::SetLayout(DeviceContext context, std::uint32_t l
   return std::exchange(found->layout, layout);
 }
 
-bool HeadlessGraphics::TransparentBlt(DeviceContext target, const Rect& place, DeviceContext source,
-                                      Point from, std::uint32_t transparentColor) {
-  const Context* onto = Find(target);
-  const Context* with = Find(source);
-  if (faults_.ShouldFail("TransparentBlt") || onto == nullptr || with == nullptr) {
+int HeadlessGraphics::SetStretchBltMode(DeviceContext context, std::int32_t mode) {
+  Context* found = Take("SetStretchBltMode", context);
+  if (found == nullptr || mode < 1 || mode > kStretchHalftone) {
+    return 0;
+  }
+  return std::exchange(found->stretchMode, mode);
+}
+
+// ---- Copies -------------------------------------------------------------------------------------
+
+namespace {
+
+// Counts an extent of a context from its left edge. Upright bitmaps keep their way then.
+Extent OnSurface(Extent extent, std::int32_t width, std::uint32_t layout, bool mayStayUpright) {
+  if ((layout & kLayoutRightToLeft) == 0) {
+    return extent;
+  }
+  const Extent mirrored = FromOtherEdge(extent, width);
+  const bool staysUpright = mayStayUpright && (layout & kLayoutBitmapsUpright) != 0;
+  return staysUpright ? mirrored.Turned() : mirrored;
+}
+
+Sampling SamplingOf(std::int32_t stretchMode) {
+  return stretchMode == kStretchHalftone ? Sampling::kFloor : Sampling::kNearest;
+}
+
+}  // namespace
+
+bool HeadlessGraphics::DrawCopy(Context& target, const Rect& place, Context& source,
+                                const Rect& from, std::optional<std::uint32_t> leftOut) {
+  if (source.pixels == nullptr) {
     return Fail(kErrorInvalidHandle);
   }
-  const Bitmap* bitmap = BitmapOf(with->selected);
-  const Size size = bitmap == nullptr ? Size{1, 1} : bitmap->size;
-  if (place.Width() <= 0 || place.Height() <= 0 || from.x < 0 || from.y < 0 ||
-      from.x + place.Width() > size.width || from.y + place.Height() > size.height) {
-    return Fail(kErrorInvalidParameter);
+  if (target.pixels == nullptr) {
+    return true;
   }
-  copies.push_back({onto->window, bitmap == nullptr ? 0 : bitmap->id, place, from, transparentColor,
-                    onto->layout});
+  const CopyJob job = {
+      .toX = OnSurface(Across(place), target.pixels->width(), target.layout, true),
+      .toY = Down(place),
+      .fromX = OnSurface(Across(from), source.pixels->width(), source.layout, true),
+      .fromY = Down(from),
+      .sampling = SamplingOf(target.stretchMode),
+      .leftOut = leftOut};
+  if (target.pixels == source.pixels) {
+    const Surface before = *source.pixels;
+    CopyPixels(*target.pixels, RowsOf(before), job);
+  } else {
+    CopyPixels(*target.pixels, RowsOf(*source.pixels), job);
+  }
+  if (target.isTwoColored) {
+    MakeBlackAndWhite(*target.pixels);
+  }
   return true;
 }
 
-GdiObject HeadlessGraphics::CreateCompatibleBitmap(DeviceContext /*context*/,
-                                                   std::int32_t /*width*/,
-                                                   std::int32_t /*height*/) {
-  return nullptr;
+bool HeadlessGraphics::BitBlt(DeviceContext target, const Rect& place, DeviceContext source,
+                              Point from) {
+  const Rect taken = {from.x, from.y, from.x + place.Width(), from.y + place.Height()};
+  Context* onto = Take("BitBlt", target);
+  Context* with = Find(source);
+  if (onto == nullptr || with == nullptr) {
+    return Fail(kErrorInvalidHandle);
+  }
+  return DrawCopy(*onto, place, *with, taken, std::nullopt);
 }
 
-GdiObject HeadlessGraphics::CreatePen(std::int32_t /*style*/, std::int32_t /*width*/,
-                                      std::uint32_t /*color*/) {
-  return nullptr;
+bool HeadlessGraphics::StretchBlt(DeviceContext target, const Rect& place, DeviceContext source,
+                                  const Rect& from) {
+  Context* onto = Take("StretchBlt", target);
+  Context* with = Find(source);
+  if (onto == nullptr || with == nullptr) {
+    return Fail(kErrorInvalidHandle);
+  }
+  return DrawCopy(*onto, place, *with, from, std::nullopt);
 }
 
-GdiObject HeadlessGraphics::GetStockObject(std::int32_t /*index*/) {
-  return nullptr;
+bool HeadlessGraphics::TransparentBlt(DeviceContext target, const Rect& place, DeviceContext source,
+                                      Point from, std::uint32_t transparentColor) {
+  Context* onto = Take("TransparentBlt", target);
+  Context* with = Find(source);
+  if (onto == nullptr || with == nullptr || with->pixels == nullptr) {
+    return Fail(kErrorInvalidHandle);
+  }
+  const Rect taken = {from.x, from.y, from.x + place.Width(), from.y + place.Height()};
+  if (place.Width() <= 0 || place.Height() <= 0 || from.x < 0 || from.y < 0 ||
+      taken.right > with->pixels->width() || taken.bottom > with->pixels->height()) {
+    return Fail(kErrorInvalidParameter);
+  }
+  const Bitmap* bitmap = BitmapOf(with->bitmap);
+  copies.push_back({onto->window, bitmap == nullptr ? 0 : bitmap->id, place, from, transparentColor,
+                    onto->layout});
+  return DrawCopy(*onto, place, *with, taken, transparentColor);
 }
 
-int HeadlessGraphics::GetDIBits(DeviceContext /*context*/, GdiObject /*bitmap*/,
-                                std::uint32_t /*firstRow*/, std::uint32_t /*rows*/,
-                                void* /*pixels*/, BitmapInfoHeader* /*form*/) {
-  return 0;
+int HeadlessGraphics::GetDIBits(DeviceContext context, GdiObject bitmap, std::uint32_t firstRow,
+                                std::uint32_t rows, void* pixels, BitmapInfoHeader* form) {
+  const Bitmap* found = BitmapOf(bitmap);
+  if (Take("GetDIBits", context) == nullptr || found == nullptr || IsSelected(bitmap) ||
+      form == nullptr) {
+    return Fail(kErrorInvalidParameter);
+  }
+  if (form->biBitCount == 0 && pixels == nullptr) {
+    DescribeScreenForm(found->pixels, form);
+    return 1;
+  }
+  if (!IsKnownForm(*form) || form->biWidth != found->size.width ||
+      std::abs(form->biHeight) != found->size.height) {
+    return Fail(kErrorInvalidParameter);
+  }
+  form->biSizeImage = static_cast<std::uint32_t>(RowBytes(form->biWidth)) *
+                      static_cast<std::uint32_t>(std::abs(form->biHeight));
+  return pixels == nullptr ? 1 : ReadRows(found->pixels, firstRow, rows, *form, pixels);
 }
 
-int HeadlessGraphics::StretchDIBits(DeviceContext /*target*/, const Rect& /*place*/,
-                                    const Rect& /*from*/, const void* /*pixels*/,
-                                    const BitmapInfoHeader& /*form*/) {
-  return 0;
+int HeadlessGraphics::StretchDIBits(DeviceContext target, const Rect& place, const Rect& from,
+                                    const void* pixels, const BitmapInfoHeader& form) {
+  Context* onto = Take("StretchDIBits", target);
+  if (onto == nullptr || pixels == nullptr || !IsKnownForm(form)) {
+    return Fail(kErrorInvalidParameter);
+  }
+  const PixelRows rows = RowsOf(pixels, form);
+  if (onto->pixels == nullptr) {
+    return rows.height;
+  }
+  const bool lastRowFirst = form.biHeight > 0;
+  CopyPixels(*onto->pixels, rows,
+             {.toX = OnSurface(Across(place), onto->pixels->width(), onto->layout, false),
+              .toY = Down(place),
+              .fromX = Across(from),
+              .fromY = lastRowFirst ? FromOtherEdge(Down(from), rows.height).Turned() : Down(from),
+              .sampling = SamplingOf(onto->stretchMode)});
+  if (onto->isTwoColored) {
+    MakeBlackAndWhite(*onto->pixels);
+  }
+  return rows.height;
 }
 
-bool HeadlessGraphics::BitBlt(DeviceContext /*target*/, const Rect& /*place*/,
-                              DeviceContext /*source*/, Point /*from*/) {
-  return false;
+// ---- Shapes and texts ---------------------------------------------------------------------------
+
+bool HeadlessGraphics::FillRect(DeviceContext target, const Rect& place, GdiObject brush) {
+  Context* onto = Take("FillRect", target);
+  if (onto == nullptr || !IsStockBrush(StockIndex(brush))) {
+    return Fail(kErrorInvalidHandle);
+  }
+  if (const auto color = BrushColor(brush); color && onto->pixels != nullptr) {
+    FillPixels(*onto->pixels, OnSurface(Across(place), onto->pixels->width(), onto->layout, false),
+               Down(place), *color);
+  }
+  return true;
 }
 
-bool HeadlessGraphics::StretchBlt(DeviceContext /*target*/, const Rect& /*place*/,
-                                  DeviceContext /*source*/, const Rect& /*from*/) {
-  return false;
-}
-
-int HeadlessGraphics::SetStretchBltMode(DeviceContext /*context*/, std::int32_t /*mode*/) {
-  return 0;
-}
-
-bool HeadlessGraphics::FillRect(DeviceContext /*target*/, const Rect& /*place*/,
-                                GdiObject /*brush*/) {
-  return false;
-}
-
-bool HeadlessGraphics::Rectangle(DeviceContext /*target*/, const Rect& /*place*/) {
-  return false;
+bool HeadlessGraphics::Rectangle(DeviceContext target, const Rect& place) {
+  Context* onto = Take("Rectangle", target);
+  if (onto == nullptr) {
+    return Fail(kErrorInvalidHandle);
+  }
+  if (onto->pixels == nullptr) {
+    return true;
+  }
+  // In whichever order the corners are given.
+  const Rect ordered = {std::min(place.left, place.right), std::min(place.top, place.bottom),
+                        std::max(place.left, place.right), std::max(place.top, place.bottom)};
+  const Extent across = OnSurface(Across(ordered), onto->pixels->width(), onto->layout, false);
+  if (const auto color = BrushColor(onto->brush); color) {
+    FillPixels(*onto->pixels, across, Down(ordered), *color);
+  }
+  if (const auto pen = PenOf(onto->pen); pen) {
+    FramePixels(*onto->pixels, across, Down(ordered), pen->color, pen->width);
+  }
+  return true;
 }
 
 bool HeadlessGraphics::GetTextExtentPointW(DeviceContext context, const char16_t* text, int units,

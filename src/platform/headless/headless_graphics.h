@@ -1,14 +1,22 @@
-// The drawing of the in-memory platform: bitmaps of installed libraries, device contexts of windows
-// and in memory, and every copy onto them kept as data. Nothing is painted: a test compares what
-// was drawn, with which bitmap, where, and under which layout.
+// The drawing of the in-memory platform: bitmaps of installed libraries and in memory, device
+// contexts of windows and in memory, pens, and the pixels of all of them. A test looks at the
+// pixels of a window, or at the transparent copies, which are kept as data too: which bitmap,
+// where, and under which layout.
+//
+// A mirrored context counts from its right edge. A copy between a mirrored context and one that
+// isn't turns the picture, unless the mirrored one keeps bitmaps upright; a copy out of memory onto
+// a mirrored context turns it always. The screen has no pixels: what is drawn there is lost, and
+// nothing can be copied from it.
 #pragma once
 
 #include "platform/headless/fault_plan.h"
+#include "platform/headless/pixel_surface.h"
 #include "platform/platform.h"
 
 #include <cstddef>
 #include <cstdint>
 #include <map>
+#include <optional>
 #include <vector>
 
 namespace ostrel::headless {
@@ -26,7 +34,8 @@ class HeadlessGraphics final : public Graphics {
       : faults_(faults), debug_(debug), modules_(modules) {}
 
   GdiObject LoadBitmapW(ModuleHandle module, std::uint32_t id) override;
-  // A bitmap that a context still holds is not deleted.
+  // A bitmap or a pen that a context still holds is not deleted; the system's own objects never
+  // are, which is no failure.
   bool DeleteObject(GdiObject object) override;
   bool GetBitmapSize(GdiObject bitmap, Size* size) override;
   DeviceContext GetDC(WindowHandle window) override;
@@ -35,17 +44,22 @@ class HeadlessGraphics final : public Graphics {
   // The new context holds a bitmap of one pixel and takes over the layout.
   DeviceContext CreateCompatibleDC(DeviceContext context) override;
   bool DeleteDC(DeviceContext context) override;
-  // Only contexts in memory take a bitmap, and one context at a time.
+  // Only contexts in memory take a bitmap, and one context at a time. Pens, brushes and fonts go
+  // into any context.
   GdiObject SelectObject(DeviceContext context, GdiObject object) override;
   std::uint32_t GetLayout(DeviceContext context) override;
   std::uint32_t SetLayout(DeviceContext context, std::uint32_t layout) override;
   // Refuses an empty rectangle and a source that reaches beyond its bitmap.
   bool TransparentBlt(DeviceContext target, const Rect& place, DeviceContext source, Point from,
                       std::uint32_t transparentColor) override;
+  // A context in memory that holds no bitmap yet has two colours, and so has the new bitmap then. A
+  // side of 0 gives a bitmap of one such pixel.
   GdiObject CreateCompatibleBitmap(DeviceContext context, std::int32_t width,
                                    std::int32_t height) override;
   GdiObject CreatePen(std::int32_t style, std::int32_t width, std::uint32_t color) override;
   GdiObject GetStockObject(std::int32_t index) override;
+  // For rows of 24 bits a pixel, in the bitmap's own size. Without a place for them it fills the
+  // header in.
   int GetDIBits(DeviceContext context, GdiObject bitmap, std::uint32_t firstRow, std::uint32_t rows,
                 void* pixels, BitmapInfoHeader* form) override;
   int StretchDIBits(DeviceContext target, const Rect& place, const Rect& from, const void* pixels,
@@ -53,6 +67,7 @@ class HeadlessGraphics final : public Graphics {
   bool BitBlt(DeviceContext target, const Rect& place, DeviceContext source, Point from) override;
   bool StretchBlt(DeviceContext target, const Rect& place, DeviceContext source,
                   const Rect& from) override;
+  // The modes that combine pixels take one of them here, like the one that leaves pixels out.
   int SetStretchBltMode(DeviceContext context, std::int32_t mode) override;
   bool FillRect(DeviceContext target, const Rect& place, GdiObject brush) override;
   bool Rectangle(DeviceContext target, const Rect& place) override;
@@ -60,11 +75,13 @@ class HeadlessGraphics final : public Graphics {
   bool GetTextExtentPointW(DeviceContext context, const char16_t* text, int units,
                            Size* size) override;
 
-  // Where a bitmap came from.
+  // Where a bitmap came from, and its pixels.
   struct Bitmap {
-    ModuleHandle module;
-    std::uint32_t id;
-    Size size;
+    ModuleHandle module = nullptr;  // null for one that was made in memory
+    std::uint32_t id = 0;
+    Size size = {};
+    bool isTwoColored = false;
+    Surface pixels = {};
   };
   // One copy, with what was in force when it was made.
   struct Copy {
@@ -79,26 +96,53 @@ class HeadlessGraphics final : public Graphics {
 
   std::int32_t logPixelsY = 96;  // dots per inch of every context
 
-  // Bitmaps and contexts that were not given back.
+  // Bitmaps, pens and contexts that were not given back.
   std::size_t liveBitmaps() const { return bitmaps_.size(); }
+  std::size_t livePens() const { return pens_.size(); }
   std::size_t liveContexts() const { return contexts_.size(); }
-  // Null for what no LoadBitmapW gave.
+  // Null for what is no bitmap (any more).
   const Bitmap* BitmapOf(GdiObject bitmap) const;
+  // What a window shows. Null for one that nobody has had a context of.
+  const Surface* SurfaceOf(WindowHandle window) const;
 
   // What a window's contexts ask the windows; set by them.
   void Attach(const HeadlessWindows& windows) { windows_ = &windows; }
-  // A context to paint a window with, as it comes with a request to draw an item.
+  // A context to paint a window with, as it comes with a request to draw an item. The window is
+  // cleared to the colour of dialogs.
   DeviceContext BeginPaint(WindowHandle window);
   void EndPaint(DeviceContext context) { contexts_.erase(context); }
 
  private:
+  struct Pen {
+    std::uint32_t color = 0;
+    std::int32_t width = 1;
+  };
   struct Context {
     WindowHandle window = nullptr;
-    GdiObject selected = nullptr;  // null when the context isn't one in memory
+    bool isInMemory = false;
+    Surface* pixels = nullptr;   // null for the screen
+    GdiObject bitmap = nullptr;  // of a context in memory
+    bool isTwoColored = false;   // its bitmap
+    GdiObject pen = nullptr;
+    GdiObject brush = nullptr;
+    GdiObject font = nullptr;
     std::uint32_t layout = 0;
+    std::int32_t stretchMode = 1;  // BLACKONWHITE
+
+    bool IsMirrored() const { return (layout & kLayoutRightToLeft) != 0; }
   };
   Context* Find(DeviceContext context);
+  // Asks the fault plan and finds the context; null with the last error set when either says no.
+  Context* Take(const char* operation, DeviceContext context);
+  DeviceContext Add(Context context);
+  DeviceContext OpenWindow(WindowHandle window);
+  GdiObject AddBitmap(Bitmap bitmap);
+  GdiObject* PlaceFor(Context& context, GdiObject object);
   bool IsSelected(GdiObject object) const;
+  std::optional<Pen> PenOf(GdiObject pen) const;
+  // Draws a copy of what another context shows.
+  bool DrawCopy(Context& target, const Rect& place, Context& source, const Rect& from,
+                std::optional<std::uint32_t> leftOut);
   bool Fail(std::uint32_t code);
 
   FaultPlan& faults_;
@@ -106,7 +150,10 @@ class HeadlessGraphics final : public Graphics {
   HeadlessModules& modules_;
   const HeadlessWindows* windows_ = nullptr;
   std::map<GdiObject, Bitmap> bitmaps_;
+  std::map<GdiObject, Pen> pens_;
   std::map<DeviceContext, Context> contexts_;
+  std::map<WindowHandle, Surface> windowPixels_;
+  Surface firstBitmap_{1, 1};  // that new contexts in memory hold
   std::uintptr_t nextHandle_ = 0x600010;
 };
 

@@ -432,9 +432,13 @@ WindowHandle HeadlessWindows::SetFocus(WindowHandle window) {
   if (Take("SetFocus", window) == nullptr) {
     return nullptr;
   }
-  for (const Window* outer = Find(window); outer != nullptr; outer = Find(outer->parent)) {
-    if (!outer->IsEnabled()) {
+  const WindowHandle top = TopOf(window);  // whose owner may well be locked
+  for (WindowHandle outer = window; outer != nullptr; outer = Find(outer)->parent) {
+    if (!Find(outer)->IsEnabled()) {
       return nullptr;
+    }
+    if (outer == top) {
+      break;
     }
   }
   const WindowHandle before = focus_;

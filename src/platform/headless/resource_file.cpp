@@ -67,7 +67,6 @@ BitmapResource ReadBitmap(std::span<const std::byte> data) {
   constexpr std::uint32_t kHeaderBytes = 40;
   constexpr std::int32_t kMostPixels = 0x7FFF;  // a side
   constexpr std::uint32_t kUncompressed = 0;    // BI_RGB
-  constexpr std::size_t kColorBytes = 4;
   ByteReader reader(data);
   BitmapResource bitmap;
   const auto headerSize = reader.Take<std::uint32_t>();
@@ -89,7 +88,9 @@ BitmapResource ReadBitmap(std::span<const std::byte> data) {
   if (colors == 0 && bits <= 8) {
     colors = 1U << bits;
   }
-  reader.TakeBytes(colors * kColorBytes);
+  for (std::uint32_t i = 0; i < colors; ++i) {
+    bitmap.colors.push_back(reader.Take<std::uint32_t>() & 0x00FFFFFF);
+  }
   const std::size_t rowBytes = (static_cast<std::size_t>(bitmap.width) * bits + 31) / 32 * 4;
   const std::span<const std::byte> rows =
       reader.TakeBytes(rowBytes * static_cast<std::size_t>(bitmap.height));

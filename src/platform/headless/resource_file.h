@@ -19,11 +19,13 @@ namespace ostrel::headless {
 
 using StringTable = std::unordered_map<std::uint32_t, std::u16string>;
 
-// A bitmap: its size in pixels, how many bits a pixel takes, and the rows as they are stored.
+// A bitmap: its size in pixels, how many bits a pixel takes, the colours that pixels of up to 8
+// bits stand for, 0x00RRGGBB, and the rows as they are stored: the last one first.
 struct BitmapResource {
   std::int32_t width = 0;
   std::int32_t height = 0;
   std::uint16_t bitsPerPixel = 0;
+  std::vector<std::uint32_t> colors = {};
   std::vector<std::byte> pixels = {};
 };
 

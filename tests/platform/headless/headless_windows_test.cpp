@@ -305,9 +305,10 @@ TEST_F(Dialog, FocusIsToldByEditsListsAndButtonsThatAskedForIt) {
   windows_.SetFocus(Control(kCombo));
   windows_.SetFocus(Control(kList));
   windows_.SetFocus(Control(kCount));
-  EXPECT_THAT(log_.Take(), ElementsAre("command 11 100", "command 11 200", "command 24 6",
-                                       "command 24 7", "command 40 3", "command 40 4",
-                                       "command 43 4", "command 43 5", "command 12 100"));
+  EXPECT_THAT(log_.Take(),
+              ElementsAre("command 11 100", "command 11 200", "command 24 6", "command 24 7",
+                          "command 40 3", "command 40 a", "command 40 4", "command 43 4",
+                          "command 43 5", "command 12 100"));
 }
 
 TEST_F(Dialog, DisabledOrHiddenControlLosesTheFocus) {

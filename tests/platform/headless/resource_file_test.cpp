@@ -252,6 +252,9 @@ TEST_P(BitmapEntry, IsReadWithExactlyItsBytesOrRefused) {
   EXPECT_EQ(bitmap.width, row.width);
   EXPECT_EQ(bitmap.height, row.height);
   EXPECT_EQ(bitmap.bitsPerPixel, row.bits);
+  const std::size_t ownColors = row.bits <= 8 ? std::size_t{1} << row.bits : 0;
+  EXPECT_EQ(bitmap.colors,
+            std::vector<std::uint32_t>(row.colors != 0 ? row.colors : ownColors, 0x5A5A5A));
   EXPECT_TRUE(resources.Holds(2, 78));
   for (std::size_t rest = 0; rest < row.rest; ++rest) {
     EXPECT_THROW(read(rest), std::runtime_error) << rest;

@@ -17,6 +17,8 @@ inline constexpr char16_t kTestLibraryPath[] = u"C:\\test\\dialogs.dll";
 inline constexpr std::uint32_t kControlsDialog = 1;
 inline constexpr std::uint32_t kPlainDialog = 2;
 inline constexpr std::uint32_t kMirroredDialog = 3;
+inline constexpr std::uint32_t kCombosDialog = 4;
+inline constexpr std::uint32_t kModalDialog = 5;
 
 // The compiled dialogs, with an icon 77 of two sizes and a bitmap 78 of 7 by 5 pixels added.
 std::shared_ptr<const Resources> TestDialogs();
