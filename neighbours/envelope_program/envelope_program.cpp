@@ -5,13 +5,16 @@
 // window's, and last `Starts`, which counts.
 #include <windows.h>
 
+#include <string>
+
 namespace {
 
 constexpr wchar_t kTestersKey[] = L"Software\\OstrelNeighbours\\EnvelopeProgram";
 
-void Write(const wchar_t* name, const wchar_t* text) {
-  const auto bytes = static_cast<DWORD>((lstrlenW(text) + 1) * static_cast<int>(sizeof(wchar_t)));
-  RegSetKeyValueW(HKEY_CURRENT_USER, kTestersKey, name, REG_SZ, text, bytes);
+void Write(const wchar_t* name, const std::wstring& text) {
+  const std::size_t bytes = (text.size() + 1) * sizeof(wchar_t);
+  RegSetKeyValueW(HKEY_CURRENT_USER, kTestersKey, name, REG_SZ, text.c_str(),
+                  static_cast<DWORD>(bytes));
 }
 
 DWORD Starts() {
