@@ -66,6 +66,7 @@ add_library(ostrel_test_objects OBJECT
   ${OSTREL_TEST_SOURCES}
   ${CMAKE_SOURCE_DIR}/hosts/record_fields.cpp
   ${CMAKE_SOURCE_DIR}/tests/platform/headless/test_dialogs.cpp
+  ${CMAKE_SOURCE_DIR}/tests/scenarios/scenario_player.cpp
   ${CMAKE_SOURCE_DIR}/tests/scenarios/sheet_scenario.cpp
   ${CMAKE_SOURCE_DIR}/tests/support/test_main.cpp)
 target_include_directories(ostrel_test_objects PRIVATE
