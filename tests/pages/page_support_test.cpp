@@ -428,11 +428,12 @@ TEST(PageSupport, SurvivesTheFailureOfEachCall) {
 
 // ---- Measuring ----------------------------------------------------------------------------------
 
-// What the measuring asked of the screen, in order.
+// What the measuring asked of the control's context, in order; the context is given back.
 Calls MeasuringCalls(test::PaperStage& stage, std::int32_t width_px) {
   headless::FaultPlan& faults = stage.world().platform.faults;
   const std::size_t before = faults.trace().size();
   EXPECT_EQ(TextWidth(stage.Item(1404), u"four"), width_px);
+  EXPECT_EQ(stage.graphics().liveContexts(), 0U);
   Calls calls;
   for (std::size_t i = before; i < faults.trace().size(); ++i) {
     if (faults.trace()[i] != "SendMessageW") {
@@ -447,7 +448,7 @@ TEST(TextWidth, IsMeasuredInTheControlsFontWhichIsPutBack) {
   ASSERT_TRUE(stage.Open());
   stage.world().platform.faults.StartTrace();
   EXPECT_EQ(MeasuringCalls(stage, 24),
-            (Calls{"GetDC", "SelectObject", "GetTextExtentPointW", "SelectObject", "ReleaseDC"}));
+            (Calls{"GetDC", "SelectObject", "GetTextExtentPointW", "SelectObject"}));
 }
 
 // It is the control's answer that is selected: none, or one that can't be, leaves nothing to put
@@ -461,10 +462,9 @@ TEST(TextWidth, WithoutTheControlsFontIsMeasuredInTheContexts) {
     return message == kWmGetFont ? font : std::intptr_t{0};
   };
   stage.world().platform.faults.StartTrace();
-  EXPECT_EQ(MeasuringCalls(stage, 24), (Calls{"GetDC", "GetTextExtentPointW", "ReleaseDC"}));
+  EXPECT_EQ(MeasuringCalls(stage, 24), (Calls{"GetDC", "GetTextExtentPointW"}));
   font = 0x4711;
-  EXPECT_EQ(MeasuringCalls(stage, 24),
-            (Calls{"GetDC", "SelectObject", "GetTextExtentPointW", "ReleaseDC"}));
+  EXPECT_EQ(MeasuringCalls(stage, 24), (Calls{"GetDC", "SelectObject", "GetTextExtentPointW"}));
   stage.windows().Find(stage.Item(1404))->answerer = {};
 }
 
