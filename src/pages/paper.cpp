@@ -5,6 +5,7 @@
 #include "core/process_state.h"
 #include "core/sheet_frame.h"
 #include "core/string_ids.h"
+#include "pages/chosen_paper.h"
 #include "pages/custom_paper.h"
 #include "pages/envelope_program.h"
 #include "pages/info_icon.h"
@@ -290,22 +291,6 @@ void FollowPaper(const Page& page, std::int16_t paper) {
   LockSource(page, HasSourceChoice(page, paper) ? SourceLock::kLive : SourceLock::kLocked);
 }
 
-void StorePaper(const Page& page, std::int16_t paper) {
-  UIContext& context = page.context;
-  SetDevmodeField(&context, kDmPaperSize, paper);
-  if (FindPaperRow(static_cast<std::uint16_t>(paper)) != nullptr) {
-    return;
-  }
-  CustomPaperRecord record = {};
-  if (FindCustomPaper(static_cast<std::uint32_t>(paper), &record)) {
-    SetDevmodeField(&context, kDmPaperWidth,
-                    static_cast<std::int16_t>(TenthsOfMillimetre(record.Width)));
-    SetDevmodeField(&context, kDmPaperLength,
-                    static_cast<std::int16_t>(TenthsOfMillimetre(record.Length)));
-    SetDevmodeField(&context, kAnnounceCustomSize, std::int16_t{0});
-  }
-}
-
 void PaperChange(const Page& page) {
   std::int16_t paper = 0;
   if (!SelectedComboValue(page.window, kPaperCombo, &paper) || paper == page.record().dmPaperSize ||
@@ -326,7 +311,7 @@ void PaperChange(const Page& page) {
   FollowPaper(page, paper);
   FollowMedia(page, kPaperSourceRules, paper, page.media(), page.record().dmDefaultSource);
   StoreBin(page, ShownBin(page));
-  StorePaper(page, paper);
+  ChoosePaper(page.context, paper);
   Process().LastPaperId = paper;
   FeedRule(page);
   page.Changed();
