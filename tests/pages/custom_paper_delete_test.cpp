@@ -140,7 +140,7 @@ TEST(DeletedPaper, LeavesTheCountrysPaperWhenOnlyUnreadableOnesRemain) {
     EXPECT_TRUE(stage.user().Click(kIdOk));
   });
   EXPECT_EQ(stage.Words(), test::kA4Words);
-  EXPECT_SETTINGS(stage.world, test::SettingsTree{.papers = {broken, absurd}}.Bytes());
+  EXPECT_SETTINGS(stage.world, (test::SettingsTree{.papers = {broken, absurd}}.Bytes()));
 }
 
 TEST(DeletedPaper, MayHaveBlanksAroundItsName) {
