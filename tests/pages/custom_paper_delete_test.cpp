@@ -418,7 +418,8 @@ TEST(CancelledDialog, TakesTheAnnouncementBack) {
       EXPECT_TRUE(stage.user().Click(kIdCancel));
     }));
     EXPECT_EQ(stage.shared().dmFields, kDmOrientation | kDmPaperSize);
-    EXPECT_EQ(stage.Words(), deleted ? test::kA4Words : test::CardWords(288));
+    // The paper that is left is told in inches.
+    EXPECT_EQ(stage.Words(), deleted ? test::kLetterWords : test::CardWords(288));
   }
 }
 
