@@ -106,12 +106,18 @@ void PlainCopyOfThePicturePeer(benchmark::State& state) {
 }
 BENCHMARK(PlainCopyOfThePicturePeer);
 
-void Repaint(benchmark::State& state, const PrivateDevmode& look) {
+struct Look {
+  std::int16_t thickness = kLevelNormal;
+  bool turned = false;
+  std::int32_t scale = 100;
+};
+
+void Repaint(benchmark::State& state, const Look& look) {
   Scene scene;
   PrivateDevmode& own = *scene.context.privatePointer;
-  own.Thickness = look.Thickness;
-  own.Rotate180 = look.Rotate180;
-  own.ScaleRadio = look.ScaleRadio;
+  own.Thickness = look.thickness;
+  own.Rotate180 = look.turned ? 1 : 0;
+  own.ScaleRadio = look.scale;
   for (auto _ : state) {
     DrawLayoutPicture(scene.context, scene.item);
   }
@@ -119,27 +125,27 @@ void Repaint(benchmark::State& state, const PrivateDevmode& look) {
 }
 
 void RepaintAsItIs(benchmark::State& state) {
-  Repaint(state, {.ScaleRadio = 100, .Rotate180 = 0, .Thickness = 2});
+  Repaint(state, {});
 }
 BENCHMARK(RepaintAsItIs);
 
 void RepaintThickness(benchmark::State& state) {
-  Repaint(state, {.ScaleRadio = 100, .Rotate180 = 0, .Thickness = 4});
+  Repaint(state, {.thickness = kLevelVeryDark, .turned = false, .scale = 100});
 }
 BENCHMARK(RepaintThickness);
 
 void RepaintTurned(benchmark::State& state) {
-  Repaint(state, {.ScaleRadio = 100, .Rotate180 = 1, .Thickness = 2});
+  Repaint(state, {.thickness = kLevelNormal, .turned = true, .scale = 100});
 }
 BENCHMARK(RepaintTurned);
 
 void RepaintScaled(benchmark::State& state) {
-  Repaint(state, {.ScaleRadio = 75, .Rotate180 = 0, .Thickness = 2});
+  Repaint(state, {.thickness = kLevelNormal, .turned = false, .scale = 75});
 }
 BENCHMARK(RepaintScaled);
 
 void RepaintThicknessTurnedScaled(benchmark::State& state) {
-  Repaint(state, {.ScaleRadio = 75, .Rotate180 = 1, .Thickness = 4});
+  Repaint(state, {.thickness = kLevelVeryDark, .turned = true, .scale = 75});
 }
 BENCHMARK(RepaintThicknessTurnedScaled);
 
@@ -207,6 +213,11 @@ void MirroredPicture(benchmark::State& state) {
   WorkOnRows(state, MirrorRows);
 }
 BENCHMARK(MirroredPicture);
+
+void TurnedPicture(benchmark::State& state) {
+  WorkOnRows(state, TurnRows);
+}
+BENCHMARK(TurnedPicture);
 
 void WhiteEdgesOfThePicture(benchmark::State& state) {
   WorkOnRows(state, WhitenEdges);

@@ -25,6 +25,7 @@ constexpr std::uint32_t kBookletCoverDialog = 1071;
 enum Control : std::int32_t {
   kMediaCombo = 1009,
   kMediaLabel = 1028,
+  kDefaultsButton = 1064,
   kHelpButton = 1112,
   kSourceCombo = 1393,
   kPrintCoverCheck = 1394,
@@ -231,6 +232,8 @@ void Start(const Dialog& dialog) {
   state.snapshot.publicDevmode = *dialog.context().publicPointer;
   state.snapshot.privateDevmode = *dialog.context().privatePointer;
   SetCaptions(dialog.window, dialog.texts(), kCaptions);
+  // Nothing is known to be set back here: a booklet's defaults are those of the layout page.
+  dialog.Show(kDefaultsButton, false);
   SetTitle(dialog);
   state.bindingCombo.Attach(dialog.window, kBindingCombo);
   state.mediaCombo.Attach(dialog.window, kMediaCombo);

@@ -40,7 +40,9 @@ struct LayoutPageState final : PageState {
   IntSpin scaleSpin;          // 1107
   IntEdit scaleEdit;          // 1025
   WindowHandle dialog = nullptr;
-  std::uint8_t posterFree = 0;                // 1 while no booklet holds the poster back
+  // 1 when no booklet held the poster back as its lock was shown last. A click on another mode
+  // hides the lock's icon and leaves this as it is until the next refresh.
+  std::uint8_t posterFree = 0;
   std::array<WindowHandle, 3> tooltips = {};  // of icons 1452, 1454, 1453
 
   OrderRows orderRows = OrderRows::kNone;  // what the list of orders was filled with

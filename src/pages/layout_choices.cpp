@@ -9,9 +9,6 @@
 namespace ostrel::layout {
 namespace {
 
-constexpr std::int16_t kPortrait = 1;
-constexpr std::int16_t kLandscape = 2;
-
 // Stores a word that differs. Result: whether it did.
 bool StoreWord(const LayoutPage& page, const char* key, std::int16_t value) {
   std::int16_t before = 0;
@@ -157,7 +154,8 @@ void ScaleEntered(const LayoutPage& page) {
 }
 
 void ScaleStep(const LayoutPage& page, const NotifyUpDown& notify) {
-  if (page.state.scaleSpin.Step(notify.iDelta < 0)) {
+  // A locked box has nothing to step: its 100 is the page's.
+  if (!page.state.scaleLocked && page.state.scaleSpin.Step(notify.iDelta < 0)) {
     StoreScale(page, ShownScale(page));
   }
 }
@@ -175,6 +173,8 @@ std::intptr_t ScaleLeave(const LayoutPage& page) {
     World().windows.SetWindowLongPtrW(page.window, kDwlpMessageResult, kStay);
     return kStay;
   }
+  // The record's own number lets the page go too, on purpose: there is nothing to store, and a user
+  // who changed nothing must not be kept.
   if (percent != ScalePercent(page.context)) {
     StoreScale(page, percent);
     ShowScale(page, percent);

@@ -1,5 +1,7 @@
 #include "pages/layout_defaults.h"
 
+#include "pages/page_record.h"
+
 #include <cstdint>
 
 namespace ostrel {
@@ -34,8 +36,6 @@ constexpr DefaultRow kDefaults[] = {
     {&PrivateDevmode::Rotate180,                       0},
 };
 // clang-format on
-constexpr std::int32_t kDefaultScale = 100;
-constexpr std::int16_t kDefaultOrientation = 1;
 
 template <typename Word>
 bool Set(Word& word, Word value) {
@@ -52,8 +52,8 @@ bool LayoutDefaults(UIContext& context) {
   for (const DefaultRow& row : kDefaults) {
     changed |= Set(own.*row.word, row.value);
   }
-  changed |= Set(own.ScaleRadio, kDefaultScale);
-  changed |= Set(context.publicPointer->dmOrientation, kDefaultOrientation);
+  changed |= Set(own.ScaleRadio, kFullScale);
+  changed |= Set(context.publicPointer->dmOrientation, kPortrait);
   return changed;
 }
 

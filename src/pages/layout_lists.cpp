@@ -3,6 +3,7 @@
 #include "core/model_table.h"
 #include "core/process_state.h"
 #include "core/string_ids.h"
+#include "pages/page_record.h"
 
 namespace ostrel {
 namespace {
@@ -71,7 +72,6 @@ bool HasAllRows() {
 }  // namespace
 
 OrderRows OrderRowsFor(std::int16_t pages, std::int16_t orientation) {
-  constexpr std::int16_t kLandscape = 2;
   if (pages != 2) {
     return OrderRows::kSeveralPages;
   }

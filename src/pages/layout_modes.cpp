@@ -153,7 +153,6 @@ void BookletClick(const LayoutPage& page) {
   if (page.state.refusing) {
     return;
   }
-  ClearPageRadios(page);
   EnablePageRadios(page, false);
   page.state.posterRadio.Enable(false);
   const bool accepted = Ask(page, LayoutOption::kBooklet);
@@ -163,6 +162,10 @@ void BookletClick(const LayoutPage& page) {
     // The record keeps the booklet until the next mode, or until the print options page repairs it.
     page.state.modeGroup.Select(poster ? kPosterMode : kPagesMode);
     ModeEnable(page, pages, false, poster);
+    // The click has set the scale back too: a live box must not bring the old one back.
+    if (!page.state.scaleLocked) {
+      ShowScale(page, ScalePercent(page.context));
+    }
     FocusMode(page);
     return;
   }

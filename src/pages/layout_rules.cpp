@@ -94,7 +94,7 @@ constexpr LayoutRule kLayoutRules[] = {
 
     {kBookletRadio,   HasConflicts,            kLocked,   Refusal::kNone,                  {}},
     {kBooklet,        Always,                  kGoesOn,   Refusal::kNone,
-        {{{kBookletPrint, 1}, {kPageRadioChecks, 0}, {kCollate, 1}, {kScaleRadio, 100},
+        {{{kPageRadioChecks, 0}, {kBookletPrint, 1}, {kCollate, 1}, {kScaleRadio, kFullScale},
           {kJobMode, 0}, {kJobModeAllowed, 0}, {kDuplexOff, 0}}}},
     {kBooklet,        IsOneSided,              kAccepted, Refusal::kNone,                  {{{kDuplex, kDuplexShortEdge}}}},
     {kBooklet,        HasConflicts,            kRefused,  Refusal::kBookletConflicts,      {}},
@@ -115,12 +115,12 @@ constexpr LayoutRule kLayoutRules[] = {
 };
 // clang-format on
 
-// Kept by the other pages, where the option is asked for:
+// Kept by other pages, where the option is asked for:
 // - two-sided printing while a poster is on is refused (print options page, TwoSidedClick);
 // - the job mode is locked at 0 by a poster, a booklet or a watermark (AllowsJobMode);
 // - reverse order is locked by two-sided printing (print options page, ShowReverseLock);
 // - collation is checked and locked by a booklet (print options page, ShowCollate);
-// - the list of watermarks is locked by a poster (watermark page).
+// - the list of watermarks will be locked by a poster (watermark page, which isn't built yet).
 
 // ---- The interpreter ----------------------------------------------------------------------------
 

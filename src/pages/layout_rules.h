@@ -44,7 +44,7 @@ LayoutFacts ReadLayoutFacts(UIContext& context);
 enum class Verdict : std::uint8_t {
   kGoesOn,    // the effects, and the rows below are tried too
   kAccepted,  // the effects
-  kRefused,   // the box, then the effects
+  kRefused,   // the box, then the effects; what rows above have written stays written
   kLocked,
   kLive,
 };

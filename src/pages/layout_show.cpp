@@ -15,8 +15,6 @@ constexpr std::int32_t kScaleControls[] = {kScaleEdit,    kScaleLabel,    kScale
                                            kScaleUnitOld, kScaleRangeOld, kScaleSpin};
 constexpr std::int32_t kOrderControls[] = {kOrderLabel, kOrderCombo, kBorderCombo, kBorderLabel};
 
-constexpr std::int32_t kFullScale = 100;  // percent
-
 // Checks the radio button of one number of pages, and unchecks the others; 0 leaves none.
 void CheckPageRadio(const LayoutPage& page, std::int16_t pages) {
   for (const PageRadioRow& row : kPageRadios) {

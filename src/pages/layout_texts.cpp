@@ -20,21 +20,21 @@ bool PaperRefusesShortEdge(const UIContext& context) {
                                                   kDuplexShortEdge) != MediaRules::kNoConflict;
 }
 
-bool AreSeveralPages(const UIContext& context) {
-  return Setting(context, "MultipleUp", 1) > 1;  // a poster among them
+// By the bare number: a poster's code counts, and so does the one above it.
+bool IsMoreThanOnePage(const UIContext& context) {
+  return Setting(context, "MultipleUp", 1) > 1;
 }
 
 }  // namespace
 
 void TellScaleReasons(UIContext& context, std::span<char16_t> buffer) {
   Reasons reasons(context, buffer);
-  reasons.AddIf(AreSeveralPages(context) || Setting(context, "PosterPrint", 0) != 0,
+  reasons.AddIf(IsMoreThanOnePage(context) || Setting(context, "PosterPrint", 0) != 0,
                 kStringScaleLockedByPages);
   reasons.AddIf(IsBooklet(context), kStringScaleLockedByBooklet);
 }
 
 void TellBookletReasons(UIContext& context, std::span<char16_t> buffer) {
-  constexpr std::int32_t kFullScale = 100;
   const std::int16_t duplex = StoredDuplex(context);
   Reasons reasons(context, buffer);
   reasons.AddIf(duplex == kDuplexLongEdge || duplex == kOldLongEdge, kStringBookletNeedsShortEdge);
@@ -42,7 +42,7 @@ void TellBookletReasons(UIContext& context, std::span<char16_t> buffer) {
   reasons.AddIf(PaperRefusesShortEdge(context), kStringBookletNeedsTwoSidedPaper);
   reasons.AddIf(IsReverse(context), kStringBookletNeedsNormalOrder);
   reasons.AddIf(ScalePercent(context) != kFullScale, kStringBookletNeedsFullScale);
-  reasons.AddIf(AreSeveralPages(context), kStringBookletNeedsOnePage);
+  reasons.AddIf(IsMoreThanOnePage(context), kStringBookletNeedsOnePage);
 }
 
 void TellPosterReason(UIContext& context, std::span<char16_t> buffer) {

@@ -2,6 +2,7 @@
 
 #include "core/language.h"
 #include "core/text.h"
+#include "pages/page_record.h"
 
 #include <algorithm>
 #include <iterator>
@@ -167,7 +168,6 @@ std::uint32_t MediaRules::ActiveConflicts() const {
   if (context_ == nullptr) {
     return 0;
   }
-  constexpr std::int16_t kFullScale = 100;
   // The words are read as they stand: through the accessor a duplex above 3 would become 1.
   const PublicDevmode& shared = *context_->publicPointer;
   const PrivateDevmode& own = *context_->privatePointer;

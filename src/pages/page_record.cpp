@@ -14,7 +14,6 @@ void SetSetting(UIContext& context, const char* key, std::int16_t value) {
 }
 
 std::int32_t ScalePercent(const UIContext& context) {
-  constexpr std::int32_t kFullScale = 100;
   std::int32_t percent = kFullScale;
   return GetUIParam(&context, "ScaleRadio", &percent, sizeof(percent)) == kResultOk ? percent
                                                                                     : kFullScale;

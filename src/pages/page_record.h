@@ -10,11 +10,17 @@ namespace ostrel {
 // MultipleUp by the code that stands for a poster in the place of a number of pages.
 inline constexpr std::int16_t kMultipleUpPoster = 22;
 
+inline constexpr std::int32_t kFullScale = 100;  // ScaleRadio, percent
+
+// dmOrientation.
+inline constexpr std::int16_t kPortrait = 1;
+inline constexpr std::int16_t kLandscape = 2;
+
 // A word of the private part by its key; `fallback` stands for a key that can't be read.
 std::int16_t Setting(const UIContext& context, const char* key, std::int16_t fallback);
 void SetSetting(UIContext& context, const char* key, std::int16_t value);
 
-// The print scale in percent, which takes two words; 100 when it can't be read.
+// The print scale in percent, which takes two words; kFullScale when it can't be read.
 std::int32_t ScalePercent(const UIContext& context);
 void SetScalePercent(UIContext& context, std::int32_t percent);
 

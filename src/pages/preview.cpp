@@ -64,7 +64,7 @@ struct PlainPicture {
   std::uint32_t landscape;
 
   std::uint32_t Of(std::int16_t orientation) const {
-    return orientation == 1 ? portrait : orientation == 2 ? landscape : 0;
+    return orientation == kPortrait ? portrait : orientation == kLandscape ? landscape : 0;
   }
 };
 constexpr PlainPicture kPoster = {.portrait = 1074, .landscape = 1073};
@@ -179,31 +179,8 @@ class Picture {
   BitmapInfoHeader form_ = {};
 };
 
-// Turns a picture by half a circle: drawn once, copied from its last pixel to its first, read back.
-bool TurnPicture(DeviceContext control, const MemoryContext& turnedContext, Picture& picture) {
-  Graphics& graphics = World().graphics;
-  const Rect bounds = picture.bounds();
-  const OwnedObject turned(graphics.CreateCompatibleBitmap(control, bounds.right, bounds.bottom));
-  const OwnedObject upright(graphics.CreateCompatibleBitmap(control, bounds.right, bounds.bottom));
-  const MemoryContext uprightContext(nullptr);
-  const Selection uprightSelection(uprightContext, upright.get());
-  if (!uprightSelection || !picture.Draw(uprightContext, bounds)) {
-    return false;
-  }
-  {
-    const Selection turnedSelection(turnedContext, turned.get());
-    const Rect fromLastToFirst = {bounds.right - 1, bounds.bottom - 1, -1, -1};
-    if (!turnedSelection ||
-        !graphics.StretchBlt(turnedContext.get(), fromLastToFirst, uprightContext.get(), bounds)) {
-      return false;
-    }
-  }
-  return picture.Read(turnedContext, turned.get());
-}
-
 // A bitmap's pixels with all of the look but the scale.
-bool TakePicture(DeviceContext control, GdiObject bitmap, const PreviewLook& look,
-                 Picture& picture) {
+bool TakePicture(GdiObject bitmap, const PreviewLook& look, Picture& picture) {
   const MemoryContext upright(nullptr);
   if (!picture || !upright || !picture.Read(upright, bitmap)) {
     return false;
@@ -212,12 +189,16 @@ bool TakePicture(DeviceContext control, GdiObject bitmap, const PreviewLook& loo
     MirrorRows(picture.rows());
   }
   ShowLevel(picture.rows(), look.level);
-  return !look.rotate || look.booklet || TurnPicture(control, upright, picture);
+  // In memory, rather than drawn, copied by a stretch from the last pixel to the first and read
+  // back: a copy of the same size takes each pixel as it is, so that both ways end with the same
+  // pixels, and this one needs no bitmap.
+  if (look.rotate && !look.booklet) {
+    TurnRows(picture.rows());
+  }
+  return true;
 }
 
 // ---- Painting -----------------------------------------------------------------------------------
-
-constexpr std::int32_t kFullScale = 100;
 
 // No control is as large as this, and no length of the platform is larger.
 constexpr std::int64_t kLongestSide = 32767;
@@ -268,14 +249,10 @@ std::uint32_t LayoutPictureId(UIContext& context) {
 }
 
 PreviewLook PreviewLookOf(const UIContext& context) {
-  std::int32_t scale = kFullScale;
-  if (GetUIParam(&context, "ScaleRadio", &scale, sizeof(scale)) != kResultOk) {
-    scale = kFullScale;
-  }
   const bool savesToner = Setting(context, "TonerSavingMode", 0) != 0;
   return {.level = savesToner ? kLevelVeryLight : Setting(context, "Thickness", kLevelNormal),
           .rotate = Setting(context, "Rotate180", 0) != 0,
-          .scale = scale,
+          .scale = ScalePercent(context),
           .booklet = IsBooklet(context)};
 }
 
@@ -285,7 +262,7 @@ void DrawLayoutPreview(DeviceContext control, GdiObject bitmap, const Rect& rect
     return;
   }
   Picture picture(bitmap);
-  if (!TakePicture(control, bitmap, look, picture)) {
+  if (!TakePicture(bitmap, look, picture)) {
     return;
   }
   Graphics& graphics = World().graphics;

@@ -38,6 +38,9 @@ inline constexpr std::int16_t kLevelVeryDark = 4;
 // Turns each row round, so that its first pixel becomes its last.
 void MirrorRows(const PixelRows& rows);
 
+// Turns the picture by half a circle, so that its first pixel becomes its last.
+void TurnRows(const PixelRows& rows);
+
 // Makes all that isn't white lighter or darker by the level's amount, each byte of a pixel for
 // itself. The picture's edges stay as they are: the first three rows and the last two, and of each
 // row what lies before byte 7 or behind byte stride - 7.

@@ -405,7 +405,8 @@ TEST(BookletMessages, OtherButtonsAndCodes_DoNothing) {
   const DriverDevmode before = stage.context.devmode;
   EXPECT_FALSE(stage.Open([&](User& user) {
     const DriverDevmode snapshot = stage.state().snapshot;
-    EXPECT_TRUE(user.Click(1064));
+    EXPECT_FALSE(user.Click(1064));  // hidden
+    stage.windows().Deliver(user.dialog(), kWmCommand, MakeWords(1064, kBnClicked), 0);
     for (const std::uint16_t control :
          std::initializer_list<std::uint16_t>{1, 2, 1479, 1393, 1009, 1394, 1112}) {
       for (const std::uint16_t code :

@@ -15,6 +15,18 @@ using test::BookletStage;
 
 // ---- Captions and lists -------------------------------------------------------------------------
 
+TEST(BookletControls, TheDefaultsButton_IsNotShown) {
+  BookletStage stage;
+  EXPECT_FALSE(stage.Open([](User& user) {
+    EXPECT_TRUE(user.Has(1064));
+    EXPECT_FALSE(user.Shown(1064));
+    for (const std::int32_t button : {1, 2, 1112}) {
+      EXPECT_TRUE(user.Shown(button)) << button;
+    }
+  }));
+  EXPECT_EQ(stage.openings, 1);
+}
+
 TEST(BookletCaptions, EachControl_HasItsOwn) {
   struct {
     std::int32_t control;

@@ -334,6 +334,24 @@ TEST_P(LayoutDefault, ComesBackAndRefreshesThePage) {
   EXPECT_EQ(stage.shared().dmDuplex, 3);
 }
 
+// The two that are no words of the private part.
+TEST(LayoutDefaultsButton, AlsoRefreshesForTheScaleOrTheOrientationAlone) {
+  void (*const kChanges[])(LayoutStage&) = {
+      [](LayoutStage& stage) { stage.own().ScaleRadio = 99; },
+      [](LayoutStage& stage) { stage.shared().dmOrientation = 2; }};
+  for (const auto change : kChanges) {
+    LayoutStage stage;
+    ASSERT_TRUE(stage.Open());
+    EXPECT_TRUE(stage.user().Click(1064));
+    change(stage);
+    stage.windows().stateChanges.clear();
+    EXPECT_TRUE(stage.user().Click(1064));
+    EXPECT_FALSE(stage.windows().stateChanges.empty());
+    EXPECT_EQ(stage.own().ScaleRadio, 100);
+    EXPECT_EQ(stage.shared().dmOrientation, 1);
+  }
+}
+
 TEST(LayoutDefaultsButton, WithoutAChangeDoesNotRefresh) {
   LayoutStage stage;
   ASSERT_TRUE(stage.Open([](UIContext& context) {

@@ -79,6 +79,32 @@ TEST(LayoutDrawing, SheetPictureStandsInTheMiddle) {
   ASSERT_EQ(drawn->size(), 1U);
   EXPECT_EQ(drawn->front().bitmap, 901U);
   EXPECT_EQ(drawn->front().transparentColor, 15660020U);
+  const headless::BitmapResource& picture =
+      stage.world().platform.modules.ResourcesOf(stage.context().bitmapModule)->bitmaps.at(901);
+  const Rect& control = stage.windows().Find(stage.Item(1388))->screenPlace;
+  const Rect& place = drawn->front().place;
+  EXPECT_EQ(place.left, (control.Width() - picture.width) / 2);
+  EXPECT_EQ(place.top, (control.Height() - picture.height) / 2);
+  EXPECT_EQ(place.Width(), picture.width);
+  EXPECT_EQ(place.Height(), picture.height);
+}
+
+TEST(LayoutDrawing, PreviewShowsThePictureOfTheRecordsMode) {
+  LayoutStage stage;
+  ASSERT_TRUE(stage.Open());
+  const auto drawn = [&](std::int16_t pages) {
+    stage.own().MultipleUp = pages;
+    EXPECT_TRUE(stage.user().Draw(1067).has_value());
+    return *stage.graphics().SurfaceOf(stage.Item(1067));
+  };
+  const headless::Surface onePage = drawn(1);
+  const headless::Surface poster = drawn(22);
+  EXPECT_NE(onePage, poster);
+  EXPECT_EQ(drawn(1), onePage);
+  // Both are drawn: a cleared control has one colour.
+  for (const headless::Surface* shown : {&onePage, &poster}) {
+    EXPECT_NE(*shown, headless::Surface(shown->width(), shown->height(), shown->ColorAt(0, 0)));
+  }
 }
 
 struct DrawCase {
@@ -153,6 +179,20 @@ TEST(LayoutMeasuring, GivesTwoListsRowsOfTheScreensHeight) {
                 list == 1393 ? 5U : static_cast<std::uint32_t>(std::max(16, dotsPerInch / 6)));
     }
   }
+}
+
+// Lists are measured while the dialog is being made.
+TEST(LayoutMeasuring, NeedsNoContext) {
+  LayoutStage stage;
+  ASSERT_TRUE(stage.Open());
+  stage.windows().SetWindowLongPtrW(stage.page(), kGwlpUserData, 0);
+  MeasureItem question = {};
+  question.CtlID = 1046;
+  EXPECT_EQ(stage.CallProcedure(kWmMeasureItem, 1046, reinterpret_cast<std::intptr_t>(&question)),
+            1);
+  EXPECT_EQ(question.itemHeight, 16U);
+  stage.windows().SetWindowLongPtrW(stage.page(), kGwlpUserData,
+                                    reinterpret_cast<std::intptr_t>(&stage.context()));
 }
 
 // ---- Tooltips -----------------------------------------------------------------------------------
@@ -253,6 +293,23 @@ TEST(LayoutTips, MouseRefreshesTheToolsOfAllThree) {
     EXPECT_EQ(messages, std::vector<std::uint32_t>({kTtmActivate, kTtmSetToolInfo, kTtmActivate}))
         << icon;
   }
+}
+
+// Models without booklets have no tooltip for the booklet's icon.
+TEST(LayoutTips, MouseRefreshesTheToolsOfTwoWhereNoBookletIsOffered) {
+  LayoutStage stage;
+  stage.SelectModel(u"Alder 1 Series");
+  ASSERT_TRUE(stage.Open());
+  EXPECT_EQ(stage.state().tooltips[2], nullptr);
+  std::vector<const std::vector<LayoutStage::Sent>*> sent;
+  for (const std::size_t place : {std::size_t{0}, std::size_t{1}}) {
+    sent.push_back(&stage.PageStage::Watch(stage.state().tooltips[place]));
+  }
+  stage.Send(kWmMouseMove);
+  for (const auto* messages : sent) {
+    EXPECT_EQ(std::ranges::count(*messages, kTtmSetToolInfo, &LayoutStage::Sent::message), 1);
+  }
+  EXPECT_TRUE(stage.changes.empty());
 }
 
 // ---- Messages that mean nothing here ------------------------------------------------------------

@@ -50,8 +50,12 @@ TEST_P(LayoutPages, ClickStoresThePagesAndResetsTheirOrder) {
   }));
   TellPages(&PageLinks::jobModeAllowed, false);
   stage.Watch();
-  stage.Command(click.control);
   const bool changed = click.pages != before;
+  stage.onChange = [&] {  // all is asked to be drawn again before the sheet is told
+    EXPECT_EQ(stage.Redrawn(1046), changed ? 1U : 0U);
+    EXPECT_EQ(stage.Redrawn(1067), 1U);
+  };
+  stage.Command(click.control);
   EXPECT_EQ(stage.own().MultipleUp, click.pages);
   EXPECT_EQ(stage.own().PosterPrint, 0);
   EXPECT_EQ(stage.own().BookletPrint, 0);
@@ -230,6 +234,10 @@ TEST_P(LayoutPoster, IsAcceptedOrRefusedByTheFirstRowThatMatches) {
     EXPECT_EQ(stage.CheckedPages(), Ids());
   };
   stage.own().MultipleUp = 4;  // as after a click that the page didn't hear of
+  stage.onChange = [&] {
+    EXPECT_EQ(stage.Redrawn(1046), GetParam().box == 0 ? 1U : 0U);
+    EXPECT_EQ(stage.Redrawn(1067), 1U);
+  };
   stage.Command(1485);
   ASSERT_EQ(stage.changes.size(), 1U);
   EXPECT_EQ(std::memcmp(&stage.changes[0], &stage.context().devmode, sizeof(DriverDevmode)), 0);
@@ -366,6 +374,7 @@ TEST_P(LayoutBooklet, ClickTurnsItOnWithAllThatBelongsToIt) {
   TellPages(&PageLinks::jobModeAllowed, true);
   TellPages(&PageLinks::duplexOff, true);
   stage.Watch();
+  stage.onChange = [&] { EXPECT_EQ(stage.Redrawn(1067), 1U); };
   EXPECT_TRUE(stage.user().Click(1486));
   EXPECT_EQ(stage.own().BookletPrint, 1);
   EXPECT_EQ(stage.shared().dmDuplex, 3);
@@ -474,6 +483,34 @@ TEST(LayoutBookletClick, OnOneSidedPrintingConflictsDoNotRefuse) {
   EXPECT_TRUE(stage.boxes().empty());
   EXPECT_EQ(stage.shared().dmDuplex, 3);
   EXPECT_EQ(stage.own().BookletPrint, 1);
+}
+
+TEST(LayoutBookletClick, RefusedOneShowsTheScaleThatItSetBack) {
+  LayoutStage stage;
+  ASSERT_TRUE(stage.Open());
+  stage.shared().dmDuplex = 2;
+  stage.own().ScaleRadio = 150;
+  stage.ShowAgain();
+  ASSERT_EQ(stage.user().Text(1025), u"150");
+  stage.Watch();
+  stage.Command(1486);
+  ASSERT_EQ(stage.boxes().size(), 1U);
+  EXPECT_TRUE(stage.IsScaleLive(true));
+  EXPECT_EQ(stage.user().Text(1025), u"100");
+  stage.Command(1025, kEnKillFocus);
+  EXPECT_EQ(stage.own().ScaleRadio, 100);
+  EXPECT_TRUE(stage.changes.empty());
+}
+
+TEST(LayoutBookletClick, RefusedOneKeepsALockedBoxAtFullScale) {
+  LayoutStage stage;
+  ASSERT_TRUE(stage.Open([](UIContext& context) {
+    context.publicPointer->dmDuplex = 2;
+    context.privatePointer->MultipleUp = 4;
+  }));
+  stage.windows().onBox = [&](const auto&) { stage.own().ScaleRadio = 150; };
+  stage.Command(1486);
+  EXPECT_TRUE(stage.IsScaleLive(false));
 }
 
 TEST(LayoutBookletClick, ScaleBoxWithTheFocusDoesNotWriteItsNumberBack) {

@@ -66,6 +66,86 @@ TEST_P(LayoutMode, DecidesRadiosListsLocksAndIcons) {
   EXPECT_TRUE(stage.changes.empty());
 }
 
+// ---- What a mode before has left behind ---------------------------------------------------------
+
+struct LeftCase {
+  const char* name;
+  void (*set)(UIContext& context);
+};
+void PrintTo(const LeftCase& row, std::ostream* out) {
+  *out << row.name;
+}
+void SetBooklet(UIContext& context) {
+  context.publicPointer->dmDuplex = 3;
+  context.privatePointer->BookletPrint = 1;
+}
+void SetPoster(UIContext& context) {
+  context.privatePointer->MultipleUp = 22;
+  context.privatePointer->PosterPrint = 1;
+}
+// clang-format off
+const LeftCase kLeftCases[] = {
+    {"Booklet",         SetBooklet},
+    {"Poster",          SetPoster},
+    // The start locks the radio buttons for it, and the refresh looks at the number of pages.
+    {"PosterOfOnePage", [](UIContext& c) { c.privatePointer->PosterPrint = 1; }},
+};
+// clang-format on
+
+class LayoutLeft : public testing::TestWithParam<LeftCase> {};
+
+INSTANTIATE_TEST_SUITE_P(Modes, LayoutLeft, testing::ValuesIn(kLeftCases), test::CaseName());
+
+TEST_P(LayoutLeft, ByDefaultsHasItsRadioButtonsFreeAgain) {
+  LayoutStage stage;
+  ASSERT_TRUE(stage.Open(GetParam().set));
+  stage.windows().EnableWindow(stage.Item(1485), false);  // as a click on the booklet leaves it
+  EXPECT_TRUE(stage.user().Click(1064));
+  EXPECT_TRUE(stage.ArePageRadiosEnabled(true));
+  EXPECT_TRUE(stage.user().Enabled(1485));
+  EXPECT_EQ(stage.CheckedPages(), std::vector<std::int32_t>({1387}));
+  EXPECT_EQ(stage.CheckedModes(), std::vector<std::int32_t>({1484}));
+}
+
+TEST(LayoutLeftBehind, RadioButtonsThatAPosterOfOnePageLocksAtTheStartAreFreeOnceItIsShown) {
+  LayoutStage stage;
+  ASSERT_TRUE(stage.Open([](UIContext& context) { context.privatePointer->PosterPrint = 1; }));
+  const headless::User alone = stage.StartAlone();
+  EXPECT_FALSE(alone.Enabled(1387));
+  stage.ShowAgain();
+  EXPECT_TRUE(stage.ArePageRadiosEnabled(true));
+}
+
+// Nothing of the five stays checked where the record has none of their numbers.
+TEST(LayoutLeftBehind, CheckedRadioButtonIsClearedForAModeWithoutOne) {
+  void (*const kModes[])(UIContext&) = {
+      SetBooklet, SetPoster, [](UIContext& context) { context.privatePointer->MultipleUp = 23; }};
+  for (const auto set : kModes) {
+    for (const std::int32_t radio : test::kPageRadioIds) {
+      LayoutStage stage;
+      ASSERT_TRUE(stage.Open());
+      stage.windows().CheckDlgButton(stage.page(), radio, kBstChecked);
+      set(stage.context());
+      stage.ShowAgain();
+      EXPECT_EQ(stage.CheckedPages(), std::vector<std::int32_t>()) << radio;
+    }
+  }
+}
+
+TEST(LayoutLeftBehind, SizeOfThePosterIsSelectedAgainByAPosterAndByABooklet) {
+  for (const auto set : {SetBooklet, SetPoster}) {
+    LayoutStage stage;
+    ASSERT_TRUE(stage.Open());
+    stage.windows().SendMessageW(stage.Item(1044), kCbSetCurSel, static_cast<std::uintptr_t>(-1),
+                                 0);
+    stage.ShowAgain();
+    ASSERT_EQ(stage.user().Selected(1044), -1);  // one page asks for no size
+    set(stage.context());
+    stage.ShowAgain();
+    EXPECT_EQ(stage.user().Selected(1044), 0);
+  }
+}
+
 // ---- Words that one control shows ---------------------------------------------------------------
 
 struct WordCase {

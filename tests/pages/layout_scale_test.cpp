@@ -166,6 +166,37 @@ TEST(LayoutSpin, OtherSpinsAreNotHeard) {
   EXPECT_EQ(stage.own().ScaleRadio, 101);
 }
 
+TEST(LayoutSpin, StoresAndTellsItsStepBesideTheBoxsOwnChange) {
+  LayoutStage stage;
+  ASSERT_TRUE(stage.Open());
+  stage.Watch();
+  // What the box has stored is lost again: the step's own storing stays.
+  stage.onChange = [&] {
+    if (stage.changes.size() == 1) {
+      stage.own().ScaleRadio = 77;
+    }
+  };
+  EXPECT_TRUE(stage.user().SpinUp(1107));
+  ASSERT_EQ(stage.changes.size(), 2U);
+  EXPECT_EQ(stage.OwnAt(1).ScaleRadio, 101);
+  EXPECT_EQ(stage.own().ScaleRadio, 101);
+}
+
+TEST(LayoutSpin, OfALockedBoxStepsNothing) {
+  LayoutStage stage;
+  ASSERT_TRUE(stage.Open([](UIContext& context) {
+    context.privatePointer->MultipleUp = 4;
+    context.privatePointer->ScaleRadio = 150;
+  }));
+  stage.Watch();
+  NotifyUpDown step = {{nullptr, 1107, kUdnDeltaPos}, 0, -1};
+  stage.Send(kWmNotify, 1107, reinterpret_cast<std::intptr_t>(&step));
+  EXPECT_EQ(stage.own().ScaleRadio, 150);
+  EXPECT_EQ(stage.user().Text(1025), u"100");
+  EXPECT_TRUE(stage.changes.empty());
+  EXPECT_FALSE(stage.IsUntitled());
+}
+
 // ---- The lock -----------------------------------------------------------------------------------
 
 TEST(LayoutScaleLock, ShowsFullScaleKeepsTheRecordAndGivesItBack) {

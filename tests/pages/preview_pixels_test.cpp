@@ -38,14 +38,19 @@ class Pixels {
       }
     }
   }
-  // Any bytes, the rows' padding among them; of three pixels two are white.
+  // Any bytes, the rows' padding among them; of three pixels two are white. With an even seed rows
+  // begin with white paper, and half of them are like the one before.
   void FillAtRandom(unsigned seed) {
     std::mt19937 numbers(seed);
     for (std::int32_t row = 0; row < rows.height; ++row) {
       bool white = false;
+      const bool repeats = row != 0 && seed % 2 == 0 && numbers() % 2 == 0;
       for (std::int32_t byte = 0; byte < stride; ++byte) {
         white = byte % 3 == 0 ? numbers() % 3 != 0 : white;
-        At(row, byte) = white ? 0xFF : static_cast<std::uint8_t>(numbers());
+        const bool paper = seed % 2 == 0 && byte < 30;
+        At(row, byte) = repeats          ? At(row - 1, byte)
+                        : white || paper ? 0xFF
+                                         : static_cast<std::uint8_t>(numbers());
       }
     }
   }
@@ -98,6 +103,26 @@ TEST_P(PixelWork, MirroredRows_HaveTheirPixelsInTheOtherOrder) {
     ASSERT_EQ(after.bytes, expected.bytes);
     MirrorRows(after.rows);
     ASSERT_EQ(after.bytes, before.bytes);
+  }
+}
+
+// ---- A turned picture ---------------------------------------------------------------------------
+
+TEST_P(PixelWork, ATurnedPicture_HasItsPixelsFromTheLastToTheFirst) {
+  for (unsigned seed = 1; seed <= 4; ++seed) {
+    const Pixels before = Random(seed);
+    Pixels expected = before;
+    for (std::int32_t row = 0; row < expected.rows.height; ++row) {
+      for (std::int32_t byte = 0; byte < expected.rows.width * 3; ++byte) {
+        const std::int32_t from = (expected.rows.width - 1 - byte / 3) * 3 + byte % 3;
+        const std::int32_t above = expected.rows.height - 1 - row;
+        expected.At(row, byte) =
+            before.bytes[static_cast<std::size_t>(above * expected.stride + from)];
+      }
+    }
+    Pixels after = before;
+    TurnRows(after.rows);
+    ASSERT_EQ(after.bytes, expected.bytes);
   }
 }
 

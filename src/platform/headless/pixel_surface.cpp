@@ -4,6 +4,7 @@
 #include <array>
 #include <cstdlib>
 #include <cstring>
+#include <span>
 
 namespace ostrel::headless {
 namespace {
@@ -56,6 +57,9 @@ class StoredRows {
 
 // The pixel that the i-th of `count` takes of `available` ones.
 std::int32_t Taken(std::int64_t i, std::int64_t count, std::int64_t available, Sampling sampling) {
+  if (count == available) {
+    return static_cast<std::int32_t>(i);
+  }
   std::int64_t taken = i * available / count;
   if (sampling == Sampling::kNearest && count < available) {
     taken = (2 * (i + 1) * available - count - 1) / (2 * count);
@@ -87,6 +91,7 @@ Side PlanSide(Extent to, std::int32_t targetSize, Extent from, std::int32_t sour
   Side side;
   const std::int32_t begin = std::max(0, -to.First());
   const std::int32_t end = available == 0 ? 0 : std::min(count, targetSize - to.First());
+  side.from.reserve(static_cast<std::size_t>(std::max(0, end - begin)));
   for (std::int32_t i = begin; i < end; ++i) {
     const std::int32_t place = to.First() + i;
     const std::int32_t taken =
@@ -103,10 +108,18 @@ Side PlanSide(Extent to, std::int32_t targetSize, Extent from, std::int32_t sour
 }
 
 void CopyRow(std::uint8_t* target, const std::uint8_t* source, const Side& columns) {
-  for (const std::int32_t x : columns.from) {
-    std::memcpy(target, source + OffsetOf(x), kPixelBytes);
+  // Four bytes at once wherever a pixel follows, in the source as in the target: what is one too
+  // many is the next pixel's, which is written next.
+  const std::int32_t last = std::max(columns.from.front(), columns.from.back());
+  for (const std::int32_t x : std::span(columns.from).first(columns.from.size() - 1)) {
+    if (x != last) {
+      std::memcpy(target, source + OffsetOf(x), kPixelBytes + 1);
+    } else {
+      std::memcpy(target, source + OffsetOf(x), kPixelBytes);
+    }
     target += kPixelBytes;
   }
+  std::memcpy(target, source + OffsetOf(columns.from.back()), kPixelBytes);
 }
 
 void CopyRowWithout(std::uint8_t* target, const std::uint8_t* source, const Side& columns,
