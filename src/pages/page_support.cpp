@@ -3,6 +3,7 @@
 #include "core/help_file.h"
 #include "core/language.h"
 #include "core/process_state.h"
+#include "core/sheet_frame.h"
 #include "core/text.h"
 
 #include <algorithm>
@@ -45,6 +46,25 @@ UIContext* RememberContext(WindowHandle page, std::intptr_t lParam) {
   const std::intptr_t context = description == nullptr ? 0 : description->lParam;
   World().windows.SetWindowLongPtrW(page, kGwlpUserData, context);
   return PointedAt<UIContext>(context);
+}
+
+std::intptr_t AnswerSheetNotify(WindowHandle page, UIContext& context, std::uint32_t code,
+                                std::uint32_t helpTopic) {
+  switch (code) {
+    case kPsnApply:
+      return ApplySettings(page, &context) ? 1 : 0;
+    case kPsnReset:
+      ForgetApply(&context);
+      return 1;
+    case kPsnHelp:
+      if (helpTopic == kNoHelpTopic) {
+        return 0;
+      }
+      ShowPageHelp(page, helpTopic);
+      return 1;
+    default:
+      return 0;
+  }
 }
 
 void SetCaptions(WindowHandle dialog, ModuleHandle module, std::span<const CaptionRow> rows) {
