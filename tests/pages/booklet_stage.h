@@ -16,14 +16,33 @@
 #include <functional>
 #include <gtest/gtest.h>
 #include <memory>
+#include <ostream>
 #include <string>
 #include <vector>
 
 namespace ostrel::test {
 
+// The dialog's boxes, each with its word of the record.
+struct BookletBoxRow {
+  const char* name;
+  std::int32_t control;
+  std::int16_t PrivateDevmode::*field;
+};
+inline constexpr BookletBoxRow kBookletBoxes[] = {
+    {"Cover", 1394, &PrivateDevmode::BookletPrintCover},
+    {"FrontOutside", 1395, &PrivateDevmode::BookletPrintOnCoverOutside},
+    {"FrontInside", 1396, &PrivateDevmode::BookletPrintOnCoverInside},
+    {"BackOutside", 1397, &PrivateDevmode::BoookletPrintOnBackCoverOutside},
+    {"BackInside", 1398, &PrivateDevmode::BoookletPrintOnBackCoverInside},
+};
+inline void PrintTo(const BookletBoxRow& row, std::ostream* out) {
+  *out << row.name;
+}
+
 class BookletStage {
  public:
   using Play = std::function<void(headless::User&)>;
+  static constexpr std::uint32_t kLayoutPage = 626;
 
   // A cover is printed on A4, by a model of a family that may have both trays and has them.
   BookletStage() {
@@ -69,14 +88,25 @@ class BookletStage {
           kEnglishLibraryPath, std::make_shared<const headless::Resources>(language));
       context.languageModule = world.platform.modules.LoadLibraryW(kEnglishLibraryPath);
     }
+    // The page's part is played by a dialog of the same library.
+    page = windows().CreateDialogWindow(
+        context.languageModule, kLayoutPage, nullptr,
+        [](WindowHandle, std::uint32_t, std::uintptr_t, std::intptr_t) { return std::intptr_t{0}; },
+        0, false);
+    EXPECT_NE(page, nullptr);
     windows().onDialog = [this, play = std::move(play)](WindowHandle dialog) {
       ++openings;
       headless::User user(world.platform, dialog);
       play(user);
     };
-    return ShowBookletCoverDialog(nullptr, context);
+    const bool ok = ShowBookletCoverDialog(page, context);
+    EXPECT_TRUE(windows().Find(page)->IsEnabled());
+    windows().Destroy(page);
+    page = nullptr;
+    return ok;
   }
-  int openings = 0;  // how often a dialog came up
+  WindowHandle page = nullptr;  // while the dialog is open
+  int openings = 0;             // how often a dialog came up
 
   // What may be asked of an open dialog, for tests that look once.
   struct Look {
