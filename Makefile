@@ -46,11 +46,11 @@ test: packages lint test-native test-asan test-print-system test-peers
 
 test-native: packages | build
 	$(call build,native)
-	@ctest --preset native
+	@ctest --preset native --parallel $(JOBS)
 
 test-asan: packages | build
 	$(call build,native,asan)
-	@ctest --preset asan
+	@ctest --preset asan --parallel $(JOBS)
 
 test-print-system: packages | build
 	$(call build,windows)

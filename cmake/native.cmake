@@ -85,12 +85,22 @@ function(ostrel_add_tests name world)
   target_link_libraries(${name} PRIVATE ${world} GTest::gmock GTest::gtest)
 endfunction()
 ostrel_add_tests(ostrel_tests ostrel_test_world)
-add_test(NAME native_tests COMMAND ostrel_tests --gtest_brief=1)
+# A share for each core of a small machine.
+function(ostrel_add_shares program label)
+  set(shares 4)
+  foreach(share RANGE 1 ${shares})
+    math(EXPR index "${share} - 1")
+    add_test(NAME ${program}_${share} COMMAND ${program} --gtest_brief=1)
+    set_tests_properties(${program}_${share} PROPERTIES
+      LABELS "${label}"
+      ENVIRONMENT "GTEST_TOTAL_SHARDS=${shares};GTEST_SHARD_INDEX=${index}")
+  endforeach()
+endfunction()
+ostrel_add_shares(ostrel_tests native)
 ostrel_add_tests(ostrel_tests_asan ostrel_test_world_asan)
 set_target_properties(ostrel_tests_asan PROPERTIES EXCLUDE_FROM_ALL ON)
 add_dependencies(ostrel_asan ostrel_tests_asan)
-add_test(NAME asan_tests COMMAND ostrel_tests_asan --gtest_brief=1)
-set_tests_properties(asan_tests PROPERTIES LABELS asan)
+ostrel_add_shares(ostrel_tests_asan asan)
 
 add_test(NAME shipped_texts COMMAND ${OSTREL_PYTHON} ${CMAKE_SOURCE_DIR}/tools/check-strings.py)
 add_test(NAME shipped_texts_check

@@ -168,14 +168,20 @@ int LoadUntitledName(WindowHandle page, std::span<char16_t> name) {
   return loaded ? static_cast<int>(FieldText(name).size()) : 0;
 }
 
+void ReadUntitledName(WindowHandle page, std::span<char16_t> name) {
+  if (LoadUntitledName(page, name) == 0) {
+    CopyText(name, u"Untitled");
+  }
+}
+
 void MarkUntitled(WindowHandle page, UntitledRule rule) {
   UIContext* context = PageContext(page);
   if (context == nullptr) {
     return;
   }
   char16_t loaded[kTextUnits] = {};
-  const std::u16string_view name =
-      LoadUntitledName(page, loaded) > 0 ? FieldText(loaded) : std::u16string_view(u"Untitled");
+  ReadUntitledName(page, loaded);
+  const std::u16string_view name = FieldText(loaded);
   auto& favorite = context->privatePointer->FavoriteName;
   if (rule == UntitledRule::kAlwaysShort) {
     CopyText(favorite, name.substr(0, kShortNameCharacters));

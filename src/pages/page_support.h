@@ -104,6 +104,9 @@ void SetSheetChanged(WindowHandle page);
 // an empty name when the language has no such text.
 int LoadUntitledName(WindowHandle page, std::span<char16_t> name);
 
+// The same name, or "Untitled" when the language has no such text.
+void ReadUntitledName(WindowHandle page, std::span<char16_t> name);
+
 // How a page writes that name. The limits are to stay as they are.
 enum class UntitledRule {
   kWhenDifferent,  // the print options page: only a name that differs, with up to 260 characters,

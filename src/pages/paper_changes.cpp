@@ -1,7 +1,6 @@
 // The paper page: what the user chooses from its lists, and what source and feed make of it.
-#include "config/setting_stores.h"
-#include "core/paper_tables.h"
 #include "core/process_state.h"
+#include "pages/chosen_paper.h"
 #include "pages/page_links.h"
 #include "pages/paper_page.h"
 #include "pages/source_list.h"
@@ -97,22 +96,6 @@ void FollowPaper(const PaperPage& page, std::int16_t paper) {
   LockSource(page, HasSourceChoice(page, paper) ? SourceLock::kLive : SourceLock::kLocked);
 }
 
-void StorePaper(const PaperPage& page, std::int16_t paper) {
-  UIContext& context = page.context;
-  SetDevmodeField(&context, kDmPaperSize, paper);
-  if (FindPaperRow(static_cast<std::uint16_t>(paper)) != nullptr) {
-    return;
-  }
-  CustomPaperRecord record = {};
-  if (FindCustomPaper(static_cast<std::uint32_t>(paper), &record)) {
-    SetDevmodeField(&context, kDmPaperWidth,
-                    static_cast<std::int16_t>(TenthsOfMillimetre(record.Width)));
-    SetDevmodeField(&context, kDmPaperLength,
-                    static_cast<std::int16_t>(TenthsOfMillimetre(record.Length)));
-    SetDevmodeField(&context, kAnnounceCustomSize, std::int16_t{0});
-  }
-}
-
 }  // namespace
 
 void PaperChange(const PaperPage& page) {
@@ -135,7 +118,7 @@ void PaperChange(const PaperPage& page) {
   FollowPaper(page, paper);
   FollowMedia(page, kPaperSourceRules, paper, page.media(), page.record().dmDefaultSource);
   StoreBin(page, ShownBin(page));
-  StorePaper(page, paper);
+  ChoosePaper(page.context, paper);
   Process().LastPaperId = paper;
   FeedRule(page);
   page.Changed();

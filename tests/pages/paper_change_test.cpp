@@ -167,9 +167,11 @@ TEST(CustomPaperChoice, TakesTheStoredSize) {
   stage.PickPaper(290);
   EXPECT_EQ(stage.shared().dmPaperWidth, 2159);
   EXPECT_EQ(stage.shared().dmPaperLength, 2794);
-  // Back to a table's paper: the size stays, which nobody reads then.
+  // Back to a table's paper: size and announcement stay. The driver's own records announce a width
+  // and a length always, and the paper's id is what counts then.
   stage.PickPaper(9);
   EXPECT_EQ(stage.shared().dmPaperWidth, 2159);
+  EXPECT_EQ(stage.shared().dmFields, kDriverDevmodeFields | 0x1000CU);
 }
 
 TEST(CustomPaperChoice, RoundsHalvesUp) {
