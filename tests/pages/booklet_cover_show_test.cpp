@@ -374,14 +374,11 @@ TEST(BookletControls, WithoutTheSourceList_TheSourceStands) {
   }
 }
 
-TEST(BookletModal, ThePageBehind_IsLockedWhileTheDialogIsOpen) {
+TEST(BookletModal, TheSheetBehind_IsLockedWhileTheDialogIsOpen) {
   BookletStage stage;
   EXPECT_FALSE(stage.Open([&](User& user) {
-    User behind(stage.world.platform, stage.page);
-    EXPECT_TRUE(behind.Has(1065));
-    EXPECT_FALSE(behind.Click(1065));
-    EXPECT_FALSE(stage.windows().Find(stage.page)->IsEnabled());
-    EXPECT_EQ(stage.windows().GetParent(user.dialog()), stage.page);
+    EXPECT_EQ(stage.windows().GetParent(user.dialog()), stage.sheet);
+    EXPECT_FALSE(stage.windows().Find(stage.sheet)->IsEnabled());
   }));
   EXPECT_EQ(stage.openings, 1);
 }

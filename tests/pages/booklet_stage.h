@@ -18,6 +18,7 @@
 #include <memory>
 #include <ostream>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace ostrel::test {
@@ -88,11 +89,13 @@ class BookletStage {
           kEnglishLibraryPath, std::make_shared<const headless::Resources>(language));
       context.languageModule = world.platform.modules.LoadLibraryW(kEnglishLibraryPath);
     }
-    // The page's part is played by a dialog of the same library.
-    page = windows().CreateDialogWindow(
-        context.languageModule, kLayoutPage, nullptr,
-        [](WindowHandle, std::uint32_t, std::uintptr_t, std::intptr_t) { return std::intptr_t{0}; },
-        0, false);
+    // The dialog's own template plays the sheet, in which the page stands.
+    const DialogProcedure silent = [](WindowHandle, std::uint32_t, std::uintptr_t, std::intptr_t) {
+      return std::intptr_t{0};
+    };
+    sheet = windows().CreateDialogWindow(context.languageModule, 1071, nullptr, silent, 0, false);
+    const WindowHandle page =
+        windows().CreateDialogWindow(context.languageModule, kLayoutPage, sheet, silent, 0, true);
     EXPECT_NE(page, nullptr);
     windows().onDialog = [this, play = std::move(play)](WindowHandle dialog) {
       ++openings;
@@ -100,13 +103,12 @@ class BookletStage {
       play(user);
     };
     const bool ok = ShowBookletCoverDialog(page, context);
-    EXPECT_TRUE(windows().Find(page)->IsEnabled());
-    windows().Destroy(page);
-    page = nullptr;
+    EXPECT_TRUE(windows().Find(sheet)->IsEnabled());
+    windows().Destroy(std::exchange(sheet, nullptr));
     return ok;
   }
-  WindowHandle page = nullptr;  // while the dialog is open
-  int openings = 0;             // how often a dialog came up
+  WindowHandle sheet = nullptr;  // behind the dialog, while it is open
+  int openings = 0;              // how often a dialog came up
 
   // What may be asked of an open dialog, for tests that look once.
   struct Look {
