@@ -146,9 +146,9 @@ bool IsWithin(std::uint16_t pixels, std::uint16_t least, std::uint16_t most) {
 }
 
 // The file is rewritten in its place: a refused writing leaves it cut, and a reader takes what is
-// there.
+// there. One that isn't seen is made anew.
 bool LeavesTheFileCut(const std::string& operation) {
-  return operation == "WriteFile";
+  return operation == "WriteFile" || operation == "GetFileAttributesW";
 }
 
 // Whatever was refused: each stored record is one of the two that were there or one that the dialog
