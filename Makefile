@@ -27,10 +27,11 @@ help:
 packages:
 	@tools/install-packages
 
-# $(call build,PRESET); what it says goes to standard error, so that a report can be piped on.
+# $(call build,PRESET[,BUILD PRESET]); what it says goes to standard error, so that a report can be
+# piped on.
 define build
 	@cmake --preset $(1) --log-level=WARNING > build/$(1).configure.log 2>&1 || { cat build/$(1).configure.log >&2; exit 1; }
-	@cmake --build --preset $(1) --parallel $(JOBS) >&2
+	@cmake --build --preset $(or $(2),$(1)) --parallel $(JOBS) >&2
 endef
 
 build:
@@ -45,11 +46,11 @@ test: packages lint test-native test-asan test-print-system test-peers
 
 test-native: packages | build
 	$(call build,native)
-	@ctest --preset native
+	@ctest --preset native --parallel $(JOBS)
 
 test-asan: packages | build
-	$(call build,asan)
-	@ctest --preset asan
+	$(call build,native,asan)
+	@ctest --preset asan --parallel $(JOBS)
 
 test-print-system: packages | build
 	$(call build,windows)

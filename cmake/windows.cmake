@@ -62,6 +62,13 @@ set_target_properties(compstui PROPERTIES
 target_link_libraries(compstui PRIVATE ostrel_windows comctl32)
 target_link_options(compstui PRIVATE ${OSTREL_STATIC_LINK})
 
+add_executable(ostrel_envelope_program WIN32 neighbours/envelope_program/envelope_program.cpp)
+set_target_properties(ostrel_envelope_program PROPERTIES
+  OUTPUT_NAME ostrelPCL6EnvDlg
+  RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin/neighbours)
+target_link_libraries(ostrel_envelope_program PRIVATE ostrel_windows)
+target_link_options(ostrel_envelope_program PRIVATE -municode ${OSTREL_STATIC_LINK})
+
 # ---- Programs -------------------------------------------------------------------------------------
 
 # A console program that runs beside the package.
@@ -69,7 +76,8 @@ function(ostrel_add_program name)
   add_executable(${name} ${ARGN})
   target_link_libraries(${name} PRIVATE ostrel_windows)
   target_link_options(${name} PRIVATE -municode ${OSTREL_STATIC_LINK})
-  add_dependencies(${name} ostrelPCL6ui ostrel_resources olunidrvui compstui)
+  add_dependencies(${name}
+    ostrelPCL6ui ostrel_resources olunidrvui compstui ostrel_envelope_program)
 endfunction()
 
 # nlohmann-json is headers alone, but Debian keeps it among the native ones. A link to that one
@@ -123,11 +131,12 @@ ostrel_add_program(print_system_tests
   ${OSTREL_PRINT_SYSTEM_TESTS}
   hosts/record_fields.cpp
   tests/conformance/conformance_dialogs.rc
+  tests/scenarios/scenario_player.cpp
   tests/scenarios/sheet_scenario.cpp)
 target_include_directories(print_system_tests PRIVATE ${CMAKE_SOURCE_DIR}/tests)
 target_link_libraries(print_system_tests
   PRIVATE ostrel_print_system_setup ostrel_sheet_driver ostrel_logic ostrel_win32 gtest
-    -lcompstui comctl32 psapi version)
+    -lcompstui comctl32 comdlg32 psapi version)
 
 # Language libraries that hold a page for each dialog, or one alone.
 function(ostrel_add_test_pages name)

@@ -137,7 +137,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   world.process.DecimalCommaLanguage = (choice & 2) != 0;
   const std::uint8_t low = fuzz::TakeByte(input);
   const auto paper = static_cast<std::int16_t>(low | (fuzz::TakeByte(input) << 8));
-  context.publicPointer->dmPaperSize = paper;
+  PublicDevmode& shared = *context.publicPointer;
+  shared.dmPaperSize = paper;
+  shared.dmPaperWidth = 7;
+  shared.dmPaperLength = 8;
+  shared.dmFields = kDmOrientation;
   test::PutSettings(world, StoreOf(input));
   const std::string before = test::Settings(world);
 
@@ -155,8 +159,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   };
   const bool accepted = ShowCustomPaperDialog(nullptr, context);
   if (!accepted && !deleted) {
-    Require(context.publicPointer->dmPaperSize == paper, "Cancel puts the paper back");
+    Require(shared.dmPaperSize == paper, "Cancel puts the paper back");
+    Require(shared.dmPaperWidth == 7 && shared.dmPaperLength == 8, "Cancel puts its size back");
   }
+  Require(accepted || shared.dmFields == kDmOrientation, "Cancel puts the announcement back");
+  Require(accepted || !deleted || shared.dmPaperSize == 9 || shared.dmPaperSize == 1,
+          "a paper that is gone makes room for A4 or Letter");
   CheckStore(before);
   Require(world.platform.files.openFiles() == 0, "files are closed");
   return 0;

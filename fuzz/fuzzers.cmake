@@ -1,17 +1,23 @@
-# The fuzzers. With clang they are libFuzzer programs; in the other native builds a small driver
-# replays their corpora as tests, so that no input that once mattered is forgotten.
+# The fuzzers. With clang they are libFuzzer programs; in the native build a small driver replays their
+# corpora as tests under the sanitizers, so that no input that once mattered is forgotten.
 file(GLOB OSTREL_FUZZERS CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/fuzz/*_fuzz.cpp)
 
 foreach(source IN LISTS OSTREL_FUZZERS)
   get_filename_component(name ${source} NAME_WE)
   add_executable(${name} ${source})
   target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR}/fuzz)
-  target_link_libraries(${name} PRIVATE ostrel_test_world ostrel_flags)
+  target_link_libraries(${name} PRIVATE ostrel_flags)
   if(OSTREL_FUZZ)
+    target_link_libraries(${name} PRIVATE ostrel_test_world)
     target_link_options(${name} PRIVATE -fsanitize=fuzzer)
   else()
     target_sources(${name} PRIVATE ${CMAKE_SOURCE_DIR}/fuzz/replay_main.cpp)
+    target_link_libraries(${name} PRIVATE ostrel_test_world_asan)
+    target_compile_options(${name} PRIVATE -O1 ${OSTREL_SANITIZERS})
+    set_target_properties(${name} PROPERTIES EXCLUDE_FROM_ALL ON)
+    add_dependencies(ostrel_asan ${name})
     add_test(NAME replay_${name} COMMAND ${name} ${CMAKE_SOURCE_DIR}/fuzz/corpus/${name})
+    set_tests_properties(replay_${name} PROPERTIES LABELS asan)
   endif()
 endforeach()
 if(OSTREL_FUZZ)

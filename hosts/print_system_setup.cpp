@@ -32,6 +32,20 @@ std::wstring MultiText(const std::vector<std::wstring>& texts) {
   return list + L'\0';
 }
 
+void InstallNeighbour(const wchar_t* file) {
+  const std::wstring from = ProgramFolder() + L"\\neighbours\\" + file;
+  CreateDirectoryW(VersionFolder().c_str(), nullptr);
+  if (CopyFileW(from.c_str(), (VersionFolder() + L"\\" + file).c_str(), FALSE) == FALSE) {
+    ThrowLastError(("CopyFileW of " + Utf8(from)).c_str());
+  }
+}
+
+void RemoveNeighbour(const wchar_t* file) {
+  if (DeleteFileW((VersionFolder() + L"\\" + file).c_str()) == FALSE) {
+    ThrowLastError(("DeleteFileW of " + Utf8(file)).c_str());
+  }
+}
+
 }  // namespace
 
 DriverPackage OstrelPackage(const std::wstring& driverName) {
@@ -101,17 +115,19 @@ void InstallDriver(const DriverPackage& package, const std::wstring& sourceFolde
 }
 
 void InstallCompanion() {
-  const std::wstring from = ProgramFolder() + L"\\neighbours\\" + kCompanionFile;
-  CreateDirectoryW(VersionFolder().c_str(), nullptr);
-  if (CopyFileW(from.c_str(), (VersionFolder() + L"\\" + kCompanionFile).c_str(), FALSE) == FALSE) {
-    ThrowLastError(("CopyFileW of " + Utf8(from)).c_str());
-  }
+  InstallNeighbour(kCompanionFile);
 }
 
 void RemoveCompanion() {
-  if (DeleteFileW((VersionFolder() + L"\\" + kCompanionFile).c_str()) == FALSE) {
-    ThrowLastError("DeleteFileW of the companion library");
-  }
+  RemoveNeighbour(kCompanionFile);
+}
+
+void InstallEnvelopeProgram() {
+  InstallNeighbour(kEnvelopeProgramFile);
+}
+
+void RemoveEnvelopeProgram() {
+  RemoveNeighbour(kEnvelopeProgramFile);
 }
 
 void AddPrinterWithDriver(const std::wstring& printerName, const std::wstring& driverName) {

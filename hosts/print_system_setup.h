@@ -49,11 +49,15 @@ std::wstring DriverFolder();
 // drivers, and announces the driver. Installing a driver again brings its files up to date.
 void InstallDriver(const DriverPackage& package, const std::wstring& sourceFolder);
 
-// The stand-in for the companion library, where the driver looks for it. Beside the running program
-// it lies in the folder "neighbours".
+// The stand-ins for what lies beside the driver in its folder: the companion library, and the
+// program that some models' preferences start. Beside the running program they lie in the folder
+// "neighbours".
 inline constexpr wchar_t kCompanionFile[] = L"olunidrvui.dll";
+inline constexpr wchar_t kEnvelopeProgramFile[] = L"ostrelPCL6EnvDlg.exe";
 void InstallCompanion();
 void RemoveCompanion();
+void InstallEnvelopeProgram();
+void RemoveEnvelopeProgram();
 
 // Makes a printer with an installed driver, unless there is one of that name.
 void AddPrinterWithDriver(const std::wstring& printerName, const std::wstring& driverName);

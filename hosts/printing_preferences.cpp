@@ -2,10 +2,11 @@
 // what came of it: which settings of the record have changed.
 //
 //   printing_preferences --desktop          for a user at the display; waits for OK or Cancel
-//   printing_preferences --driven SUFFIX PICTURE
-//                                           without one: the program goes through the sheet by its
-//                                           controls, in the language of that suffix, and leaves a
-//                                           picture of it, a bitmap file
+//   printing_preferences --driven SUFFIX FOLDER
+//                                           without one: the program goes through the sheet and its
+//                                           dialogs by their controls, in the language of that
+//                                           suffix, and leaves a picture of each in the folder, as
+//                                           preferences_SUFFIX_NAME.bmp
 //
 // Result: 0, or 1 with a line on the standard error when something failed.
 #include "core/printer_store.h"
@@ -27,6 +28,7 @@
 #include <fcntl.h>
 #include <io.h>
 #include <iterator>
+#include <span>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -42,7 +44,6 @@ using report::kRight;
 using report::Table;
 
 constexpr wchar_t kPrinterName[] = L"Hazel 2 Series";
-constexpr UINT kPrintOptionsTitle = 106;
 
 void Say(const std::string& text) {
   std::fwrite(text.data(), 1, text.size(), stdout);
@@ -114,21 +115,68 @@ struct Language {
 constexpr Language kLanguages[] = {
     {L"enus", kLanguageLibraryFile}, {L"de", kGermanLibraryFile}, {L"he", kHebrewLibraryFile}};
 
-// One step through the page: what is done, to the control of which caption.
+// One step: what is done, to the control of which caption.
 struct Step {
   const char* does;
   int caption;
   void (*how)(SheetDriver&);
 };
 
-constexpr Step kSteps[] = {
+constexpr Step kOptionsSteps[] = {
     {"type 3", 1018, [](SheetDriver& sheet) { sheet.Type(1019, L"3"); }},
     {"one more by the arrow", 1018, [](SheetDriver& sheet) { sheet.Spin(1020, true); }},
     {"click", 1008, [](SheetDriver& sheet) { sheet.Click(1008); }},
-    {"click", 1125, [](SheetDriver& sheet) { sheet.Click(1125); }},
+    {"click", 1241, [](SheetDriver& sheet) { sheet.Click(1241); }},
     {"click", 1243, [](SheetDriver& sheet) { sheet.Click(1243); }},
     {"choose the second row", 1483, [](SheetDriver& sheet) { sheet.Choose(1393, 1); }},
 };
+
+constexpr Step kPaperSteps[] = {
+    {"choose Legal", 1400, [](SheetDriver& sheet) { sheet.Choose(1404, 2); }},
+    {"choose the first tray", 1403, [](SheetDriver& sheet) { sheet.Choose(1393, 2); }},
+};
+
+constexpr Step kCustomPaperSteps[] = {
+    {"choose the second name", 1165, [](SheetDriver& sheet) { sheet.Choose(1009, 1); }},
+    {"one more by the arrow", 1268, [](SheetDriver& sheet) { sheet.Spin(1270, true); }},
+};
+
+constexpr Step kSeveralPagesSteps[] = {
+    {"click", 1390, [](SheetDriver& sheet) { sheet.Click(1390); }},
+    {"choose the second row", 1409, [](SheetDriver& sheet) { sheet.Choose(1393, 1); }},
+};
+
+constexpr Step kBookletSteps[] = {
+    {"click", 1387, [](SheetDriver& sheet) { sheet.Click(1387); }},
+    {"click", 1486, [](SheetDriver& sheet) { sheet.Click(1486); }},
+};
+
+constexpr Step kCoverSteps[] = {
+    {"choose the second row", 1478, [](SheetDriver& sheet) { sheet.Choose(1479, 1); }},
+    {"click", 1394, [](SheetDriver& sheet) { sheet.Click(1394); }},
+    {"click", 1395, [](SheetDriver& sheet) { sheet.Click(1395); }},
+};
+
+// One picture and the steps to it: on the page of that title, or in the dialog that a button of the
+// page before opens, which is left by a button then.
+struct Scene {
+  const wchar_t* picture;
+  UINT title;  // 0 for a dialog
+  int opener;  // 0 for a page
+  int leftBy;  // 0 for a page
+  std::span<const Step> steps;
+};
+
+// clang-format off
+constexpr Scene kScenes[] = {
+    {L"options",       106, 0,    0,        kOptionsSteps},
+    {L"paper",         216, 0,    0,        kPaperSteps},
+    {L"custom_papers", 0,   1407, IDCANCEL, kCustomPaperSteps},
+    {L"several_pages", 126, 0,    0,        kSeveralPagesSteps},
+    {L"booklet",       126, 0,    0,        kBookletSteps},
+    {L"booklet_cover", 0,   1065, IDOK,     kCoverSteps},
+};
+// clang-format on
 
 std::wstring TextOfLibrary(const std::wstring& library, UINT id) {
   const HMODULE module = LoadLibraryExW((ProgramFolder() + L"\\" + library).c_str(), nullptr,
@@ -155,33 +203,56 @@ void SpeakLanguage(const Language& language) {
   }
 }
 
+void RefuseMessages(SheetDriver& sheet) {
+  if (const auto box = sheet.AnswerBox()) {
+    throw std::runtime_error("an unexpected message: " + Utf8(box->text));
+  }
+}
+
+void Enter(SheetDriver& sheet, const Scene& scene, const Language& language) {
+  if (scene.opener == 0) {
+    sheet.ShowPage(TextOfLibrary(language.library, scene.title));
+  } else {
+    sheet.Click(scene.opener);
+  }
+  RefuseMessages(sheet);
+}
+
 // Goes through the sheet once. Result: what was done, a line each, by the captions of the language.
 std::string GoThrough(Preferences& preferences, const Language& language,
-                      const std::wstring& picture) {
+                      const std::wstring& folder) {
   SheetDriver sheet([&preferences] { return preferences.Show(); });
-  sheet.ShowPage(TextOfLibrary(language.library, kPrintOptionsTitle));
   Table done({kLeft, kLeft});
-  for (const Step& step : kSteps) {
-    step.how(sheet);
-    if (const auto box = sheet.AnswerBox()) {
-      throw std::runtime_error("an unexpected message: " + Utf8(box->text));
+  for (const Scene& scene : kScenes) {
+    Enter(sheet, scene, language);
+    for (const Step& step : scene.steps) {
+      const std::string caption = Plain(sheet.Text(step.caption));
+      step.how(sheet);
+      RefuseMessages(sheet);
+      done.Row({caption, step.does});
     }
-    done.Row({Plain(sheet.Text(step.caption)), step.does});
+    const HWND dialog = sheet.Dialog();
+    SaveScreenshot(
+        dialog == nullptr ? sheet.sheet() : dialog,
+        folder + L"/preferences_" + std::wstring(language.suffix) + L"_" + scene.picture + L".bmp");
+    if (scene.leftBy != 0) {
+      sheet.LeaveDialog(scene.leftBy);
+      RefuseMessages(sheet);
+    }
   }
-  SaveScreenshot(sheet.sheet(), picture);
   sheet.Press(SheetButton::kOk);
   sheet.Result();
   return done.Text();
 }
 
-void ShowDriven(const std::wstring& suffix, const std::wstring& picture) {
+void ShowDriven(const std::wstring& suffix, const std::wstring& folder) {
   const auto* language = std::ranges::find(kLanguages, suffix, &Language::suffix);
   if (language == std::end(kLanguages)) {
     throw std::runtime_error("there is no language " + Utf8(suffix));
   }
   SpeakLanguage(*language);
   Preferences preferences;
-  const std::string done = GoThrough(preferences, *language, picture);
+  const std::string done = GoThrough(preferences, *language, folder);
   Say(Heading("Printing preferences, gone through by their controls") + done +
       ChangesText(preferences));
 }
@@ -189,7 +260,7 @@ void ShowDriven(const std::wstring& suffix, const std::wstring& picture) {
 int Run(const std::vector<std::wstring>& arguments) {
   const bool desktop = arguments.size() == 1 && arguments[0] == L"--desktop";
   if (!desktop && (arguments.size() != 3 || arguments[0] != L"--driven")) {
-    std::fputs("usage: printing_preferences --desktop | --driven SUFFIX PICTURE\n", stderr);
+    std::fputs("usage: printing_preferences --desktop | --driven SUFFIX FOLDER\n", stderr);
     return 2;
   }
   const DriverPackage package = OstrelPackage();

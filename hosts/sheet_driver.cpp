@@ -6,6 +6,7 @@
 #include <commctrl.h>
 #include <prsht.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <stdexcept>
@@ -22,6 +23,7 @@ constexpr DWORD kPoll_ms = 2;
 constexpr wchar_t kDialogClass[] = L"#32770";
 constexpr int kApplyButton = 0x3021;
 constexpr int kBoxText = 0xFFFF;
+constexpr int kBoxIcon = 1088;
 
 // Behind all messages that were posted before: whoever takes it off the queue has dealt with these.
 constexpr UINT kBarrier = WM_APP + 0x3A1;
@@ -149,21 +151,26 @@ std::vector<HWND> SheetDriver::TopWindows(const wchar_t* className) const {
   return search.found;
 }
 
+// Takes the sheet, when there is one whose page is there.
+bool SheetDriver::TakeSheet() {
+  for (const HWND window : TopWindows(kDialogClass)) {
+    if (IsWindowVisible(window) != FALSE && Ask(window, PSM_GETTABCONTROL, 0, 0) != 0 &&
+        Ask(window, PSM_GETCURRENTPAGEHWND, 0, 0) != 0) {
+      sheet_ = window;
+      Settle();
+      return true;
+    }
+  }
+  return false;
+}
+
 void SheetDriver::AwaitOpening() {
   for (DWORD waited = 0; waited < kOpeningLimit_ms; waited += kPoll_ms) {
-    if (IsOver(kPoll_ms)) {
+    if (IsOver(kPoll_ms) || TakeSheet()) {
       return;
     }
     for (const HWND window : TopWindows(kDialogClass)) {
-      if (IsWindowVisible(window) == FALSE) {
-        continue;
-      }
-      if (Ask(window, PSM_GETTABCONTROL, 0, 0) == 0) {
-        Settle();
-        return;
-      }
-      if (Ask(window, PSM_GETCURRENTPAGEHWND, 0, 0) != 0) {
-        sheet_ = window;
+      if (IsWindowVisible(window) != FALSE && Ask(window, PSM_GETTABCONTROL, 0, 0) == 0) {
         Settle();
         return;
       }
@@ -172,8 +179,32 @@ void SheetDriver::AwaitOpening() {
   throw std::runtime_error("no sheet appears");
 }
 
-// Waits until everything that was posted is dealt with.
+void SheetDriver::AwaitSheet() {
+  sheet_ = nullptr;
+  for (DWORD waited = 0; waited < kOpeningLimit_ms && !IsOver(kPoll_ms); waited += kPoll_ms) {
+    if (TakeSheet()) {
+      return;
+    }
+  }
+  throw std::runtime_error("no sheet appears");
+}
+
+// Waits until everything that was posted is dealt with, and a dialog that it has opened is shown:
+// that comes when there is nothing left to deal with.
 void SheetDriver::Settle() {
+  PassBarrier();
+  for (DWORD waited = 0; waited < kAnswerLimit_ms; waited += kPoll_ms) {
+    const std::vector<HWND> windows = OpenWindows();
+    if (std::ranges::all_of(windows,
+                            [](HWND window) { return IsWindowVisible(window) != FALSE; }) ||
+        IsOver(kPoll_ms)) {
+      return;
+    }
+  }
+  throw std::runtime_error("a dialog doesn't appear");
+}
+
+void SheetDriver::PassBarrier() {
   const HANDLE passed = CreateEventW(nullptr, TRUE, FALSE, nullptr);
   const BOOL posted = PostThreadMessageW(threadId_, kBarrier, reinterpret_cast<WPARAM>(passed), 0);
   const HANDLE either[] = {passed, thread_};
@@ -252,18 +283,42 @@ bool SheetDriver::OffersApply() {
 
 // ---- Boxes --------------------------------------------------------------------------------------
 
+// A box has a text and an icon beside it, whose number no dialog here uses.
+bool SheetDriver::IsBox(HWND window) {
+  return GetDlgItem(window, kBoxText) != nullptr && GetDlgItem(window, kBoxIcon) != nullptr;
+}
+
+// Dialogs and boxes, the topmost one first.
+std::vector<HWND> SheetDriver::OpenWindows() const {
+  std::vector<HWND> windows = TopWindows(kDialogClass);
+  std::erase(windows, sheet_);
+  return windows;
+}
+
+// A window is locked while another one of its own is open. Of two that aren't, a box is the later
+// one: nobody opens a dialog while a box waits.
 HWND SheetDriver::Dialog() {
-  for (const HWND window : TopWindows(kDialogClass)) {
-    if (window != sheet_) {
+  HWND dialog = nullptr;
+  for (const HWND window : OpenWindows()) {
+    if (IsBox(window)) {
       return window;
     }
+    if (dialog == nullptr && IsWindowEnabled(window) != FALSE) {
+      dialog = window;
+    }
   }
-  return nullptr;
+  return dialog;
+}
+
+int SheetDriver::OpenDialogs() {
+  return IsOver() ? 0 : static_cast<int>(std::ranges::count_if(OpenWindows(), [](HWND window) {
+    return !IsBox(window);
+  }));
 }
 
 std::optional<SheetDriver::Box> SheetDriver::AnswerBox(int command) {
   const HWND box = IsOver() ? nullptr : Dialog();
-  if (box == nullptr) {
+  if (box == nullptr || !IsBox(box)) {
     return std::nullopt;
   }
   Box content = {.title = TextOf(box), .text = TextOf(GetDlgItem(box, kBoxText))};
@@ -283,16 +338,27 @@ void SheetDriver::LeaveDialog(int command) {
 
 // ---- Controls: looking --------------------------------------------------------------------------
 
+HWND SheetDriver::Front() {
+  const HWND dialog = IsOver() ? nullptr : Dialog();
+  return dialog == nullptr ? page() : dialog;
+}
+
 bool SheetDriver::HasControl(int id) {
-  return GetDlgItem(page(), id) != nullptr;
+  return GetDlgItem(Front(), id) != nullptr;
 }
 
 HWND SheetDriver::Control(int id) {
-  const HWND control = GetDlgItem(page(), id);
+  const HWND control = GetDlgItem(Front(), id);
   if (control == nullptr) {
     throw std::runtime_error("the page has no control " + std::to_string(id));
   }
   return control;
+}
+
+// The edit within a list that has one; otherwise the control itself.
+HWND SheetDriver::EditOf(HWND control) const {
+  const HWND edit = FindWindowExW(control, nullptr, L"Edit", nullptr);
+  return edit == nullptr ? control : edit;
 }
 
 std::wstring SheetDriver::TextOf(HWND window) {
@@ -316,6 +382,16 @@ bool SheetDriver::IsShown(int id) {
 
 std::wstring SheetDriver::Text(int id) {
   return TextOf(Control(id));
+}
+
+int SheetDriver::Focus() {
+  GUITHREADINFO info = {};
+  info.cbSize = sizeof(info);
+  if (GetGUIThreadInfo(threadId_, &info) == FALSE || info.hwndFocus == nullptr) {
+    return 0;
+  }
+  const HWND parent = GetParent(info.hwndFocus);
+  return GetDlgCtrlID(parent == Front() ? info.hwndFocus : parent);
 }
 
 int SheetDriver::Row(int id) {
@@ -368,8 +444,8 @@ void SheetDriver::Click(int id) {
 }
 
 void SheetDriver::Type(int id, std::wstring_view text) {
-  const HWND edit = Control(id);
-  PostMessageW(page(), WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(edit), TRUE);
+  const HWND edit = EditOf(Control(id));
+  PostMessageW(Front(), WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(edit), TRUE);
   PostMessageW(edit, EM_SETSEL, 0, -1);
   PostMessageW(edit, WM_CHAR, L'\b', 0);
   for (const wchar_t unit : text) {
@@ -380,9 +456,9 @@ void SheetDriver::Type(int id, std::wstring_view text) {
 
 void SheetDriver::Choose(int id, int row) {
   const HWND combo = Control(id);
-  PostMessageW(page(), WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(combo), TRUE);
+  PostMessageW(Front(), WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(combo), TRUE);
   PostMessageW(combo, CB_SETCURSEL, static_cast<WPARAM>(row), 0);
-  PostMessageW(page(), WM_COMMAND, MAKEWPARAM(static_cast<WORD>(id), CBN_SELCHANGE),
+  PostMessageW(Front(), WM_COMMAND, MAKEWPARAM(static_cast<WORD>(id), CBN_SELCHANGE),
                reinterpret_cast<LPARAM>(combo));
   Settle();
 }
@@ -398,12 +474,12 @@ void SheetDriver::Spin(int id, bool up) {
 }
 
 void SheetDriver::Focus(int id) {
-  PostMessageW(page(), WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(Control(id)), TRUE);
+  PostMessageW(Front(), WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(Control(id)), TRUE);
   Settle();
 }
 
 void SheetDriver::Notify(int id) {
-  PostMessageW(page(), WM_COMMAND, MAKEWPARAM(static_cast<WORD>(id), BN_CLICKED),
+  PostMessageW(Front(), WM_COMMAND, MAKEWPARAM(static_cast<WORD>(id), BN_CLICKED),
                reinterpret_cast<LPARAM>(Control(id)));
   Settle();
 }

@@ -42,18 +42,26 @@ class SheetDriver {
   bool OffersApply();
 
   // ---- Boxes and dialogs above the sheet, or in its place
+  // A box asks or tells something; a dialog has controls of its own. Boxes stand above dialogs.
   struct Box {
     std::wstring title;
     std::wstring text;
   };
-  // The dialog that waits for an answer now; null when none does.
+  // The dialog or box that waits for an answer now, the topmost one; null when none does.
   HWND Dialog();
-  // Reads such a dialog as a message box and presses one of its buttons. Empty when none waits.
+  // Reads the box that waits and presses one of its buttons. Empty when none waits.
   std::optional<Box> AnswerBox(int command = IDOK);
-  // Presses a button of the dialog, and waits for the sheet, the next dialog or the call's end.
+  // Presses a button of the dialog or box, and waits for the sheet, the next dialog or the call's
+  // end.
   void LeaveDialog(int command);
+  // Waits for a sheet that a dialog opens: from then on it is the sheet that is driven. When it is
+  // closed, the controls are those of the dialog again.
+  void AwaitSheet();
+  // The dialogs that are open, boxes not counted.
+  int OpenDialogs();
 
-  // ---- Controls of the page, by their ids. One that isn't there throws.
+  // ---- Controls of the topmost dialog, or else of the page, by their ids. One that isn't there
+  // throws. A list with an edit counts as that edit where it is typed into or read.
   bool HasControl(int id);
   bool IsChecked(int id);
   bool IsEnabled(int id);
@@ -63,12 +71,15 @@ class SheetDriver {
   std::vector<std::wstring> Rows(int id);
   // The text of the tooltip over a control, as its page gives it when the tooltip asks.
   std::wstring Tooltip(int id);
+  int Focus();  // the control that has the focus; 0 when none has it
   void Click(int id);
   void Type(int id, std::wstring_view text);  // in the place of what is there
   void Choose(int id, int row);
   void Spin(int id, bool up);
   void Focus(int id);
   void Notify(int id);  // the message of a click without the click
+
+  std::wstring TextOf(HWND window);
 
   // A message to one of the sheet's windows, with a limit on the wait for its answer.
   LRESULT Ask(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
@@ -77,10 +88,16 @@ class SheetDriver {
   // What both threads share; it outlives the object when the sheet's thread hangs.
   struct Call;
 
+  // The window whose controls are meant.
+  HWND Front();
   HWND Control(int id);
-  std::wstring TextOf(HWND window);
+  HWND EditOf(HWND control) const;
+  static bool IsBox(HWND window);
+  std::vector<HWND> OpenWindows() const;
+  bool TakeSheet();
   void AwaitOpening();
   void Settle();
+  void PassBarrier();
   bool IsOver(DWORD wait_ms = 0) const;
   void Close() noexcept;
   std::vector<HWND> TopWindows(const wchar_t* className) const;

@@ -5,6 +5,7 @@
 
 #include <windows.h>
 #include <winspool.h>
+#include <commctrl.h>
 #include <prsht.h>
 
 #include <algorithm>
@@ -31,6 +32,38 @@ LONGLONG Now() {
 // it has no other way to its caller.
 LONGLONG paintedAt = 0;
 
+// ---- Page switches ------------------------------------------------------------------------------
+
+constexpr std::size_t kMaxPages = 8;
+
+// What a switch to each page of a sheet has taken, painting included, in ticks of each visit.
+struct PageVisits {
+  std::size_t pages;
+  std::vector<LONGLONG> ticks[kMaxPages];
+};
+PageVisits visits;
+bool walking = false;
+
+// Goes through the tabs a few times, once the sheet stands; a hook has no other way to its caller.
+void WalkPages(HWND sheet) {
+  constexpr int kRoundsOfTabs = 5;
+  // NOLINTNEXTLINE(performance-no-int-to-ptr): a message answers with a handle this way.
+  const auto tabs = reinterpret_cast<HWND>(SendMessageW(sheet, PSM_GETTABCONTROL, 0, 0));
+  visits.pages =
+      std::min(kMaxPages, static_cast<std::size_t>(SendMessageW(tabs, TCM_GETITEMCOUNT, 0, 0)));
+  for (int round = 0; round < kRoundsOfTabs; ++round) {
+    for (std::size_t step = 1; step <= visits.pages; ++step) {
+      const std::size_t page = step % visits.pages;
+      const LONGLONG start = Now();
+      SendMessageW(sheet, PSM_SETCURSEL, page, 0);
+      RedrawWindow(sheet, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
+      if (round > 0) {  // the first visit makes the page
+        visits.ticks[page].push_back(Now() - start);
+      }
+    }
+  }
+}
+
 // The first message to paint a part of the sheet has the whole of it painted at once, and then
 // closes it as a user's Cancel does.
 LRESULT CALLBACK WatchPainting(int code, WPARAM wParam, LPARAM lParam) {
@@ -41,6 +74,9 @@ LRESULT CALLBACK WatchPainting(int code, WPARAM wParam, LPARAM lParam) {
     if (SendMessageW(sheet, PSM_GETTABCONTROL, 0, 0) != 0) {
       RedrawWindow(sheet, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
       paintedAt = Now();
+      if (walking) {
+        WalkPages(sheet);
+      }
       PostMessageW(sheet, PSM_PRESSBUTTON, PSBTN_CANCEL, 0);
     }
   }
@@ -151,6 +187,38 @@ void PrintRow(const char* name, const std::vector<double>& ours,
               Median(ours) / Median(theirs));
 }
 
+// Each page of a printer's sheet, by its place: the median of a switch to it.
+std::vector<double> SwitchCosts_ms(Sheets& sheets) {
+  constexpr int kSheets = 5;
+  LARGE_INTEGER perSecond = {};
+  QueryPerformanceFrequency(&perSecond);
+  visits = {};
+  walking = true;
+  for (int sheet = 0; sheet < kSheets; ++sheet) {
+    sheets.Open();
+  }
+  walking = false;
+  std::vector<double> costs;
+  for (std::size_t page = 0; page < visits.pages; ++page) {
+    std::vector<double> samples;
+    for (const LONGLONG ticks : visits.ticks[page]) {
+      samples.push_back(static_cast<double>(ticks) * 1e3 / static_cast<double>(perSecond.QuadPart));
+    }
+    costs.push_back(Median(samples));
+  }
+  return costs;
+}
+
+// Ours page by page against a switch of theirs.
+void PrintSwitches(const std::vector<double>& ours, const std::vector<double>& theirs) {
+  const double plain = Median(theirs);
+  std::printf("\n%-28s %12s %12s %8s\n", "switch to a page", "ours, ms", "theirs, ms", "ratio");
+  for (std::size_t page = 0; page < ours.size(); ++page) {
+    std::printf("page %-23zu %12.2f %12.2f %8.2f\n", page + 1, ours[page], plain,
+                ours[page] / plain);
+  }
+}
+
 }  // namespace
 
 void MeasureSheets(const std::wstring& ours, const std::wstring& theirs) {
@@ -166,11 +234,14 @@ void MeasureSheets(const std::wstring& ours, const std::wstring& theirs) {
     their.Measure();
     own_ms.push_back(own.Measure_ms());
   }
+  const std::vector<double> ourSwitches = SwitchCosts_ms(our);
+  const std::vector<double> theirSwitches = SwitchCosts_ms(their);
   UnhookWindowsHookEx(hook);
   std::printf("\n%-28s %12s %12s %8s\n", "printing preferences", "ours, ms", "theirs, ms", "ratio");
   PrintRow("to the painted sheet", our.painted_ms, their.painted_ms);
   PrintRow("to the end, after Cancel", our.closed_ms, their.closed_ms);
   std::printf("%-28s %12.1f\n", "the driver's own part", Median(own_ms));
+  PrintSwitches(ourSwitches, theirSwitches);
 }
 
 }  // namespace ostrel::bench

@@ -5,16 +5,16 @@
 #include "core/process_state.h"
 #include "core/string_ids.h"
 #include "core/text.h"
-#include "pages/custom_paper_list.h"
+#include "pages/chosen_paper.h"
 #include "pages/custom_paper_names.h"
 #include "pages/guarded_procedure.h"
 #include "pages/name_cleaning.h"
 #include "pages/page_support.h"
 #include "pages/warning_boxes.h"
 
-#include <algorithm>
-#include <iterator>
+#include <span>
 #include <string_view>
+#include <utility>
 
 namespace ostrel {
 namespace {
@@ -98,13 +98,6 @@ std::u16string_view ReadName(const Dialog& dialog) {
   return FieldText(dialog.state.name);
 }
 
-// What stands for a size without a name.
-void ReadUntitled(const Dialog& dialog, std::span<char16_t> name) {
-  if (LoadUntitledName(dialog.window, name) == 0) {
-    CopyText(name, u"Untitled");
-  }
-}
-
 // Shows the name of what was loaded: a row of the list, or the text where there is no such row.
 // Nothing is to be saved then, and a name that is stored can be deleted.
 void ShowLoadedName(const Dialog& dialog, std::intptr_t row, std::u16string_view text) {
@@ -151,25 +144,14 @@ std::uint16_t PaperInForce(const Dialog& dialog) {
   return static_cast<std::uint16_t>(dialog.shared().dmPaperSize);
 }
 
-void SetPaper(const Dialog& dialog, std::uint32_t paperId, std::uint16_t width_px600,
-              std::uint16_t length_px600) {
-  PublicDevmode& shared = dialog.shared();
-  shared.dmPaperSize = static_cast<std::int16_t>(static_cast<std::uint16_t>(paperId));
-  shared.dmPaperWidth = static_cast<std::int16_t>(TenthsOfMillimetre(width_px600));
-  shared.dmPaperLength = static_cast<std::int16_t>(TenthsOfMillimetre(length_px600));
+// The user's own paper that is in force. Result: false when another one is, or when it is gone.
+bool FindPaperInForce(const Dialog& dialog, CustomPaperRecord& paper) {
+  return FindChoosablePaper(PaperInForce(dialog), paper);
 }
 
-void SetFixedPaper(const Dialog& dialog, std::int16_t paperId) {
-  if (const PaperRow* row = FindPaperRow(static_cast<std::uint16_t>(paperId)); row != nullptr) {
-    SetPaper(dialog, row->id, row->width_px600, row->length_px600);
-  }
-}
-
-// The size that is shown becomes the paper in force, and is announced as a custom one.
-void SetShownPaper(const Dialog& dialog) {
-  const CustomPaperRecord& paper = dialog.state.paper;
-  SetPaper(dialog, paper.PaperId, paper.Width, paper.Length);
-  SetDevmodeField(&dialog.context, kAnnounceCustomSize, std::int16_t{0});
+// The size that is shown becomes the paper in force.
+void ChooseShownPaper(const Dialog& dialog) {
+  ChooseStoredPaper(dialog.context, dialog.state.paper);
 }
 
 // ---- Loading ------------------------------------------------------------------------------------
@@ -178,7 +160,7 @@ void SetShownPaper(const Dialog& dialog) {
 void MakePaper(const Dialog& dialog, double width_mm, double length_mm) {
   CustomPaperRecord& paper = dialog.state.paper;
   char16_t untitled[kEditTextUnits] = {};
-  ReadUntitled(dialog, untitled);
+  ReadUntitledName(dialog.window, untitled);
   paper = {};
   StoreLength(paper, kWidthSide, {width_mm, PaperUnit::kMillimeters, 1});
   StoreLength(paper, kLengthSide, {length_mm, PaperUnit::kMillimeters, 1});
@@ -203,7 +185,7 @@ bool LoadFirstPaper(const Dialog& dialog, PaperName& name) {
 // Loads the paper in force, or what stands in for one that isn't stored, and its name.
 void LoadPaper(const Dialog& dialog, PaperName& name) {
   CustomPaperRecord& paper = dialog.state.paper;
-  if (FindCustomPaper(PaperInForce(dialog), &paper)) {
+  if (FindPaperInForce(dialog, paper)) {
     CopyText(name, FieldText(paper.Name));
   } else {
     LoadFirstPaper(dialog, name);
@@ -223,8 +205,7 @@ void LoadTexts(const Dialog& dialog) {
 // The unit of the paper in force when that is one of the user's, else the one of the country.
 PaperUnit UnitAtOpening(const Dialog& dialog) {
   CustomPaperRecord record = {};
-  const bool isOwn = dialog.shared().dmPaperSize >= kFirstStoredPaperId;
-  return isOwn && FindCustomPaper(PaperInForce(dialog), &record) ? UnitOf(record) : UnitOfLocale();
+  return FindPaperInForce(dialog, record) ? UnitOf(record) : UnitOfLocale();
 }
 
 void Open(const Dialog& dialog) {
@@ -240,6 +221,7 @@ void Open(const Dialog& dialog) {
   state.savedWidth = shared.dmPaperWidth;
   state.savedLength = shared.dmPaperLength;
   state.savedSize = shared.dmPaperSize;
+  state.savedFields = shared.dmFields;
   state.selectionDeleted = false;
   state.sizes.Attach(dialog.window);
   state.nameBox.Attach(dialog.window, kNameCombo);
@@ -257,7 +239,7 @@ void Open(const Dialog& dialog) {
 // Another size is no longer the one of that name: the user has to give it a new one.
 void SizeChanged(const Dialog& dialog) {
   CustomPaperDialogState& state = dialog.state;
-  ReadUntitled(dialog, state.name);
+  ReadUntitledName(dialog.window, state.name);
   state.nameBox.ShowText(FieldText(state.name));
   dialog.EnableButtons(false, false);
 }
@@ -266,7 +248,7 @@ void SizeChanged(const Dialog& dialog) {
 
 PaperNameKind JudgeShownName(const Dialog& dialog) {
   char16_t untitled[kEditTextUnits] = {};
-  ReadUntitled(dialog, untitled);
+  ReadUntitledName(dialog.window, untitled);
   return JudgePaperName(ReadName(dialog), FieldText(untitled), dialog.texts());
 }
 
@@ -301,11 +283,11 @@ void OnNameChosen(const Dialog& dialog) {
     return;
   }
   CopyText(state.name, FieldText(name));
-  if (CustomPaperRecord chosen = {}; CustomPaperStore().Read(name, chosen)) {
+  if (CustomPaperRecord chosen = {}; ReadPaper(name, chosen)) {
     state.paper = chosen;
     SetUnit(dialog, UnitOf(chosen));
     ShowSize(dialog);
-    SetShownPaper(dialog);
+    ChooseShownPaper(dialog);
   }
   // One that can't be read can still be deleted.
   dialog.EnableButtons(false, true);
@@ -316,7 +298,7 @@ void OnNameChosen(const Dialog& dialog) {
 // The id under which a name is saved: that of the record that it replaces, or the next free one.
 // Result: false when none is free.
 bool FindIdToSave(const char16_t* name, std::uint32_t* paperId) {
-  if (CustomPaperRecord replaced = {}; CustomPaperStore().Read(name, replaced)) {
+  if (CustomPaperRecord replaced = {}; ReadPaper(name, replaced)) {
     *paperId = replaced.PaperId;
     return true;
   }
@@ -351,7 +333,7 @@ void ShowSaved(const Dialog& dialog, const CustomPaperRecord& paper) {
   CustomPaperDialogState& state = dialog.state;
   const std::u16string_view name = FieldText(paper.Name);
   state.paper = paper;
-  SetShownPaper(dialog);
+  ChooseShownPaper(dialog);
   ShowSize(dialog);
   state.nameBox.Fill();
   ShowLoadedName(dialog, state.nameBox.RowOfName(name), name);
@@ -386,26 +368,27 @@ void ShowWhatIsLeft(const Dialog& dialog) {
   const bool left = LoadFirstPaper(dialog, name);
   if (left) {
     SetUnit(dialog, UnitOf(dialog.state.paper));
-    SetShownPaper(dialog);
+    ChooseShownPaper(dialog);
   } else {
     SetUnit(dialog, UnitOfLocale());
     dialog.state.paper.Unit = static_cast<std::uint32_t>(dialog.state.sizes.unit());
-    SetFixedPaper(dialog, PaperOfLocale().id);
+    ChooseTablePaperWithSize(dialog.context, PaperOfLocale().id);
   }
   ShowSize(dialog);
   ShowLoadedName(dialog, dialog.state.nameBox.RowOfName(FieldText(name)), FieldText(name));
 }
 
 void Delete(const Dialog& dialog) {
-  const CustomPaperStore store;
   CustomPaperDialogState& state = dialog.state;
   CustomPaperRecord deleted = {};
   state.nameBox.ReadText(state.name);
-  const bool known = store.Read(state.name, deleted);
-  if (!store.Delete(state.name)) {
+  const bool known = ReadPaper(state.name, deleted);
+  if (!CustomPaperStore().Delete(state.name)) {
     return;
   }
-  if (known && deleted.PaperId == static_cast<std::uint16_t>(state.savedSize)) {
+  // Another record may bear the same id: the paper isn't gone then.
+  if (known && std::cmp_equal(deleted.PaperId, state.savedSize) &&
+      !FindChoosablePaper(deleted.PaperId, deleted)) {
     state.selectionDeleted = true;
   }
   state.nameBox.RemoveRow(state.nameBox.RowOfName(FieldText(state.name)));
@@ -441,17 +424,26 @@ void Accept(const Dialog& dialog) {
 // Records that were saved or deleted stay so.
 void Cancel(const Dialog& dialog) {
   const CustomPaperDialogState& state = dialog.state;
+  const bool millimeters = state.sizes.unit() == PaperUnit::kMillimeters;
   if (state.selectionDeleted) {
-    SetFixedPaper(dialog, state.sizes.unit() == PaperUnit::kMillimeters ? kPaperA4 : kPaperLetter);
+    ChooseTablePaperWithSize(dialog.context, millimeters ? kPaperA4 : kPaperLetter);
   } else {
     dialog.shared().dmPaperWidth = state.savedWidth;
     dialog.shared().dmPaperLength = state.savedLength;
     dialog.shared().dmPaperSize = state.savedSize;
   }
+  dialog.shared().dmFields = state.savedFields;
   End(dialog, false);
 }
 
 // ---- Messages -----------------------------------------------------------------------------------
+
+// A button that its own click has disabled would keep the focus, out of any key's reach.
+void LeaveDisabledButton(const Dialog& dialog, std::int32_t button) {
+  if (!World().windows.IsWindowEnabled(dialog.Item(button))) {
+    World().windows.SetFocus(dialog.Item(kNameCombo));
+  }
+}
 
 void OnButton(const Dialog& dialog, std::int32_t control) {
   switch (control) {
@@ -463,9 +455,11 @@ void OnButton(const Dialog& dialog, std::int32_t control) {
       break;
     case kSaveButton:
       Save(dialog);
+      LeaveDisabledButton(dialog, control);
       break;
     case kDeleteButton:
       Delete(dialog);
+      LeaveDisabledButton(dialog, control);
       break;
     case kDefaultsButton:
       Defaults(dialog);

@@ -11,6 +11,8 @@
 #include "pages/custom_paper_sizes.h"
 #include "platform/window_types.h"
 
+#include <cstdint>
+
 namespace ostrel {
 
 struct CustomPaperDialogState final : PageState {
@@ -24,7 +26,8 @@ struct CustomPaperDialogState final : PageState {
   std::int16_t savedWidth = 0;
   std::int16_t savedLength = 0;
   std::int16_t savedSize = 0;
-  bool selectionDeleted = false;  // its record is gone
+  std::uint32_t savedFields = 0;  // what the record announced then
+  bool selectionDeleted = false;  // no record has its id any more
 
   bool open = false;  // the controls are attached, and the store could be opened
 };

@@ -1,17 +1,19 @@
 #include "pages/custom_paper_list.h"
 
 #include "core/text.h"
+#include "pages/chosen_paper.h"
 #include "pages/custom_paper_names.h"
 #include "pages/page_support.h"
+#include "pages/paper_list.h"
 
 #include <algorithm>
-#include <cstddef>
+#include <array>
 #include <iterator>
 
 namespace ostrel {
 namespace {
 
-// The item data of a record that can't be read: no id is as wide.
+// The item data of a record that can't be read or chosen: no id is as wide.
 constexpr std::intptr_t kNoPaperId = -1;
 
 using Row = std::array<char16_t, NameList::kRowUnits>;
@@ -41,10 +43,14 @@ std::intptr_t FindRow(std::intptr_t count, Matches matches) {
 
 }  // namespace
 
+bool ReadPaper(const char16_t* name, CustomPaperRecord& record) {
+  return CustomPaperStore().Read(name, record) && CanBeChosen(record);
+}
+
 bool ReadFirstPaper(CustomPaperRecord& record, PaperName& name) {
   return AnyStoredName([&](const Row& stored) {
     CopyText(name, FieldText(stored));
-    return CustomPaperStore().Read(name, record);
+    return ReadPaper(name, record);
   });
 }
 
@@ -54,7 +60,6 @@ bool IsPaperStored(std::u16string_view name) {
 
 void PaperNameBox::Attach(WindowHandle dialog, std::int32_t id) {
   TextEdit::Attach(dialog, id);
-  maximumLength = kMostPaperNameUnits;
   Send(kCbLimitText, kTypedPaperNameUnits, 0);
 }
 
@@ -64,13 +69,11 @@ void PaperNameBox::AddRow(const char16_t* name) {
     return;
   }
   CustomPaperRecord record = {};
-  const bool readable = CustomPaperStore().Read(name, record);
+  const bool readable = ReadPaper(name, record);
   Send(kCbSetItemData, Place(row), readable ? std::intptr_t{record.PaperId} : kNoPaperId);
 }
 
 void PaperNameBox::Fill() {
-  constexpr std::int32_t kLeastWidth = 180;
-  constexpr std::int32_t kLessThanName = 30;
   std::int32_t widest = 0;
   Send(kCbResetContent, 0, 0);
   AnyStoredName([&](const Row& name) {
@@ -78,8 +81,7 @@ void PaperNameBox::Fill() {
     widest = std::max(widest, TextWidth(window(), name.data()));
     return false;
   });
-  const std::int32_t width = std::max(widest - kLessThanName, kLeastWidth);
-  Send(kCbSetDroppedWidth, static_cast<std::uintptr_t>(width), 0);
+  SetDropWidth(window(), widest - kDropWidthLess_px);
 }
 
 // Names differ by case too, which the list's own search doesn't see.

@@ -14,8 +14,11 @@ namespace ostrel {
 // Room for any stored name.
 using PaperName = char16_t[NameList::kRowUnits];
 
-// The first stored size that can be read, with the name that it is stored under. Result: whether
-// there is one.
+// The size that is stored under a name. Result: false for one that can't be read, and for one that
+// can't be chosen because of its id: it is listed all the same, so that it can be deleted.
+bool ReadPaper(const char16_t* name, CustomPaperRecord& record);
+
+// The first stored size that can be read so, with its name. Result: whether there is one.
 bool ReadFirstPaper(CustomPaperRecord& record, PaperName& name);
 
 // Whether the store has a record of exactly this name, be it one that can't be read.
@@ -25,7 +28,7 @@ class PaperNameBox final : public TextEdit {
  public:
   static constexpr std::intptr_t kNoRow = -1;
 
-  // Besides, limits what a user can type.
+  // Limits what a user can type.
   void Attach(WindowHandle dialog, std::int32_t id) override;
 
   // Fills the list from the store, and makes it wide enough for its names when it is dropped down.

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <iterator>
 #include <string_view>
+#include <utility>
 
 namespace ostrel {
 namespace {
@@ -31,6 +32,15 @@ bool IsBlank(const DecimalEdit& edit) {
   return FieldText(text).find_first_not_of(u' ') == std::u16string_view::npos;
 }
 
+// The number in a box, however many digits it has behind the separator; 0 when there is none.
+float NumberIn(DecimalEdit& edit) {
+  float number = 0;
+  const std::int32_t precision = std::exchange(edit.range.precision, kSizeTextUnits);
+  edit.GetValue(&number);
+  edit.range.precision = precision;
+  return number;
+}
+
 }  // namespace
 
 // One side of the size, with what belongs to it.
@@ -52,7 +62,7 @@ constexpr PaperSizeBoxes::Side PaperSizeBoxes::kSides[2] = {
 
 enum class PaperSizeBoxes::Taken {
   kUnreadable,  // the box shows no number
-  kUnchanged,   // the record's, as near as the box can show it
+  kUnchanged,   // what the box shows of the record
   kChanged,
 };
 
@@ -91,11 +101,15 @@ PaperLength PaperSizeBoxes::LengthOf(const CustomPaperRecord& paper, const Side&
   return LengthOfPixels(StoredPixels(paper, side.record), unit_, limits().decimals);
 }
 
+PaperLength PaperSizeBoxes::ShownLength(const CustomPaperRecord& paper, const Side& side) const {
+  const double length = WithinLimits(LengthOf(paper, side).value, limits().*side.limits);
+  return {RoundToDigits(length, limits().decimals), unit_, limits().decimals};
+}
+
 void PaperSizeBoxes::Show(const CustomPaperRecord& paper) {
   const ScopedFlag showing(showing_);
   for (const Side& side : kSides) {
-    const double length = WithinLimits(LengthOf(paper, side).value, limits().*side.limits);
-    (this->*side.edit).SetValue(static_cast<float>(length));
+    (this->*side.edit).SetValue(static_cast<float>(ShownLength(paper, side).value));
   }
 }
 
@@ -107,16 +121,32 @@ PaperSizeBoxes::Taken PaperSizeBoxes::TakeLength(const Side& side, CustomPaperRe
     return Taken::kUnreadable;
   }
   const int decimals = limits().decimals;
-  const PaperLength shown = {RoundToDigits(static_cast<double>(typed), decimals), unit_, decimals};
-  if (IsSameLength(shown, LengthOf(paper, side))) {
+  PaperLength length = {RoundToDigits(static_cast<double>(typed), decimals), unit_, decimals};
+  if (IsSameLength(length, ShownLength(paper, side))) {
     return Taken::kUnchanged;
   }
-  StoreLength(paper, side.record, shown);
+  // The box will show the nearer end once it is left, which counts as unchanged: what is stored
+  // has to be that end already.
+  length.value = WithinLimits(length.value, limits().*side.limits);
+  StoreLength(paper, side.record, length);
   return Taken::kChanged;
 }
 
 bool PaperSizeBoxes::TakeChange(const Side& side, CustomPaperRecord& paper) {
   return !showing_ && TakeLength(side, paper) == Taken::kChanged;
+}
+
+// A length in inches above 14 never shows, not even while it is typed. Other numbers outside the
+// limits stand until the box is left.
+void PaperSizeBoxes::LowerAtOnce(const Side& side) {
+  constexpr std::uintptr_t kBehindAnyText = 999;
+  DecimalEdit& edit = this->*side.edit;
+  if (showing_ || unit_ != PaperUnit::kInches || side.editId != kLengthEdit ||
+      NumberIn(edit) <= edit.range.maximum) {
+    return;
+  }
+  edit.SetValue(static_cast<float>(limits().length.most));
+  World().windows.SendMessageW(edit.window(), kEmSetSel, kBehindAnyText, -1);
 }
 
 // Brings the number in a box into the range. A box without one takes the least. Result: whether
@@ -136,7 +166,11 @@ bool PaperSizeBoxes::OnCommand(std::int32_t control, std::uint16_t code, CustomP
     return false;
   }
   if (code == kEnChange) {
-    return (this->*side->edit).ChangeCheck() == kTextStands && TakeChange(*side, paper);
+    if ((this->*side->edit).ChangeCheck() != kTextStands) {
+      return false;
+    }
+    LowerAtOnce(*side);
+    return TakeChange(*side, paper);
   }
   // A box that can't stand takes the focus back. The other one is left by that, and a box that the
   // dialog opens takes the focus too: neither starts all over.

@@ -2,14 +2,13 @@
 // a user makes of it.
 //
 // The boxes only ever show what the limits of the unit allow. A record that they show keeps its
-// pixels until a user changes a number; a number that differs by less than half a step of its last
-// digit is the record's own.
+// pixels until a user changes a number: one that differs by less than half a step of the last digit
+// from what the box shows of the record is the record's own.
 #pragma once
 
 #include "pages/controls.h"
 #include "pages/custom_paper_units.h"
 
-#include <cstddef>
 #include <cstdint>
 
 namespace ostrel {
@@ -51,8 +50,10 @@ class PaperSizeBoxes {
   static const Side kSides[2];
 
   PaperLength LengthOf(const CustomPaperRecord& paper, const Side& side) const;
+  PaperLength ShownLength(const CustomPaperRecord& paper, const Side& side) const;
   Taken TakeLength(const Side& side, CustomPaperRecord& paper);
   bool TakeChange(const Side& side, CustomPaperRecord& paper);
+  void LowerAtOnce(const Side& side);
   bool PutRight(const Side& side);
 
   DecimalEdit widthEdit_;

@@ -54,7 +54,8 @@ PaperLength LengthOfPixels(double pixels_px600, PaperUnit unit, int decimals) {
 
 double RoundToDigits(double value, int decimals) {
   const double scale = PowerOfTen(decimals);
-  return std::round(value * scale) / scale;
+  // So few bits that the product is exact.
+  return std::nearbyint(static_cast<double>(static_cast<float>(value)) * scale) / scale;
 }
 
 bool IsSameLength(const PaperLength& left, const PaperLength& right) {

@@ -34,7 +34,8 @@ double PixelsOf(const PaperLength& length);
 // cut at all.
 PaperLength LengthOfPixels(double pixels_px600, PaperUnit unit, int decimals);
 
-// The nearest number with so many digits behind the separator.
+// The number that a box with so many digits behind the separator shows. Boxes are given numbers of
+// 32 bits, and of two digits that are as near they show the even one.
 double RoundToDigits(double value, int decimals);
 
 // Half a step of the last digit: two numbers no further apart are shown as the same.

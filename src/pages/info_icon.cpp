@@ -96,6 +96,13 @@ void UpdateTooltipRect(WindowHandle page, WindowHandle tooltip, std::int32_t con
   windows.SendMessageW(tooltip, kTtmActivate, 1, 0);
 }
 
+void UpdateTooltipRects(WindowHandle page, std::span<const WindowHandle> tooltips,
+                        std::span<const std::int32_t> controls) {
+  for (std::size_t i = 0; i < std::min(tooltips.size(), controls.size()); ++i) {
+    UpdateTooltipRect(page, tooltips[i], controls[i]);
+  }
+}
+
 std::int32_t ControlOfTooltip(WindowHandle page, const NotifyHeader& header,
                               std::span<const std::int32_t> controls) {
   const auto control = std::ranges::find_if(controls, [&](std::int32_t id) {

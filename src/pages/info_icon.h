@@ -1,7 +1,7 @@
 // The icon beside an option that can be locked, and the tooltip that says why it is.
 //
-// The icon is a static control; it is shown exactly while the option is locked. The tooltip asks
-// its page for the text each time (TTN_GETDISPINFOW).
+// The icon is a static control, shown while the option is locked, but where a page's rule says
+// otherwise. The tooltip asks its page for the text each time (TTN_GETDISPINFOW).
 #pragma once
 
 #include "platform/window_types.h"
@@ -26,6 +26,10 @@ WindowHandle CreateInfoIcon(WindowHandle page, std::int32_t control);
 // For each movement of the mouse over the page: when the control is enabled, the tool takes the
 // control's place, in the page's coordinates.
 void UpdateTooltipRect(WindowHandle page, WindowHandle tooltip, std::int32_t control);
+
+// The same for several, each tooltip with the control at its place.
+void UpdateTooltipRects(WindowHandle page, std::span<const WindowHandle> tooltips,
+                        std::span<const std::int32_t> controls);
 
 // The control for which a tooltip asks, one of `controls`; 0 when it is none of them.
 std::int32_t ControlOfTooltip(WindowHandle page, const NotifyHeader& header,

@@ -3,6 +3,7 @@
 #include "core/language.h"
 #include "core/text.h"
 #include "pages/page_record.h"
+#include "pages/source_list.h"
 
 #include <algorithm>
 #include <iterator>
@@ -137,12 +138,11 @@ bool MediaRefusesDuplex(std::int32_t media) {
 }
 
 std::int32_t MediaRules::PaperSourceConflict(std::int32_t paper) const {
-  constexpr std::int32_t kAutomatic = 7;
   if (IsCustomPaperOfRules(paper)) {
     return kNoConflict;  // whatever the source
   }
   const std::int32_t source =
-      context_ == nullptr ? kAutomatic : context_->publicPointer->dmDefaultSource;
+      context_ == nullptr ? kBinAutomatic : context_->publicPointer->dmDefaultSource;
   return PaperTakesSource(paper, source) ? kNoConflict : 1;
 }
 

@@ -5,6 +5,7 @@
 // asked for: what has no row is told below for each question.
 #pragma once
 
+#include "core/settings_record.h"
 #include "core/string_ids.h"
 #include "core/ui_context.h"
 
@@ -21,7 +22,7 @@ inline constexpr std::size_t kDuplexFlags = 3;
 inline constexpr std::size_t kSourceFlags = 5;
 
 // dmDuplex by the names of its three public values (DMDUP_... of wingdi.h).
-inline constexpr std::int32_t kDuplexOneSided = 1;
+inline constexpr std::int32_t kDuplexOneSided = kDuplexSimplex;
 inline constexpr std::int32_t kDuplexLongEdge = 2;
 inline constexpr std::int32_t kDuplexShortEdge = 3;
 

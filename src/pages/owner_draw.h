@@ -7,6 +7,9 @@
 
 namespace ostrel {
 
+// The ground of the pictures that show a sheet of paper: a light grey that counts as transparent.
+inline constexpr std::uint32_t kSheetGround = 15660020;  // 0x00BBGGRR
+
 // Draws a module's bitmap in the middle of an item, leaving out the pixels of a colour
 // (0x00BBGGRR). In a mirrored window the picture isn't turned round: what it says about left and
 // right stays true. Does nothing when the module has no such bitmap.

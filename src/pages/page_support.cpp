@@ -3,6 +3,7 @@
 #include "core/help_file.h"
 #include "core/language.h"
 #include "core/process_state.h"
+#include "core/sheet_frame.h"
 #include "core/text.h"
 
 #include <algorithm>
@@ -45,6 +46,25 @@ UIContext* RememberContext(WindowHandle page, std::intptr_t lParam) {
   const std::intptr_t context = description == nullptr ? 0 : description->lParam;
   World().windows.SetWindowLongPtrW(page, kGwlpUserData, context);
   return PointedAt<UIContext>(context);
+}
+
+std::intptr_t AnswerSheetNotify(WindowHandle page, UIContext& context, std::uint32_t code,
+                                std::uint32_t helpTopic) {
+  switch (code) {
+    case kPsnApply:
+      return ApplySettings(page, &context) ? 1 : 0;
+    case kPsnReset:
+      ForgetApply(&context);
+      return 1;
+    case kPsnHelp:
+      if (helpTopic == kNoHelpTopic) {
+        return 0;
+      }
+      ShowPageHelp(page, helpTopic);
+      return 1;
+    default:
+      return 0;
+  }
 }
 
 void SetCaptions(WindowHandle dialog, ModuleHandle module, std::span<const CaptionRow> rows) {
@@ -148,14 +168,20 @@ int LoadUntitledName(WindowHandle page, std::span<char16_t> name) {
   return loaded ? static_cast<int>(FieldText(name).size()) : 0;
 }
 
+void ReadUntitledName(WindowHandle page, std::span<char16_t> name) {
+  if (LoadUntitledName(page, name) == 0) {
+    CopyText(name, u"Untitled");
+  }
+}
+
 void MarkUntitled(WindowHandle page, UntitledRule rule) {
   UIContext* context = PageContext(page);
   if (context == nullptr) {
     return;
   }
   char16_t loaded[kTextUnits] = {};
-  const std::u16string_view name =
-      LoadUntitledName(page, loaded) > 0 ? FieldText(loaded) : std::u16string_view(u"Untitled");
+  ReadUntitledName(page, loaded);
+  const std::u16string_view name = FieldText(loaded);
   auto& favorite = context->privatePointer->FavoriteName;
   if (rule == UntitledRule::kAlwaysShort) {
     CopyText(favorite, name.substr(0, kShortNameCharacters));

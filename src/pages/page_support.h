@@ -6,6 +6,7 @@
 // lacks is passed over, and so is a caption that the language lacks.
 #pragma once
 
+#include "core/page_state_table.h"
 #include "core/ui_context.h"
 #include "platform/window_types.h"
 
@@ -26,6 +27,34 @@ UIContext* PageContext(WindowHandle page);
 // For WM_INITDIALOG, whose lParam is the page's description: remembers its context in the window.
 // Result: the context.
 UIContext* RememberContext(WindowHandle page, std::intptr_t lParam);
+
+// ---- Messages -----------------------------------------------------------------------------------
+
+// Answers a message to a page by `answer(context, state)`: 0 where the window remembers no context,
+// or where there is no memory for the state. WM_INITDIALOG brings the context.
+template <typename State, typename Answer>
+std::intptr_t AnswerMessage(PageSlot slot, WindowHandle page, std::uint32_t message,
+                            std::intptr_t lParam, Answer answer) {
+  UIContext* context = message == kWmInitDialog ? RememberContext(page, lParam) : PageContext(page);
+  State* state = context == nullptr ? nullptr : GetPageState<State>(slot);
+  return state == nullptr ? 0 : answer(*context, *state);
+}
+
+// The calling thread's state of a page whose dialog stands; null when there is none. A state isn't
+// made for the question.
+template <typename State>
+State* LivePageState(PageSlot slot) {
+  State* state = PageStatePlace(slot) == nullptr ? nullptr : GetPageState<State>(slot);
+  return state == nullptr || state->dialog == nullptr ? nullptr : state;
+}
+
+// A page without a topic of its own leaves the sheet's Help button alone.
+inline constexpr std::uint32_t kNoHelpTopic = 0;
+
+// What all pages answer alike: PSN_APPLY, PSN_RESET and PSN_HELP. Result: the dialog procedure's
+// answer; 0 for any other code.
+std::intptr_t AnswerSheetNotify(WindowHandle page, UIContext& context, std::uint32_t code,
+                                std::uint32_t helpTopic);
 
 // ---- Controls and texts -------------------------------------------------------------------------
 
@@ -74,6 +103,9 @@ void SetSheetChanged(WindowHandle page);
 // The name that a favourite takes once a setting was changed by hand. Result: its length, 0 with
 // an empty name when the language has no such text.
 int LoadUntitledName(WindowHandle page, std::span<char16_t> name);
+
+// The same name, or "Untitled" when the language has no such text.
+void ReadUntitledName(WindowHandle page, std::span<char16_t> name);
 
 // How a page writes that name. The limits are to stay as they are.
 enum class UntitledRule {

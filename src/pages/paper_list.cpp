@@ -4,11 +4,11 @@
 #include "core/paper_tables.h"
 #include "core/process_state.h"
 #include "core/text.h"
+#include "pages/chosen_paper.h"
 #include "pages/page_support.h"
 #include "pages/source_list.h"
 
 #include <algorithm>
-#include <limits>
 
 namespace ostrel {
 namespace {
@@ -46,19 +46,13 @@ void AddFixed(TextBuilder& out, std::uint32_t value, int digits) {
   }
 }
 
-// An id outside of this can't stand in a record as a user's paper.
-bool CanBeChosen(const CustomPaperRecord& paper) {
-  return paper.PaperId >= kFirstCustomPaperId &&
-         paper.PaperId <= static_cast<std::uint32_t>(std::numeric_limits<std::int16_t>::max());
-}
+}  // namespace
 
 void SetDropWidth(WindowHandle list, std::int32_t width_px) {
   World().windows.SendMessageW(list, kCbSetDroppedWidth,
                                static_cast<std::uintptr_t>(std::max(width_px, kLeastDropWidth_px)),
                                0);
 }
-
-}  // namespace
 
 void WriteSizeLabel(ModuleHandle texts, const CustomPaperRecord& paper, std::span<char16_t> label) {
   const bool inch = paper.Unit == kUnitInch;

@@ -40,4 +40,7 @@ void WriteSizeLabel(ModuleHandle texts, const CustomPaperRecord& paper, std::spa
 inline constexpr std::int32_t kDropWidthLess_px = 30;
 inline constexpr std::int32_t kLeastDropWidth_px = 180;
 
+// How wide an opened list of stored names becomes: this, and at least the second number.
+void SetDropWidth(WindowHandle list, std::int32_t width_px);
+
 }  // namespace ostrel

@@ -24,11 +24,6 @@ inline constexpr std::int32_t kMediaThin = 264;
 // A5, the one paper that may choose which edge goes first.
 inline constexpr std::int16_t kPaperWithFeedChoice = 11;
 
-// Places in the list of sources.
-inline constexpr std::int32_t kAutomaticPosition = 0;
-inline constexpr std::int32_t kManualPosition = 1;
-inline constexpr std::int32_t kTray1Position = 2;
-
 // How many sources the list must have before letterhead leaves a choice.
 inline constexpr std::int32_t kSourcesForLetterhead = 4;
 

@@ -1,10 +1,10 @@
 #include "pages/paper_texts.h"
 
-#include "core/process_state.h"
 #include "pages/media_rules.h"
 #include "pages/page_record.h"
 #include "pages/paper_rules.h"
 #include "pages/reasons.h"
+#include "pages/source_list.h"
 
 namespace ostrel {
 namespace {
@@ -16,8 +16,7 @@ bool MediaNeedsItsSource(std::int32_t media) {
   if (media == kMediaPlain || media == kMediaThin) {
     return false;
   }
-  const bool hasTrays = (Process().ModelFlags & kFamiliesWithOptionalTrays) != 0;
-  return !hasTrays || (media != kMediaThick && media != kMediaWithoutName);
+  return !FamilyHasOptionalTrays() || (media != kMediaThick && media != kMediaWithoutName);
 }
 
 }  // namespace

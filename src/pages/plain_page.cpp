@@ -1,24 +1,11 @@
 #include "pages/plain_page.h"
 
-#include "core/sheet_frame.h"
 #include "pages/page_support.h"
 
 namespace ostrel {
 namespace {
 
 constexpr std::int32_t kDefaultsButton = 1064;
-
-std::intptr_t OnNotify(WindowHandle page, UIContext* context, const NotifyHeader& notify) {
-  switch (notify.code) {
-    case kPsnReset:
-      ForgetApply(context);
-      return 1;
-    case kPsnApply:
-      return ApplySettings(page, context) ? 1 : 0;
-    default:
-      return 0;
-  }
-}
 
 }  // namespace
 
@@ -32,8 +19,10 @@ std::intptr_t PlainPageProcedure(WindowHandle page, std::uint32_t message,
     case kWmInitDialog:
       return 1;
     case kWmNotify:
-      // NOLINTNEXTLINE(performance-no-int-to-ptr): a message carries a pointer as a number.
-      return lParam == 0 ? 0 : OnNotify(page, context, *reinterpret_cast<NotifyHeader*>(lParam));
+      return lParam == 0
+                 ? 0
+                 : AnswerSheetNotify(page, *context, PointedAt<const NotifyHeader>(lParam)->code,
+                                     kNoHelpTopic);
     case kWmShowWindow:
       if (context->noPermission != 0) {
         EnableControl(page, kDefaultsButton, false);

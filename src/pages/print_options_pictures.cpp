@@ -1,6 +1,7 @@
 #include "pages/print_options_pictures.h"
 
 #include "pages/media_rules.h"
+#include "pages/owner_draw.h"
 #include "pages/page_record.h"
 
 namespace ostrel {
@@ -8,7 +9,6 @@ namespace {
 
 // Colours that count as transparent, 0x00BBGGRR.
 constexpr std::uint32_t kMagenta = 0xFF00FF;
-constexpr std::uint32_t kPaperGray = 15660020;
 constexpr std::uint32_t kWhite = 0xFFFFFF;
 
 std::uint32_t CollationPictureId(const UIContext& context) {
@@ -45,7 +45,7 @@ std::uint32_t DuplexPictureId(UIContext& context) {
   for (const Row& row : kRows) {
     if (row.orientation == context.publicPointer->dmOrientation) {
       switch (StoredDuplex(context)) {
-        case kDuplexSimplex:
+        case kDuplexOneSided:
           return row.oneSided;
         case kDuplexLongEdge:
           return row.longEdge;
@@ -72,7 +72,7 @@ bool FindItemPicture(const UIContext& context, std::uint32_t control, ItemPictur
       picture = {bitmaps, 905, kMagenta};
       return true;
     case 1066:
-      picture = {bitmaps, 901, kPaperGray};
+      picture = {bitmaps, 901, kSheetGround};
       return true;
     case 1174:
       picture = {bitmaps, 631, kMagenta};
@@ -81,7 +81,7 @@ bool FindItemPicture(const UIContext& context, std::uint32_t control, ItemPictur
       picture = {bitmaps, 902, kMagenta};
       return true;
     case 1176:
-      picture = {bitmaps, CollationPictureId(context), kPaperGray};
+      picture = {bitmaps, CollationPictureId(context), kSheetGround};
       return true;
     default:
       return false;

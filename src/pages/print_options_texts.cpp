@@ -51,9 +51,9 @@ void TellDuplexReasons(UIContext& context, std::span<char16_t> buffer) {
 
 void TellReverseReason(UIContext& context, std::span<char16_t> buffer) {
   Reasons reasons(context, buffer);
-  reasons.AddIf(StoredDuplex(context) != kDuplexSimplex, IsBooklet(context)
-                                                             ? kStringBookletExcludesReverseOrder
-                                                             : kStringTwoSidedExcludesReverseOrder);
+  reasons.AddIf(StoredDuplex(context) != kDuplexOneSided,
+                IsBooklet(context) ? kStringBookletExcludesReverseOrder
+                                   : kStringTwoSidedExcludesReverseOrder);
 }
 
 void TellCollateReason(const UIContext& context, std::span<char16_t> buffer) {

@@ -14,9 +14,12 @@ namespace {
 constexpr std::int16_t kBins[] = {kBinAutomatic, kBinManual, kBinTray1, kBinTray2, kBinTray3};
 
 constexpr std::int16_t kBinLikeTray1 = 260;
-constexpr std::int32_t kTray1Position = 2;
 
 }  // namespace
+
+bool FamilyHasOptionalTrays() {
+  return (Process().ModelFlags & kFamiliesWithOptionalTrays) != 0;
+}
 
 void FillSourceList(WindowHandle page, std::int32_t control, const UIContext& context) {
   const std::size_t fitted =
@@ -42,7 +45,8 @@ std::int32_t PositionOfBin(std::int16_t bin) {
     return kTray1Position;
   }
   const auto* found = std::ranges::find(kBins, bin);
-  return found == std::end(kBins) ? 0 : static_cast<std::int32_t>(found - std::begin(kBins));
+  return found == std::end(kBins) ? kAutomaticPosition
+                                  : static_cast<std::int32_t>(found - std::begin(kBins));
 }
 
 }  // namespace ostrel

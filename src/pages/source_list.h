@@ -26,6 +26,11 @@ inline constexpr std::int16_t kBinTray1 = 257;
 inline constexpr std::int16_t kBinTray2 = 258;
 inline constexpr std::int16_t kBinTray3 = 259;
 
+// Where they stand in the list.
+inline constexpr std::int32_t kAutomaticPosition = 0;
+inline constexpr std::int32_t kManualPosition = 1;
+inline constexpr std::int32_t kTray1Position = 2;
+
 inline constexpr std::size_t kListedSources = 6;
 inline constexpr std::uint64_t kAllFamilies = ~std::uint64_t{0};
 
@@ -40,6 +45,9 @@ inline constexpr std::array<ListedSource, kListedSources> kSourceList = {{
     {kStringSourceTray3,            kBinTray3,     kFamiliesWithOptionalTrays},
 }};
 // clang-format on
+
+// Whether the model's family can have trays beside its first one.
+bool FamilyHasOptionalTrays();
 
 // Empties a combo box and adds the sources of the printer, each with its bin as item data: the
 // table's rows without as many of the last ones as optional trays are missing, and of those the

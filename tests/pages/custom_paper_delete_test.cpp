@@ -122,6 +122,54 @@ TEST(DeletedPaper, ThatCantBeReadGoesToo) {
   EXPECT_SETTINGS(stage.world, StoreOf({Card(u"Card")}));
 }
 
+TEST(DeletedPaper, LeavesTheCountrysPaperWhenOnlyUnreadableOnesRemain) {
+  CustomPaperStage stage;
+  const std::string broken = test::Record("Broken", "x");
+  const std::string absurd = test::StoredPaper(Photo(u"Absurd", 40000));
+  test::PutSettings(
+      stage.world,
+      test::SettingsTree{.papers = {broken, test::StoredPaper(Card(u"Card")), absurd}}.Bytes());
+  stage.SetWords(test::CardWords(288));
+  stage.Show([&] {
+    EXPECT_TRUE(stage.user().Click(kDelete));
+    EXPECT_EQ(stage.Seen(),
+              (PaperSeen{u"Untitled", u"210.0", u"297.0", kMillimeters, false, false}));
+    EXPECT_EQ(stage.user().ItemTexts(kNameBox),
+              (std::vector<std::u16string>{u"Broken", u"Absurd"}));
+    EXPECT_EQ(stage.Words(), test::kA4Words);
+    EXPECT_TRUE(stage.user().Click(kIdOk));
+  });
+  EXPECT_EQ(stage.Words(), test::kA4Words);
+  EXPECT_SETTINGS(stage.world, test::SettingsTree{.papers = {broken, absurd}}.Bytes());
+}
+
+TEST(DeletedPaper, MayHaveBlanksAroundItsName) {
+  CustomPaperStage stage;
+  stage.Put({Card(u"Card"), Photo(u"  Wide ", 289), Card(u"Wide", 290)});
+  stage.SetWords(test::CardWords(288));
+  stage.Show([&] {
+    EXPECT_TRUE(stage.user().Choose(kNameBox, 1));
+    EXPECT_TRUE(stage.user().Click(kDelete));
+    EXPECT_EQ(stage.user().ItemTexts(kNameBox), (std::vector<std::u16string>{u"Card", u"Wide"}));
+    EXPECT_TRUE(stage.user().Click(kIdOk));
+  });
+  EXPECT_SETTINGS(stage.world, StoreOf({Card(u"Card"), Card(u"Wide", 290)}));
+}
+
+// A disabled button would keep the focus.
+TEST(DeletedPaper, TheLastOneLeavesTheFocusToTheName) {
+  CustomPaperStage stage;
+  stage.Put({Card(u"Card"), Photo(u"Photo", 289)});
+  stage.SetWords(test::CardWords(288));
+  stage.Show([&] {
+    EXPECT_TRUE(stage.user().Click(kDelete));
+    EXPECT_EQ(stage.user().Focus(), kDelete);  // there is another one to delete
+    EXPECT_TRUE(stage.user().Click(kDelete));
+    EXPECT_EQ(stage.user().Focus(), kNameBox);
+    EXPECT_TRUE(stage.IsOpen());
+  });
+}
+
 TEST(DeletedPaper, ThatIsNotStoredChangesNothing) {
   CustomPaperStage stage;
   stage.Put({Card(u"Card")});
@@ -142,6 +190,8 @@ TEST(PaperDefaults, InMillimetersAreTheLargestSize) {
   stage.Put({Photo(u"Photo", 288)});
   stage.SetWords(test::PhotoWords(288));
   stage.Show([&] {
+    EXPECT_TRUE(stage.user().Type(kNameBox, u"Poster"));
+    ASSERT_TRUE(stage.user().Enabled(test::kSave));
     EXPECT_TRUE(stage.user().Click(kDefaults));
     EXPECT_EQ(stage.Seen(),
               (PaperSeen{u"Untitled", u"216.0", u"356.0", kMillimeters, false, false}));
@@ -321,6 +371,55 @@ TEST(CancelledDialog, RemembersADeletedPaperThroughFurtherDeletions) {
     EXPECT_TRUE(stage.user().Click(kIdCancel));
   }));
   EXPECT_EQ(stage.Words(), test::kA4Words);
+}
+
+// The paper in force is still there under its id, which another record bears too.
+TEST(CancelledDialog, KeepsAPaperWhoseIdAnotherRecordHas) {
+  for (const std::int32_t row : {0, 1}) {
+    CustomPaperStage stage;
+    stage.Put({Card(u"First", 300), Photo(u"Second", 300)});
+    stage.SetWords(test::CardWords(300));
+    EXPECT_FALSE(stage.Show([&] {
+      EXPECT_TRUE(stage.user().Choose(kNameBox, row));
+      EXPECT_TRUE(stage.user().Click(kDelete));
+      EXPECT_TRUE(stage.user().Click(kIdCancel));
+    }));
+    EXPECT_EQ(stage.Words(), test::CardWords(300)) << row;
+  }
+}
+
+TEST(CancelledDialog, LosesAPaperWhoseRecordsAreAllDeleted) {
+  CustomPaperStage stage;
+  stage.Put({Card(u"First", 300), Photo(u"Second", 300), Card(u"Other", 301)});
+  stage.SetWords(test::CardWords(300));
+  EXPECT_FALSE(stage.Show([&] {
+    EXPECT_TRUE(stage.user().Click(kDelete));
+    EXPECT_TRUE(stage.user().Click(kDelete));
+    EXPECT_TRUE(stage.user().Click(kMillimeters));
+    EXPECT_TRUE(stage.user().Click(kIdCancel));
+  }));
+  EXPECT_EQ(stage.Words(), test::kA4Words);
+}
+
+// Choosing announces a size of its own. Nothing of that stays.
+TEST(CancelledDialog, TakesTheAnnouncementBack) {
+  for (const bool deleted : {false, true}) {
+    CustomPaperStage stage;
+    stage.Put({Card(u"Card"), Photo(u"Photo", 289)});
+    stage.SetWords(test::CardWords(288));
+    stage.shared().dmFields = kDmOrientation | kDmPaperSize;
+    EXPECT_FALSE(stage.Show([&] {
+      if (deleted) {
+        EXPECT_TRUE(stage.user().Click(kDelete));
+      } else {
+        EXPECT_TRUE(stage.user().Choose(kNameBox, 1));
+      }
+      EXPECT_NE(stage.shared().dmFields & kDmPaperWidth, 0U);
+      EXPECT_TRUE(stage.user().Click(kIdCancel));
+    }));
+    EXPECT_EQ(stage.shared().dmFields, kDmOrientation | kDmPaperSize);
+    EXPECT_EQ(stage.Words(), deleted ? test::kA4Words : test::CardWords(288));
+  }
 }
 
 TEST(CancelledDialog, ForgetsTheDeletionBeforeTheNextOne) {

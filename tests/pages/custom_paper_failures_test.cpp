@@ -122,8 +122,9 @@ TEST(CustomPaperTemplate, MayLackAnyControl) {
 
 // ---- Any call refused ---------------------------------------------------------------------------
 
-// All that a user can do. What a refused call has locked or ended isn't done.
-void DoEverything(CustomPaperStage& stage) {
+// All that a user can do. What a refused call has locked or ended isn't done. Result: whether
+// anything could be deleted.
+bool DoEverything(CustomPaperStage& stage) {
   headless::User user = stage.user();
   static_cast<void>(user.Type(kWidth, u"120"));
   static_cast<void>(user.Type(kLength, u"1"));
@@ -132,11 +133,12 @@ void DoEverything(CustomPaperStage& stage) {
   static_cast<void>(user.Click(kSave));
   static_cast<void>(user.Choose(kNameBox, 1));
   static_cast<void>(user.Click(kInches));
-  static_cast<void>(user.Click(kDelete));
+  const bool deleted = user.Click(kDelete);
   static_cast<void>(user.Click(kDefaults));
   static_cast<void>(user.Type(kNameBox, u"Card"));
   static_cast<void>(user.Click(kSave));
   static_cast<void>(user.Click(kIdOk));
+  return deleted;
 }
 
 bool IsWithin(std::uint16_t pixels, std::uint16_t least, std::uint16_t most) {
@@ -144,8 +146,11 @@ bool IsWithin(std::uint16_t pixels, std::uint16_t least, std::uint16_t most) {
 }
 
 // Whatever was refused: each stored record is one of the two that were there or one that the dialog
-// may make.
-void ExpectSaneStore(const std::string& what) {
+// may make, and of the two none is lost but by deleting it.
+void ExpectSaneStore(const std::string& what, bool deleted) {
+  const bool card = IsPaperStored(u"Card");
+  const bool photo = IsPaperStored(u"Photo");
+  EXPECT_TRUE(deleted ? card || photo : card && photo) << what;
   std::array<CustomPaperRecord, 20> records = {};
   const std::size_t count = ReadCustomPapers(records);
   EXPECT_LE(count, 3U) << what;
@@ -166,18 +171,16 @@ TEST(CustomPaperFailures, AnyCallMayBeRefused) {
     ++n;
     TwoPapers stage;
     stage.windows().answers = {kIdYes, kIdYes, kIdYes};
-    const std::string before = test::Settings(stage.world);
-    stage.world.platform.modules.InstallResources(
-        test::kEnglishLibraryPath, std::make_shared<const headless::Resources>(stage.language));
+    bool deleted = false;
     stage.Show([&] {
       stage.world.platform.faults.FailCall(n);
-      DoEverything(stage);
+      deleted = DoEverything(stage);
       fired = stage.world.platform.faults.fired();
       stage.world.platform.faults.Clear();
     });
     EXPECT_EQ(stage.timesShown, 1);
     EXPECT_EQ(stage.world.platform.files.openFiles(), 0U);
-    ExpectSaneStore("call " + std::to_string(n));
+    ExpectSaneStore("call " + std::to_string(n), deleted);
     if (HasFailure()) {
       break;
     }
@@ -201,7 +204,7 @@ TEST(CustomPaperFailures, AnyCallOfTheOpeningMayBeRefused) {
     stage.world.platform.faults.Clear();
     EXPECT_EQ(stage.Words(), test::CardWords(288)) << n;
     EXPECT_EQ(stage.world.platform.files.openFiles(), 0U);
-    ExpectSaneStore("call " + std::to_string(n));
+    EXPECT_TRUE(test::Settings(stage.world) == before) << n;
     if (HasFailure()) {
       break;
     }
@@ -234,13 +237,15 @@ TEST(CustomPaperFailures, AnyOperationMayBeRefusedForGood) {
                                 "EndDialog"}) {
     TwoPapers stage;
     stage.windows().answers = {kIdYes, kIdYes, kIdYes};
+    bool deleted = false;
     stage.Show([&] {
       stage.world.platform.faults.FailOperation(operation);
-      DoEverything(stage);
+      deleted = DoEverything(stage);
       stage.world.platform.faults.Clear();
     });
     EXPECT_EQ(stage.timesShown, 1) << operation;
     EXPECT_EQ(stage.world.platform.files.openFiles(), 0U) << operation;
+    ExpectSaneStore(operation, deleted);
   }
 }
 

@@ -186,6 +186,21 @@ TEST_P(CustomPaperUnit, IsThePapersOwnOrTheCountrys) {
   EXPECT_EQ(stage.Words(), (PaperWords{row.paper, 1, 2}));
 }
 
+// A stored record whose id is no user's: nothing of it counts, its unit neither.
+TEST(CustomPaperOpening, ARecordWithAnIdBelowTheOwnOnesIsNotThePaperInForce) {
+  for (const std::int16_t id : {287, 9}) {
+    CustomPaperStage stage;
+    stage.Put({Photo(u"Low", static_cast<std::uint32_t>(id)), Card(u"Card", 288)});
+    stage.SetWords({id, 1, 2});
+    stage.Show([&] {
+      EXPECT_EQ(stage.Seen(), (PaperSeen{u"Card", u"100.0", u"150.0", kMillimeters, false, true}));
+      EXPECT_EQ(stage.user().Selected(kNameBox), -1);
+    });
+    EXPECT_EQ(stage.timesShown, 1);
+    EXPECT_EQ(stage.Words(), (PaperWords{id, 1, 2}));
+  }
+}
+
 // ---- What is shown ------------------------------------------------------------------------------
 
 TEST(CustomPaperOpening, ShowsThePaperInForceByItsId) {
@@ -365,7 +380,8 @@ TEST(CustomPaperStoreOfOthers, ANameWithoutATerminatorEndsWithItsField) {
           .Bytes());
   stage.SetWords({-1, 1, 2});  // its id has these low words, and isn't this paper's
   stage.Show([&] {
-    EXPECT_EQ(stage.Text(kNameBox), u"Long");
+    EXPECT_EQ(stage.user().ItemTexts(kNameBox), (std::vector<std::u16string>{u"Long"}));
+    EXPECT_EQ(stage.Text(kNameBox), u"Untitled");
     EXPECT_EQ(stage.user().Selected(kNameBox), -1);
   });
 }
@@ -493,6 +509,25 @@ TEST(CustomPaperDialog, WithoutATemplateIsNotAccepted) {
   EXPECT_FALSE(stage.Show());
   EXPECT_EQ(stage.timesShown, 0);
   EXPECT_EQ(stage.Words(), test::kA4Words);
+}
+
+TEST(CustomPaperDialog, DestroyedWithoutAnAnswerTakesNothingMore) {
+  CustomPaperStage stage;
+  stage.Put({Card(u"Card"), Photo(u"Photo", 289)});
+  stage.SetWords(test::CardWords(288));
+  stage.Show([&] {
+    const auto& state = *GetPageState<CustomPaperDialogState>(PageSlot::kCustomPaper);
+    EXPECT_TRUE(state.open);
+    stage.windows().Deliver(stage.dialog(), kWmDestroy, 0, 0);
+    EXPECT_FALSE(state.open);
+    // Its controls are no longer there for it.
+    EXPECT_TRUE(stage.user().Choose(kNameBox, 1));
+    EXPECT_TRUE(stage.user().Click(test::kDelete));
+    EXPECT_EQ(stage.user().ItemTexts(kNameBox).size(), 2U);
+    EXPECT_EQ(stage.Words(), test::CardWords(288));
+  });
+  EXPECT_EQ(stage.timesShown, 1);
+  EXPECT_SETTINGS(stage.world, test::StoreOf({Card(u"Card"), Photo(u"Photo", 289)}));
 }
 
 TEST(CustomPaperDialog, WithoutMemoryForItsStateCanBeLeftBothWays) {

@@ -1,5 +1,5 @@
-// Saving a paper, deleting one, the defaults, and the two ways out of the dialog. Files are
-// compared byte for byte.
+// Saving a paper of the user's own: what stands in the file then, byte for byte, which names are
+// taken, and what a full store refuses.
 #include "pages/custom_paper_stage.h"
 
 #include <limits>
@@ -59,6 +59,27 @@ TEST(SavedPaper, StandsInTheFileByteForByte) {
       std::string("\x20\x01\0\0\x01\0\0\0\x47\xA3\x13\x45\xEA\x74\x5D\x45", 16);
   ASSERT_EQ(value.size(), 72U);
   EXPECT_SETTINGS(stage.world, test::SettingsTree{.papers = {test::Record("Card", value)}}.Bytes());
+}
+
+// The button is disabled then, and would keep the focus.
+TEST(SavedPaper, LeavesTheFocusToTheName) {
+  CustomPaperStage stage;
+  stage.Show([&] {
+    stage.SaveAs(u"Card");
+    EXPECT_FALSE(stage.user().Enabled(kSave));
+    EXPECT_EQ(stage.user().Focus(), kNameBox);
+    EXPECT_TRUE(stage.IsOpen());
+  });
+}
+
+TEST(SavedPaper, ThatIsRefusedLeavesTheFocusWhereItIs) {
+  CustomPaperStage stage;
+  stage.Put(Papers(16));
+  stage.Show([&] {
+    stage.SaveAs(u"New");
+    EXPECT_TRUE(stage.user().Enabled(kSave));
+    EXPECT_EQ(stage.user().Focus(), kSave);
+  });
 }
 
 TEST(SavedPaper, InInchesKeepsItsUnit) {
@@ -316,6 +337,19 @@ TEST(ReplacedRecord, ThatCouldntBeReadTakesAFreeId) {
   stage.Show([&] { stage.SaveAs(u"Broken"); });
   EXPECT_EQ(stage.boxes().size(), 1U);
   EXPECT_SETTINGS(stage.world, StoreOf({Card(u"Card"), Card(u"Broken", 289)}));
+}
+
+TEST(ReplacedRecord, WithAnIdThatIsNoUsersTakesAFreeId) {
+  for (const std::uint32_t id : {287U, 32768U, 0x10120U}) {
+    CustomPaperStage stage;
+    stage.Put({Card(u"Card"), Photo(u"Absurd", id)});
+    stage.SetWords(test::CardWords(288));
+    stage.windows().answers = {kIdYes};
+    stage.Show([&] { stage.SaveAs(u"Absurd"); });
+    EXPECT_EQ(stage.boxes().size(), 1U);
+    EXPECT_EQ(stage.Words(), test::CardWords(288));  // cancelled
+    EXPECT_SETTINGS(stage.world, StoreOf({Card(u"Card"), Card(u"Absurd", 289)}));
+  }
 }
 
 // ---- Ids and a full store -----------------------------------------------------------------------

@@ -37,7 +37,7 @@ struct TypedNameCase {
   const char16_t* typed;
   const char16_t* shown;
   bool canSave;
-  bool canDelete;  // as before the change
+  bool canDelete;
 };
 
 class TypedName : public testing::TestWithParam<TypedNameCase> {};
@@ -66,10 +66,18 @@ TEST_P(TypedName, DecidesWhatCanBeDone) {
   TypingStage stage;
   stage.Show([&] {
     ASSERT_TRUE(stage.CanDelete());
+    ASSERT_FALSE(stage.CanSave());
     EXPECT_TRUE(stage.user().Paste(kNameBox, row.typed));
     EXPECT_EQ(stage.Text(kNameBox), row.shown);
     EXPECT_EQ(stage.CanSave(), row.canSave);
     EXPECT_EQ(stage.CanDelete(), row.canDelete);
+    // Once more behind a name that can be saved, and that can't be deleted.
+    EXPECT_TRUE(stage.user().Paste(kNameBox, u"Sheet"));
+    ASSERT_TRUE(stage.CanSave());
+    ASSERT_FALSE(stage.CanDelete());
+    EXPECT_TRUE(stage.user().Paste(kNameBox, row.typed));
+    EXPECT_EQ(stage.CanSave(), row.canSave);
+    EXPECT_FALSE(stage.CanDelete());
     EXPECT_EQ(stage.Text(kWidth), u"100.0");
   });
   EXPECT_EQ(stage.timesShown, 1);
@@ -172,6 +180,9 @@ TEST(ChosenName, EndsAnUnfinishedChange) {
   TypingStage stage;
   stage.Show([&] {
     EXPECT_TRUE(stage.user().Type(kWidth, u"123"));
+    EXPECT_TRUE(stage.user().Type(kNameBox, u"Poster"));
+    ASSERT_TRUE(stage.CanSave());
+    ASSERT_FALSE(stage.CanDelete());
     EXPECT_TRUE(stage.user().Choose(kNameBox, 0));
     EXPECT_EQ(stage.Seen(), (PaperSeen{u"Card", u"100.0", u"150.0", kMillimeters, false, true}));
   });
@@ -204,14 +215,23 @@ TEST(ChosenName, WithoutASelectedRowChangesNothing) {
   });
 }
 
-TEST(ChosenName, WithAnAbsurdIdSetsItsLowWord) {
-  CustomPaperStage stage;
-  stage.Put({Card(u"Card", 0x12345)});
-  stage.Show([&] {
-    EXPECT_TRUE(stage.user().Choose(kNameBox, 0));
-    EXPECT_EQ(stage.Words(), test::CardWords(0x2345));
-    EXPECT_TRUE(stage.user().Click(kIdOk));
-  });
+// An id that no record can hold as one of the user's.
+TEST(ChosenName, WithAnAbsurdIdOnlyAllowsToDeleteIt) {
+  for (const std::uint32_t id : {9U, 287U, 32768U, 0x12345U, 0xFFFFFFFFU}) {
+    CustomPaperStage stage;
+    stage.Put({Photo(u"Absurd", id), Card(u"Card", 288)});
+    stage.SetWords(test::CardWords(288));
+    EXPECT_TRUE(stage.Show([&] {
+      EXPECT_TRUE(stage.user().Choose(kNameBox, 0));
+      EXPECT_EQ(stage.Seen(),
+                (PaperSeen{u"Absurd", u"100.0", u"150.0", kMillimeters, false, true}));
+      EXPECT_EQ(stage.Words(), test::CardWords(288));
+      EXPECT_TRUE(stage.user().Click(kDelete));
+      EXPECT_TRUE(stage.user().Click(kIdOk));
+    })) << id;
+    EXPECT_EQ(stage.Words(), test::CardWords(288));
+    EXPECT_SETTINGS(stage.world, test::StoreOf({Card(u"Card", 288)}));
+  }
 }
 
 TEST(ChosenName, WithAnAbsurdSizeSetsItAsItIsStored) {
@@ -295,9 +315,65 @@ TEST(TypedSize, OfTheLengthHasItsOwnLimits) {
     EXPECT_TRUE(stage.user().Type(kLength, u"5.82"));
     EXPECT_TRUE(stage.user().MoveFocus(kWidth));
     EXPECT_EQ(stage.Text(kLength), u"5.83");
-    EXPECT_TRUE(stage.user().Type(kLength, u"14.01"));
+    EXPECT_TRUE(stage.user().Type(kLength, u"14.00"));
     EXPECT_TRUE(stage.user().MoveFocus(kWidth));
     EXPECT_EQ(stage.Text(kLength), u"14.00");
+  });
+}
+
+TEST(TypedSize, OfMoreThanFourteenInchesOfLengthNeverShows) {
+  for (const bool comma : {false, true}) {
+    for (const std::u16string point : {u"14.01", u"14.001", u"15", u"999999", u" 20 "}) {
+      TypingStage stage;
+      stage.UseLanguage("enus", comma);
+      const auto local = [&](std::u16string text) {
+        std::ranges::replace(text, comma ? u'.' : u',', comma ? u',' : u'.');
+        return text;
+      };
+      stage.Show([&] {
+        EXPECT_TRUE(stage.user().Click(kInches));
+        EXPECT_TRUE(stage.user().MoveFocus(kLength));
+        EXPECT_TRUE(stage.user().Paste(kLength, local(point)));
+        EXPECT_EQ(stage.Text(kLength), local(u"14.00"));
+        EXPECT_EQ(stage.Text(kNameBox), u"Untitled");
+        EXPECT_EQ(stage.user().Selection(kLength), (std::pair<std::size_t, std::size_t>{5, 5}));
+        stage.SetText(kLength, local(u"6.00"));
+        stage.SetText(kLength, local(point));
+        EXPECT_EQ(stage.Text(kLength), local(u"14.00"));
+        stage.SaveAs(u"Long");
+      });
+      EXPECT_EQ(stage.timesShown, 1);
+      CustomPaperRecord saved = {};
+      ASSERT_TRUE(CustomPaperStore().Read(u"Long", saved));
+      EXPECT_EQ(saved.Length, 8400);
+    }
+  }
+}
+
+// A length of 14 inches that is typed too high is still the same.
+TEST(TypedSize, AboveFourteenInchesAtFourteenCountsAsUnchanged) {
+  CustomPaperStage stage;
+  stage.Put({PaperFacts{u"Tall", 288, 2, 5100, 8400, 5100.0F, 8400.0F}});
+  stage.SetWords({288, 1, 2});
+  stage.Show([&] {
+    EXPECT_TRUE(stage.user().Paste(kLength, u"14.01"));
+    EXPECT_EQ(stage.Seen(), (PaperSeen{u"Tall", u"8.50", u"14.00", kInches, false, true}));
+  });
+}
+
+TEST(TypedSize, OtherwiseAboveTheMostStandsUntilTheBoxIsLeft) {
+  TypingStage stage;
+  stage.Show([&] {
+    EXPECT_TRUE(stage.user().Paste(kLength, u"356.1"));
+    EXPECT_EQ(stage.Text(kLength), u"356.1");
+    EXPECT_TRUE(stage.user().Click(kInches));
+    EXPECT_TRUE(stage.user().Paste(kWidth, u"15"));
+    EXPECT_EQ(stage.Text(kWidth), u"15");
+    EXPECT_TRUE(stage.user().MoveFocus(kNameBox));
+    EXPECT_EQ(stage.Text(kWidth), u"8.50");
+    // What was shown is what was taken.
+    EXPECT_TRUE(stage.user().Click(kMillimeters));
+    EXPECT_EQ(stage.Text(kWidth), u"215.9");
   });
 }
 
@@ -481,6 +557,31 @@ TEST_P(SizeSpins, StepByTheLastDigit) {
     });
     EXPECT_EQ(stage.timesShown, 1);
   }
+}
+
+// 76.6 mm are 3.0157 inches: cut to three digits 3.015, shown as 3.02. What counts is what is
+// shown.
+TEST(SizeSpin, StepsFromWhatTheBoxShows) {
+  CustomPaperStage stage;
+  PaperFacts slim = Card(u"Slim");
+  slim.width = 1809;
+  slim.exactWidth = 1809.44881F;
+  stage.Put({slim});
+  stage.SetWords({288, 766, 1500});
+  stage.Show([&] {
+    EXPECT_TRUE(stage.user().Click(kInches));
+    EXPECT_EQ(stage.Text(kWidth), u"3.02");
+    EXPECT_TRUE(stage.user().Paste(kWidth, u"3.020"));  // too many digits to be taken
+    EXPECT_TRUE(stage.user().Paste(kWidth, u"3.02"));   // the same
+    EXPECT_EQ(stage.Text(kNameBox), u"Slim");
+    EXPECT_TRUE(stage.user().SpinDown(kWidthSpin));
+    EXPECT_EQ(stage.Text(kWidth), u"3.01");
+    EXPECT_EQ(stage.Text(kNameBox), u"Untitled");
+    EXPECT_FALSE(stage.user().Enabled(kDelete));
+    stage.SaveAs(u"Slimmer");
+  });
+  const PaperFacts slimmer = {u"Slimmer", 289, 2, 1806, 3543, 1806.0F, 3543.30712890625F};
+  EXPECT_SETTINGS(stage.world, test::StoreOf({slim, slimmer}));
 }
 
 TEST(SizeSpin, OfTheUsersHandCountsUpWithTheUpperArrow) {

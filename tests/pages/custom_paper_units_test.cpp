@@ -4,9 +4,12 @@
 
 #include "support/case_name.h"
 
+#include <array>
 #include <cmath>
+#include <cstdio>
 #include <gtest/gtest.h>
 #include <limits>
+#include <string>
 
 namespace ostrel {
 namespace {
@@ -96,6 +99,23 @@ TEST(RoundToDigits, TakesTheNearestNumber) {
   EXPECT_DOUBLE_EQ(RoundToDigits(2.94999, 2), 2.95);
   EXPECT_DOUBLE_EQ(RoundToDigits(2.954, 2), 2.95);
   EXPECT_DOUBLE_EQ(RoundToDigits(7.6, 0), 8.0);
+}
+
+// A number of 32 bits is told with its own digits; of two that are as near it takes the even one.
+TEST(RoundToDigits, IsWhatATextShows) {
+  EXPECT_DOUBLE_EQ(RoundToDigits(3.015, 2), 3.02);
+  EXPECT_DOUBLE_EQ(RoundToDigits(4.125, 2), 4.12);
+  EXPECT_DOUBLE_EQ(RoundToDigits(4.375, 2), 4.38);
+  for (int pixels_px600 = 0; pixels_px600 < 9000; ++pixels_px600) {
+    for (const SizeLimits& limits : kSizeLimits) {
+      const double value = LengthOfPixels(pixels_px600, limits.unit, limits.decimals).value;
+      std::array<char, 32> text = {};
+      std::snprintf(text.data(), text.size(), "%.*f", limits.decimals,
+                    static_cast<double>(static_cast<float>(value)));
+      EXPECT_DOUBLE_EQ(RoundToDigits(value, limits.decimals), std::stod(text.data()))
+          << pixels_px600;
+    }
+  }
 }
 
 struct SameCase {

@@ -2,6 +2,7 @@
 
 #include "core/text.h"
 #include "pages/page_scene.h"
+#include "pages/paper_stage.h"
 #include "support/case_name.h"
 
 #include <algorithm>
@@ -423,6 +424,76 @@ TEST(PageSupport, SurvivesTheFailureOfEachCall) {
     fired = scene.world.platform.faults.fired();
   }
   EXPECT_GT(n, 40U);
+}
+
+// ---- Measuring ----------------------------------------------------------------------------------
+
+// What the measuring asked of the control's context, in order; the context is given back.
+Calls MeasuringCalls(test::PaperStage& stage, std::int32_t width_px) {
+  headless::FaultPlan& faults = stage.world().platform.faults;
+  const std::size_t before = faults.trace().size();
+  EXPECT_EQ(TextWidth(stage.Item(1404), u"four"), width_px);
+  EXPECT_EQ(stage.graphics().liveContexts(), 0U);
+  Calls calls;
+  for (std::size_t i = before; i < faults.trace().size(); ++i) {
+    if (faults.trace()[i] != "SendMessageW") {
+      calls.push_back(faults.trace()[i]);
+    }
+  }
+  return calls;
+}
+
+TEST(TextWidth, IsMeasuredInTheControlsFontWhichIsPutBack) {
+  test::PaperStage stage;
+  ASSERT_TRUE(stage.Open());
+  stage.world().platform.faults.StartTrace();
+  EXPECT_EQ(MeasuringCalls(stage, 24),
+            (Calls{"GetDC", "SelectObject", "GetTextExtentPointW", "SelectObject"}));
+}
+
+// It is the control's answer that is selected: none, or one that can't be, leaves nothing to put
+// back.
+TEST(TextWidth, WithoutTheControlsFontIsMeasuredInTheContexts) {
+  test::PaperStage stage;
+  ASSERT_TRUE(stage.Open());
+  std::intptr_t font = 0;
+  stage.windows().Find(stage.Item(1404))->answerer = [&](std::uint32_t message, std::uintptr_t,
+                                                         std::intptr_t) {
+    return message == kWmGetFont ? font : std::intptr_t{0};
+  };
+  stage.world().platform.faults.StartTrace();
+  EXPECT_EQ(MeasuringCalls(stage, 24), (Calls{"GetDC", "GetTextExtentPointW"}));
+  font = 0x4711;
+  EXPECT_EQ(MeasuringCalls(stage, 24), (Calls{"GetDC", "SelectObject", "GetTextExtentPointW"}));
+  stage.windows().Find(stage.Item(1404))->answerer = {};
+}
+
+// ---- What all pages answer alike ----------------------------------------------------------------
+
+TEST(AnswerSheetNotify, TakesOverForgetsAndHelps) {
+  PageScene scene;
+  EXPECT_EQ(AnswerSheetNotify(Page(), scene.context, kPsnApply, 512), 1);
+  EXPECT_EQ(scene.context.applied, 1U);
+  EXPECT_EQ(AnswerSheetNotify(Page(), scene.context, kPsnReset, 512), 1);
+  EXPECT_EQ(scene.context.applied, 0U);
+  const auto& help = scene.world.platform.shell.help;
+  EXPECT_EQ(AnswerSheetNotify(Page(), scene.context, kPsnHelp, 512), 1);
+  ASSERT_EQ(help.size(), 1U);
+  EXPECT_EQ(help[0].data, 512U);
+  EXPECT_EQ(AnswerSheetNotify(Page(), scene.context, kPsnHelp, kNoHelpTopic), 0);
+  EXPECT_EQ(AnswerSheetNotify(Page(), scene.context, kPsnSetActive, 512), 0);
+  EXPECT_EQ(help.size(), 1U);
+}
+
+TEST(LivePageState, IsThatOfADialogThatStands) {
+  PageScene scene;
+  EXPECT_EQ(LivePageState<PaperPageState>(PageSlot::kPaper), nullptr);
+  EXPECT_EQ(PageStatePlace(PageSlot::kPaper), nullptr);  // none is made
+  auto* state = GetPageState<PaperPageState>(PageSlot::kPaper);
+  ASSERT_NE(state, nullptr);
+  EXPECT_EQ(LivePageState<PaperPageState>(PageSlot::kPaper), nullptr);
+  state->dialog = Page();
+  EXPECT_EQ(LivePageState<PaperPageState>(PageSlot::kPaper), state);
 }
 
 }  // namespace

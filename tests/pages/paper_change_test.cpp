@@ -5,13 +5,12 @@
 namespace ostrel {
 namespace {
 
+using test::kFixed;
+using test::kTrays;
 using test::PaperRecord;
 using test::PaperStage;
 using test::SourceSeen;
 using test::Words;
-
-constexpr char16_t kFixed[] = u"Alder 1 Series";
-constexpr char16_t kTrays[] = u"Hazel 1 Series";
 
 // ---- Any paper, one-sided and two-sided ---------------------------------------------------------
 
@@ -71,6 +70,30 @@ TEST_P(PaperChoice, IsRefusedOnTwoSidesUnlessItsRowAllowsIt) {
     EXPECT_EQ(Process().LastPaperId, 0);
     EXPECT_EQ(stage.TakeChanges(), 0U);
   }
+}
+
+TEST(PaperChoice, RefusedPaperIsShownUntilTheBoxIsClosed) {
+  PaperStage stage;
+  ASSERT_TRUE(stage.OpenWith({.paper = 9, .duplex = 2}));
+  const std::vector<int>& shown = stage.WatchBoxes(1404);
+  stage.PickPaper(13);
+  EXPECT_EQ(shown, std::vector<int>({13}));
+  EXPECT_EQ(stage.Shown(1404), 9);
+}
+
+// The sheet hears of it when all is done: the record is whole by then, and the feed is shown.
+TEST(PaperChoice, TellsTheSheetLast) {
+  PaperStage stage;
+  stage.Store({PaperStage::Custom(288, u"Own")});
+  ASSERT_TRUE(stage.OpenWith({.paper = 11, .media = 2, .source = 257, .feed = 2}));
+  std::vector<bool> feedLive;
+  stage.onChange = [&] { feedLive.push_back(stage.user().Enabled(1240)); };
+  for (const std::int16_t paper : Words{37, 288, 11}) {
+    stage.PickPaper(paper);
+    EXPECT_EQ(stage.WrittenBehindTheChange(), "") << paper;
+    EXPECT_EQ(stage.TakeChanges(), 1U) << paper;
+  }
+  EXPECT_EQ(feedLive, std::vector<bool>({false, false, true}));
 }
 
 TEST(PaperChoice, RefusalLeavesTheRecordButForTheName) {
@@ -144,9 +167,11 @@ TEST(CustomPaperChoice, TakesTheStoredSize) {
   stage.PickPaper(290);
   EXPECT_EQ(stage.shared().dmPaperWidth, 2159);
   EXPECT_EQ(stage.shared().dmPaperLength, 2794);
-  // Back to a table's paper: the size stays, which nobody reads then.
+  // Back to a table's paper: size and announcement stay. The driver's own records announce a width
+  // and a length always, and the paper's id is what counts then.
   stage.PickPaper(9);
   EXPECT_EQ(stage.shared().dmPaperWidth, 2159);
+  EXPECT_EQ(stage.shared().dmFields, kDriverDevmodeFields | 0x1000CU);
 }
 
 TEST(CustomPaperChoice, RoundsHalvesUp) {
@@ -284,6 +309,14 @@ TEST_P(PaperChangesSource, ByThePapersRowAndThenTheMedias) {
     EXPECT_EQ(stage.Shown(1009), static_cast<int>(row.mediaAfter));
   }
   EXPECT_TRUE(stage.boxes().empty());
+}
+
+// What the list shows goes into both words of the record.
+TEST(PaperChangesSource, NamesTheShownOneInBothWords) {
+  PaperStage stage;
+  ASSERT_TRUE(stage.OpenWith({.paper = 9, .source = 258, .tray = 0}));
+  stage.PickPaper(5);
+  EXPECT_EQ(stage.Source(), (SourceSeen{3, true, false, true, 258, 258}));
 }
 
 // Paper by paper with a hand on the lists: each step stands on the one before.

@@ -93,6 +93,44 @@ TEST_P(SourceRefusal, NamesThePaperOrElseTheMedia) {
   }
 }
 
+// The list showed dmDefaultSource; SourceTray, which names none here, isn't what it goes back to.
+TEST(SourceChoice, RefusalShowsTheSourceThatWasShown) {
+  PaperStage stage;
+  ASSERT_TRUE(stage.OpenWith({.paper = 252, .source = 257, .tray = 0}));
+  ASSERT_EQ(stage.Shown(1393), 257);
+  stage.PickSource(258);
+  stage.ExpectOneBox(PaperStage::Text(180));
+  EXPECT_EQ(stage.Source(), (SourceSeen{2, true, false, true, 257, 0}));
+}
+
+TEST(SourceChoice, RefusedSourceIsShownUntilTheBoxIsClosed) {
+  PaperStage stage;
+  ASSERT_TRUE(stage.OpenWith({.paper = 252, .source = 257}));
+  const std::vector<int>& shown = stage.WatchBoxes(1393);
+  stage.onChange = [&] { EXPECT_EQ(stage.Shown(1393), 257); };  // the sheet is told last
+  stage.PickSource(258);
+  EXPECT_EQ(shown, std::vector<int>({258}));
+  EXPECT_EQ(stage.TakeChanges(), 1U);
+}
+
+TEST(SourceChoice, TellsTheSheetLast) {
+  PaperStage stage;
+  ASSERT_TRUE(stage.OpenWith({}));
+  stage.PickSource(258);
+  EXPECT_EQ(stage.WrittenBehindTheChange(), "");
+}
+
+// A place that the list hasn't, none among them, stands for the automatic source.
+TEST(SourceChoice, NoSelectionIsTheAutomaticSource) {
+  PaperStage stage;
+  ASSERT_TRUE(stage.OpenWith({.source = 258}));
+  stage.windows().SendMessageW(stage.Item(1393), kCbSetCurSel, ~std::uintptr_t{0}, 0);
+  stage.Command(1393, kCbnSelChange);
+  EXPECT_EQ(stage.shared().dmDefaultSource, 7);
+  EXPECT_EQ(stage.own().SourceTray, 7);
+  EXPECT_EQ(stage.TakeChanges(), 1U);
+}
+
 TEST(SourceChoice, CustomPaperTakesAny) {
   PaperStage stage;
   stage.Store({PaperStage::Custom(288, u"Own")});
@@ -135,6 +173,14 @@ TEST(FeedChoice, FollowsTheRadioThatIsNotInForce) {
   EXPECT_TRUE(stage.user().Checked(1240));
   EXPECT_FALSE(stage.user().Checked(1125));
   EXPECT_EQ(stage.TakeChanges(), 1U);
+}
+
+TEST(FeedChoice, TellsTheSheetLast) {
+  PaperStage stage;
+  ASSERT_TRUE(stage.OpenWith({.paper = 11}));
+  stage.onChange = [&] { EXPECT_TRUE(stage.user().Checked(1125)); };
+  EXPECT_TRUE(stage.user().Click(1125));
+  EXPECT_EQ(stage.WrittenBehindTheChange(), "");
 }
 
 TEST(FeedChoice, IsOutOfReachForAnyOtherPaper) {
@@ -262,16 +308,59 @@ TEST(PaperDefaults, WriteThePageSizeWhereTheTableHasIt) {
 
 // ---- The custom papers --------------------------------------------------------------------------
 
-// However the dialog is left, what was stored meanwhile is in the list.
-TEST(CustomButton, FillsTheListAnewAndTellsTheSheet) {
+// What was stored meanwhile is in the list, however the dialog is left. The sheet is told last.
+TEST(CustomButton, FillsTheListAnewAndTellsTheSheetOnce) {
   PaperStage stage;
   ASSERT_TRUE(stage.OpenWith({.paper = 5}));
   stage.Store({PaperStage::Custom(288, u"Own")});
-  stage.shared().dmPaperSize = 288;  // what the dialog does
+  stage.shared().dmPaperSize = 288;
+  std::vector<int> shown;
+  stage.onChange = [&] { shown.push_back(stage.Shown(1404)); };
   EXPECT_TRUE(stage.user().Click(1407));
   EXPECT_EQ(stage.user().ItemTexts(1404).size(), 29U);
-  EXPECT_EQ(stage.Shown(1404), stage.shared().dmPaperSize);
-  EXPECT_GE(stage.TakeChanges(), 1U);
+  EXPECT_EQ(shown, std::vector<int>({288}));
+  EXPECT_EQ(stage.WrittenBehindTheChange(), "");
+}
+
+struct LeaveCase {
+  const char* name;
+  std::int32_t button;
+  int paper;  // in force then
+};
+void PrintTo(const LeaveCase& row, std::ostream* out) {
+  *out << row.name;
+}
+
+class CustomDialogLeft : public testing::TestWithParam<LeaveCase> {};
+INSTANTIATE_TEST_SUITE_P(Buttons, CustomDialogLeft,
+                         testing::Values(LeaveCase{"Ok", kIdOk, 288},
+                                         LeaveCase{"Cancel", kIdCancel, 5}),
+                         test::CaseName());
+
+TEST_P(CustomDialogLeft, ListsWhatWasSavedAndShowsThePaperInForce) {
+  PaperStage stage;
+  ASSERT_TRUE(stage.OpenWith({.paper = 5}));
+  int openings = 0;
+  stage.windows().onDialog = [&](WindowHandle dialog) {
+    ++openings;
+    headless::User user(stage.world().platform, dialog);
+    EXPECT_TRUE(user.Type(1358, u"100"));
+    EXPECT_TRUE(user.Type(1442, u"150"));
+    EXPECT_TRUE(user.Type(1009, u"Card"));
+    EXPECT_TRUE(user.Click(1421));
+    EXPECT_TRUE(user.Click(GetParam().button));
+  };
+  std::vector<int> shown;
+  stage.onChange = [&] { shown.push_back(stage.Shown(1404)); };
+  EXPECT_TRUE(stage.user().Click(1407));
+  EXPECT_EQ(openings, 1);
+  const std::vector<std::uintptr_t> papers = stage.user().ItemData(1404);
+  ASSERT_EQ(papers.size(), 29U);
+  EXPECT_EQ(papers.back(), 288U);
+  EXPECT_EQ(stage.shared().dmPaperSize, GetParam().paper);
+  EXPECT_EQ(shown, std::vector<int>({GetParam().paper}));
+  EXPECT_EQ(stage.WrittenBehindTheChange(), "");
+  EXPECT_EQ(stage.favorite(), u"Mine");
 }
 
 }  // namespace

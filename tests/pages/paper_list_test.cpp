@@ -265,14 +265,14 @@ TEST_P(ListsByFamily, HaveWhatTheFamilyHas) {
 
 TEST(SourcesOfThePage, EndWithTheTraysThatAreThere) {
   for (int missing = 0; missing <= 2; ++missing) {
-    PaperStage stage(test::kModelWithTrays, missing);
+    PaperStage stage(test::kTrays, missing);
     ASSERT_TRUE(stage.Open());
     EXPECT_EQ(stage.user().ItemData(1393).size(), 5U - static_cast<std::size_t>(missing));
   }
 }
 
 TEST(SourcesOfThePage, EndWithTray1WithoutBothOptionalTrays) {
-  PaperStage stage(test::kModelWithTrays, 2);
+  PaperStage stage(test::kTrays, 2);
   ASSERT_TRUE(stage.Open());
   EXPECT_EQ(stage.user().ItemTexts(1393), Texts({4017, 4031, 190}));
 }

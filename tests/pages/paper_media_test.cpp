@@ -5,13 +5,12 @@
 namespace ostrel {
 namespace {
 
+using test::kFixed;
+using test::kTrays;
 using test::PaperRecord;
 using test::PaperStage;
 using test::SourceSeen;
 using test::Words;
-
-constexpr char16_t kFixed[] = u"Alder 1 Series";
-constexpr char16_t kTrays[] = u"Hazel 1 Series";
 
 // ---- Two-sided printing -------------------------------------------------------------------------
 
@@ -73,6 +72,20 @@ TEST(MediaChoice, RefusalLocksTheList) {
   EXPECT_FALSE(stage.user().Enabled(1009));
   EXPECT_TRUE(stage.user().Shown(1446));
   EXPECT_EQ(stage.shared().dmMediaType, 1U);
+}
+
+TEST(MediaChoice, RefusedMediaIsShownInALiveListUntilTheBoxIsClosed) {
+  PaperStage stage;
+  ASSERT_TRUE(stage.OpenWith({}));
+  stage.shared().dmDuplex = 2;  // another page did
+  bool live = false;
+  stage.windows().onBox = [&](const auto& /*box*/) {
+    EXPECT_EQ(stage.Shown(1009), 257);
+    live = stage.user().Enabled(1009);
+  };
+  stage.PickMedia(257);
+  EXPECT_TRUE(live);
+  EXPECT_EQ(stage.Shown(1009), 1);
 }
 
 // Other values of two-sided printing refuse nothing and become one-sided.
@@ -169,6 +182,30 @@ TEST_P(MediaOnPaper, LetterheadAndTransparenciesAreNoEnvelopes) {
   }
 }
 
+TEST(MediaOnEnvelope, RefusedMediaIsShownUntilTheBoxIsClosed) {
+  PaperStage stage(kTrays);
+  ASSERT_TRUE(stage.OpenWith({.paper = 37, .media = 258}));
+  const std::vector<int>& shown = stage.WatchBoxes(1009);
+  stage.PickMedia(261);
+  EXPECT_EQ(shown, std::vector<int>({261}));
+  EXPECT_EQ(stage.Shown(1009), 258);
+}
+
+// The envelope is asked behind what the media makes of two-sided printing, which stays.
+TEST(MediaOnEnvelope, RefusalKeepsPrintingOneSided) {
+  for (const std::int16_t media : Words{261, 2}) {
+    PaperStage stage(kTrays);
+    ASSERT_TRUE(stage.OpenWith({.paper = 37, .media = 258, .duplex = 0}));
+    ASSERT_EQ(stage.shared().dmDuplex, 0);
+    TellPages(&PageLinks::mediaChanged, true);
+    stage.PickMedia(media);
+    EXPECT_EQ(stage.boxes().size(), 1U);
+    EXPECT_EQ(stage.shared().dmMediaType, 258U);
+    EXPECT_EQ(stage.shared().dmDuplex, 1);
+    EXPECT_FALSE(AskPages(&PageLinks::mediaChanged));
+  }
+}
+
 TEST(MediaOnEnvelope, FamiliesWithOneTrayRefuseNothing) {
   for (const std::int16_t paper : test::kEnvelopes) {
     PaperStage stage(kFixed);
@@ -247,6 +284,23 @@ TEST_P(MediaChangesSource, ByItsRow) {
   EXPECT_EQ(stage.Source(), row.seen);
   EXPECT_EQ(stage.shared().dmMediaType, static_cast<std::uint32_t>(row.media));
   EXPECT_TRUE(stage.boxes().empty());
+}
+
+// Thick paper of families with one fixed tray is locked when it or its paper is chosen, and live
+// when the page is shown the next time.
+TEST(ThickChoice, OnAFixedTrayIsLockedUntilThePageIsShownAgain) {
+  PaperStage stage(kFixed);
+  ASSERT_TRUE(stage.OpenWith({.source = 257}));
+  const SourceSeen locked = {1, false, true, false, 4, 4};
+  const SourceSeen live = {1, true, false, true, 4, 4};
+  stage.PickMedia(257);
+  EXPECT_EQ(stage.Source(), locked);
+  stage.ShowAgain();
+  EXPECT_EQ(stage.Source(), live);
+  stage.PickPaper(5);
+  EXPECT_EQ(stage.Source(), locked);
+  stage.ShowAgain();
+  EXPECT_EQ(stage.Source(), live);
 }
 
 // It is SourceTray that letterhead asks, where none may be named yet.

@@ -11,9 +11,6 @@ using test::PaperRecord;
 using test::PaperStage;
 using test::Words;
 
-constexpr char16_t kFixed[] = u"Alder 1 Series";
-constexpr char16_t kTrays[] = u"Hazel 1 Series";
-
 // ---- Tooltips -----------------------------------------------------------------------------------
 
 TEST(MediaTip, NamesTheBookletOrTwoSidedPrinting) {
@@ -212,6 +209,25 @@ TEST_P(EnvelopeProgram, StartsForTwoFamiliesAndEnvelopes) {
     }
     EXPECT_EQ(system.liveProcessHandles(), 0U);
   }
+}
+
+// The settings are taken over before the program is looked for.
+TEST(EnvelopeProgramStart, ComesBehindTheApply) {
+  PaperStage stage(u"Dogwood 1 Series");
+  ASSERT_TRUE(stage.OpenWith({.media = 258}));
+  ASSERT_EQ(stage.context().applied, 0U);
+  std::size_t startedBefore = 99;
+  headless::Window* window = stage.windows().Find(stage.sheet->window());
+  window->answerer = [&, before = window->answerer](std::uint32_t message, std::uintptr_t wParam,
+                                                    std::intptr_t lParam) {
+    if (message == kPsmUnchanged) {
+      startedBefore = stage.world().platform.system.startedProcesses.size();
+    }
+    return before(message, wParam, lParam);
+  };
+  EXPECT_EQ(stage.NotifyProcedure(kPsnApply), 1);
+  EXPECT_EQ(startedBefore, 0U);
+  EXPECT_EQ(stage.world().platform.system.startedProcesses.size(), 1U);
 }
 
 TEST(EnvelopeProgramStart, WithoutTheIniFileHasAnEmptyCommandLine) {

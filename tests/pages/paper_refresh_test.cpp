@@ -6,13 +6,12 @@
 namespace ostrel {
 namespace {
 
+using test::kFixed;
+using test::kTrays;
 using test::PaperRecord;
 using test::PaperStage;
 using test::SourceSeen;
 using test::Words;
-
-constexpr char16_t kFixed[] = u"Alder 1 Series";
-constexpr char16_t kTrays[] = u"Hazel 1 Series";
 
 // ---- The page's start ---------------------------------------------------------------------------
 
@@ -52,12 +51,15 @@ TEST(PaperStart, GivesTheCaptions) {
 // Without the store nothing is shown and nothing is taken; the sheet goes on.
 TEST(PaperStart, WithoutTheStoreTellsAndStops) {
   PaperStage stage;
+  std::uint32_t activeInBox = kPaperPage;
+  stage.windows().onBox = [&](const auto& /*box*/) { activeInBox = stage.context().activePage; };
   ASSERT_TRUE(stage.Open([](UIContext& made) {
     PaperStage::With({.paper = 37, .media = 258, .source = 258})(made);
     test::currentStage->world().platform.faults.FailOperation("CreateFileW");
   }));
   stage.world().platform.faults.Clear();
   ASSERT_EQ(stage.boxes().size(), 1U);
+  EXPECT_NE(activeInBox, std::uint32_t{kPaperPage});  // the start ends before the page counts
   EXPECT_EQ(stage.boxes()[0].text, u"Initialize paper error.");
   EXPECT_EQ(stage.boxes()[0].caption, u"Paper");
   EXPECT_EQ(stage.boxes()[0].style, 48U);
@@ -115,6 +117,17 @@ TEST(PaperOnTwoSides, RefusalIsTold) {
   stage.ExpectOneBox(PaperStage::Text(5041));
   EXPECT_EQ(stage.favorite(), u"Mine");
   EXPECT_TRUE(stage.changes.empty());
+}
+
+// The list shows the paper that takes the place before the box comes up.
+TEST(PaperOnTwoSides, ReplacementIsShownBehindTheBox) {
+  PaperStage stage;
+  ASSERT_TRUE(stage.OpenWith({.paper = 5}));
+  const std::vector<int>& shown = stage.WatchBoxes(1404);
+  stage.shared().dmPaperSize = 13;
+  stage.shared().dmDuplex = 2;
+  stage.ShowAgain();
+  EXPECT_EQ(shown, std::vector<int>({9}));
 }
 
 TEST(PaperOnTwoSides, LastPaperComesBack) {
@@ -292,6 +305,26 @@ TEST_P(RefreshedSource, IsTheSameWhateverStoodThereBefore) {
     stage.ShowAgain();
     EXPECT_EQ(stage.Source(), GetParam().seen);
   }
+}
+
+// It is dmDefaultSource that is shown and asked for; SourceTray may name another source, or none,
+// and stays so.
+TEST(RefreshedSourceOfTwoWords, IsThePublicOne) {
+  for (const std::uint32_t media : {1U, 264U, 257U, 261U}) {
+    PaperStage stage(kTrays);
+    ASSERT_TRUE(stage.OpenWith({.media = media, .source = 258, .tray = 0}));
+    EXPECT_EQ(stage.Source(), (SourceSeen{3, true, false, true, 258, 0})) << media;
+  }
+  PaperStage stage(kTrays);
+  ASSERT_TRUE(stage.OpenWith({.source = 7, .tray = 258}));
+  EXPECT_EQ(stage.Source(), (SourceSeen{0, true, false, true, 7, 258}));
+  // Nor does a paper ask for the other word.
+  PaperStage::With({.paper = 252, .source = 257, .tray = 258})(stage.context());
+  stage.ShowAgain();
+  EXPECT_EQ(stage.Source(), (SourceSeen{2, true, false, true, 257, 258}));
+  PaperStage::With({.paper = 252, .source = 258, .tray = 257})(stage.context());
+  stage.ShowAgain();
+  EXPECT_EQ(stage.Source(), (SourceSeen{1, false, true, false, 4, 4}));
 }
 
 // Some window systems keep what was selected when a place behind the end is asked for.

@@ -7,12 +7,14 @@
 #include "core/printer_store.h"
 #include "pages/page_stage.h"
 #include "pages/paper.h"
+#include "support/byte_record.h"
 #include "support/case_name.h"
 #include "support/settings_file.h"
 
 #include <cstdint>
 #include <gtest/gtest.h>
 #include <iterator>
+#include <optional>
 #include <ostream>
 #include <string>
 #include <string_view>
@@ -39,8 +41,8 @@ inline constexpr FamilyModel kFamilyModels[] = {
     {0x100, u"Ironwood 1 Series", false}, {0x200, u"Juniper 1 Series", false},
     {0x400, u"Kauri 1 Series", false},
 };
-inline constexpr char16_t kModelWithTrays[] = u"Hazel 1 Series";
-inline constexpr char16_t kModelWithFixedTray[] = u"Alder 1 Series";
+inline constexpr char16_t kTrays[] = u"Hazel 1 Series";
+inline constexpr char16_t kFixed[] = u"Alder 1 Series";
 
 // The source's part of the page and of the record.
 struct SourceSeen {
@@ -64,11 +66,12 @@ struct PaperRecord {
   std::int16_t source = 7;
   std::int16_t duplex = 1;
   std::int16_t feed = 1;
+  std::optional<std::int16_t> tray = {};  // SourceTray, where it isn't the source
 };
 
 class PaperStage : public PageStage {
  public:
-  explicit PaperStage(const char16_t* model = kModelWithTrays, int missingTrays = 0)
+  explicit PaperStage(const char16_t* model = kTrays, int missingTrays = 0)
       : PageStage({kPaperDialog, kPaperPage, PaperPageProcedure}) {
     SelectModel(model);
     const PrinterHandle printer = world().OpenPrinter();
@@ -85,7 +88,7 @@ class PaperStage : public PageStage {
       shared.dmMediaType = record.media;
       shared.dmDefaultSource = record.source;
       shared.dmDuplex = record.duplex;
-      made.privatePointer->SourceTray = record.source;
+      made.privatePointer->SourceTray = record.tray.value_or(record.source);
       made.privatePointer->FeedOrient = record.feed;
       NameRecord(made, u"Mine");
     };
@@ -133,6 +136,17 @@ class PaperStage : public PageStage {
   }
   bool IsUntitled() { return favorite() == Text(5005); }
 
+  // What was written behind the last change that the sheet was told of; empty for nothing.
+  std::string WrittenBehindTheChange() {
+    return changes.empty() ? "no change"
+                           : Difference(BytesOf(changes.back()), BytesOf(context().devmode));
+  }
+  // Writes down what a list shows while each box is up.
+  std::vector<int>& WatchBoxes(std::int32_t list) {
+    windows().onBox = [this, list](const auto& /*box*/) { shownInBoxes_.push_back(Shown(list)); };
+    return shownInBoxes_;
+  }
+
   // The box that was shown last is this one, and it is the only one.
   void ExpectOneBox(const std::u16string& text) {
     ASSERT_EQ(boxes().size(), 1U);
@@ -141,6 +155,9 @@ class PaperStage : public PageStage {
     EXPECT_EQ(boxes()[0].style, 48U);
     EXPECT_EQ(boxes()[0].owner, page());
   }
+
+ private:
+  std::vector<int> shownInBoxes_;
 };
 
 // Envelopes and cards.

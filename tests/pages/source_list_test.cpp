@@ -71,6 +71,16 @@ TEST_P(SourceListTest, HasTheFamilysSourcesUpToTheTraysThatAreThere) {
 
 // Every number that a word can hold: the five bins at their places, 260 with tray 1, and the first
 // place for any other.
+TEST(FamilyHasOptionalTrays, IsToldForEachFamily) {
+  const PageScene scene;
+  for (std::uint64_t family = 1; family <= Kauri; family <<= 1U) {
+    Process().ModelFlags = family;
+    EXPECT_EQ(FamilyHasOptionalTrays(), (family & kOptionalTrays) != 0) << family;
+  }
+  Process().ModelFlags = 0;
+  EXPECT_FALSE(FamilyHasOptionalTrays());
+}
+
 TEST(PositionOfBin, IsToldForEveryWord) {
   for (std::int32_t bin = std::numeric_limits<std::int16_t>::min();
        bin <= std::numeric_limits<std::int16_t>::max(); ++bin) {

@@ -1,5 +1,6 @@
 // The user's own paper sizes, put into the settings file by the test itself, as an application sees
 // them through the print system.
+#include "paper_lists.h"
 #include "print_system_fixture.h"
 #include "settings_folder.h"
 
@@ -7,9 +8,6 @@
 
 namespace ostrel::print_system {
 namespace {
-
-constexpr std::size_t kTablePapers = 28;
-constexpr std::size_t kNameRow = 64;
 
 // 600 pixels are an inch: 1181 px are 50.0 mm, 2362 px 100.0 mm.
 const CustomPaper kCard = {1181, 2362, L"Card", 288};
@@ -21,43 +19,12 @@ class CustomPapers : public testing::Test {
     place_.Write(SettingsTree{.customPapers = papers}.Bytes());
   }
 
-  static int Ask(WORD code, void* output) {
-    return DeviceCapabilitiesW(kTestPrinter, L"LPT1:", code, static_cast<LPWSTR>(output), nullptr);
-  }
-
-  // What follows the table's rows in a list of papers. All four questions must tell the same count.
-  struct Listed {
-    std::vector<WORD> ids;
-    std::vector<std::pair<LONG, LONG>> sizes_tenths_mm;
-    std::vector<std::wstring> names;
-  };
-  static Listed ListBehindTheTable() {
-    constexpr std::size_t kRoom = kTablePapers + 64;
-    std::vector<WORD> ids(kRoom);
-    std::vector<POINT> sizes(kRoom);
-    std::vector<wchar_t> names(kRoom * kNameRow, L'#');
-    const int count = Ask(DC_PAPERS, ids.data());
-    EXPECT_EQ(Ask(DC_PAPERS, nullptr), count);
-    EXPECT_EQ(Ask(DC_PAPERSIZE, nullptr), count);
-    EXPECT_EQ(Ask(DC_PAPERSIZE, sizes.data()), count);
-    EXPECT_EQ(Ask(DC_PAPERNAMES, nullptr), count);
-    EXPECT_EQ(Ask(DC_PAPERNAMES, names.data()), count);
-    Listed listed;
-    for (std::size_t row = kTablePapers; row < static_cast<std::size_t>(count); ++row) {
-      listed.ids.push_back(ids[row]);
-      listed.sizes_tenths_mm.emplace_back(sizes[row].x, sizes[row].y);
-      listed.names.emplace_back(&names[row * kNameRow]);
-    }
-    EXPECT_EQ(names[static_cast<std::size_t>(count) * kNameRow], L'#');
-    return listed;
-  }
-
   SettingsPlace place_;
 };
 
 TEST_F(CustomPapers, FollowTheTableInTheOrderOfTheFile) {
   Store({CustomPaperLeaf("Label", kLabel), CustomPaperLeaf("Card", kCard)});
-  const Listed listed = ListBehindTheTable();
+  const ListedPapers listed = PapersBehindTheTable();
   EXPECT_EQ(listed.ids, (std::vector<WORD>{291, 288}));
   EXPECT_EQ(listed.sizes_tenths_mm,
             (std::vector<std::pair<LONG, LONG>>{{1050, 1485}, {500, 1000}}));
@@ -68,33 +35,33 @@ TEST_F(CustomPapers, FollowTheTableInTheOrderOfTheFile) {
 TEST_F(CustomPapers, LeaveTheTableAsItIs) {
   Store({CustomPaperLeaf("Card", kCard)});
   std::array<WORD, kTablePapers + 1> ids = {};
-  ASSERT_EQ(Ask(DC_PAPERS, ids.data()), 29);
+  ASSERT_EQ(AskCapability(DC_PAPERS, ids.data()), 29);
   EXPECT_EQ(ids[0], 1);
   EXPECT_EQ(ids[27], 280);
 }
 
 TEST_F(CustomPapers, AreNotAmongTheMediaThatAreReady) {
   Store({CustomPaperLeaf("Card", kCard)});
-  EXPECT_EQ(Ask(DC_MEDIAREADY, nullptr), 28);
+  EXPECT_EQ(AskCapability(DC_MEDIAREADY, nullptr), 28);
 }
 
 TEST_F(CustomPapers, AreShownByTheNameInTheRecordAndNotByTheNodes) {
   Store({CustomPaperLeaf("Node", kCard)});
-  EXPECT_EQ(ListBehindTheTable().names, (std::vector<std::wstring>{L"Card (50 x 100mm)"}));
+  EXPECT_EQ(PapersBehindTheTable().names, (std::vector<std::wstring>{L"Card (50 x 100mm)"}));
 }
 
 TEST_F(CustomPapers, WithARecordOfAnotherLengthArePassedOver) {
   Store({CustomPaperLeaf("Card", kCard), Leaf("Short", "binary", kCard.Value().substr(0, 71)),
          Leaf("Long", "binary", kCard.Value() + "x"), Leaf("Empty", "binary", ""),
          CustomPaperLeaf("Label", kLabel)});
-  EXPECT_EQ(ListBehindTheTable().ids, (std::vector<WORD>{288, 291}));
+  EXPECT_EQ(PapersBehindTheTable().ids, (std::vector<WORD>{288, 291}));
 }
 
 TEST_F(CustomPapers, AreThereAtOnceWhenTheFileChanges) {
   Store({CustomPaperLeaf("Card", kCard)});
-  EXPECT_EQ(Ask(DC_PAPERS, nullptr), 29);
+  EXPECT_EQ(AskCapability(DC_PAPERS, nullptr), 29);
   Store({});
-  EXPECT_EQ(Ask(DC_PAPERS, nullptr), 28);
+  EXPECT_EQ(AskCapability(DC_PAPERS, nullptr), 28);
 }
 
 TEST_F(CustomPapers, BeyondTheTwentiethAreNotListed) {
@@ -105,7 +72,7 @@ TEST_F(CustomPapers, BeyondTheTwentiethAreNotListed) {
     leaves.push_back(CustomPaperLeaf("Paper " + std::to_string(id), paper));
   }
   Store(leaves);
-  const Listed listed = ListBehindTheTable();
+  const ListedPapers listed = PapersBehindTheTable();
   ASSERT_EQ(listed.ids.size(), 20U);
   EXPECT_EQ(listed.ids.back(), 307);
 }

@@ -4,19 +4,19 @@
 #include "copied_library.h"
 #include "open_files.h"
 #include "print_system_fixture.h"
-#include "scenarios/scenario_files.h"
 #include "settings_folder.h"
 #include "testers_values.h"
 #include "windows_sheet.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <gtest/gtest.h>
 
 namespace ostrel::print_system {
 namespace {
 
 constexpr UINT kPrintOptionsTitle = 106;
+constexpr UINT kPaperTitle = 216;
+constexpr UINT kLayoutTitle = 126;
 
 std::wstring Text(UINT id) {
   return ShippedText(LibraryOfUsersLanguage(), id);
@@ -38,20 +38,26 @@ bool IsPoison(const Record& record) {
 
 // ---- What a user does ---------------------------------------------------------------------------
 
-std::vector<scenario::Scenario> ShippedScenarios() {
-  return scenario::ReadScenarios(std::filesystem::path(ProgramFolder()) / "scenarios" /
-                                 "print_options");
-}
+class PagesScenario : public testing::TestWithParam<scenario::Scenario> {};
 
-class PrintOptionsScenario : public testing::TestWithParam<scenario::Scenario> {};
-
-TEST_P(PrintOptionsScenario, GoesAsItIsTold) {
+TEST_P(PagesScenario, GoesAsItIsTold) {
   WindowsSheet sheet;
   EXPECT_EQ(scenario::PlayScenario(GetParam(), sheet), "");
 }
 
-INSTANTIATE_TEST_SUITE_P(Each, PrintOptionsScenario, testing::ValuesIn(ShippedScenarios()),
-                         [](const auto& row) { return row.param.name; });
+const auto kNameOfScenario = [](const auto& row) { return row.param.name; };
+INSTANTIATE_TEST_SUITE_P(PrintOptions, PagesScenario,
+                         testing::ValuesIn(ScenariosOf("print_options")), kNameOfScenario);
+INSTANTIATE_TEST_SUITE_P(Paper, PagesScenario, testing::ValuesIn(ScenariosOf("paper")),
+                         kNameOfScenario);
+INSTANTIATE_TEST_SUITE_P(Layout, PagesScenario, testing::ValuesIn(ScenariosOf("layout")),
+                         kNameOfScenario);
+INSTANTIATE_TEST_SUITE_P(CustomPapers, PagesScenario,
+                         testing::ValuesIn(ScenariosOf("custom_papers")), kNameOfScenario);
+INSTANTIATE_TEST_SUITE_P(BookletCover, PagesScenario,
+                         testing::ValuesIn(ScenariosOf("booklet_cover")), kNameOfScenario);
+INSTANTIATE_TEST_SUITE_P(AcrossPages, PagesScenario, testing::ValuesIn(ScenariosOf("across_pages")),
+                         kNameOfScenario);
 
 // ---- The call -----------------------------------------------------------------------------------
 
@@ -169,7 +175,10 @@ TEST_F(DocumentSheetCall, MayBeMadeTwiceAtATime) {
   EXPECT_EQ(other.out.privatePart().FinessMode, 1);
 }
 
+// With all its pages and their dialogs. The model has booklets.
 TEST_F(DocumentSheetCall, LeavesNothingOpenHoweverOftenItIsMade) {
+  UserValues printersValues(kTestPrinter);
+  printersValues.Set(L"PrinterName", TextValue(L"Hazel 2 Series"));
   constexpr int kSheets = 100;
   constexpr int kFirstSheets = 10;  // libraries and caches settle
   constexpr std::size_t kMoreFiles = 2;
@@ -182,6 +191,18 @@ TEST_F(DocumentSheetCall, LeavesNothingOpenHoweverOftenItIsMade) {
     if (round % 2 == 0) {
       sheet.driver().ShowPage(Text(kPrintOptionsTitle));
       sheet.driver().Click(1422);
+      sheet.driver().ShowPage(Text(kLayoutTitle));
+      sheet.driver().Click(1415);
+    }
+    if (round % 4 == 0) {
+      sheet.driver().ShowPage(Text(kPaperTitle));
+      sheet.driver().Click(1407);
+      sheet.driver().LeaveDialog(IDCANCEL);
+    }
+    if (round % 4 == 2) {
+      sheet.driver().Click(1486);
+      sheet.driver().Click(1065);
+      sheet.driver().LeaveDialog(IDCANCEL);
     }
     sheet.driver().Press(round % 3 == 0 ? SheetButton::kCancel : SheetButton::kOk);
     sheet.driver().Result();

@@ -25,6 +25,7 @@ void InstalledDriver::SetUp() {
   const DriverPackage package = OstrelPackage();
   InstallDriver(package, ProgramFolder());
   InstallCompanion();
+  InstallEnvelopeProgram();
   AddPrinterWithDriver(kTestPrinter, package.driverName);
 }
 

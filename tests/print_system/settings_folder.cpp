@@ -6,6 +6,7 @@
 #include <shlobj.h>
 
 #include <algorithm>
+#include <charconv>
 #include <cstring>
 
 namespace ostrel::print_system {
@@ -83,6 +84,101 @@ std::string CustomPaper::Value() const {
 
 std::string CustomPaperLeaf(std::string_view nodeName, const CustomPaper& paper) {
   return Leaf(nodeName, "binary", paper.Value());
+}
+
+namespace {
+
+// Reads objects off the front of a text; each function answers whether the text was in their form.
+class ObjectReader {
+ public:
+  explicit ObjectReader(std::string_view text) : rest_(text) {}
+
+  bool Open() {
+    valueBytes_ = 0;
+    return Take("<object:") && TakeUntil(",type:", name_) && TakeUntil(",len:", type_) &&
+           TakeNumber(",childobjs:", valueBytes_) && TakeNumber(">", children_) &&
+           (valueBytes_ > 0 || Take("\n")) && TakeValue();
+  }
+  bool Close() { return Take(kCloseTag); }
+
+  // What was opened, with all that it holds.
+  bool Skip() {
+    for (std::size_t left = children_; left > 0; --left) {
+      if (!Open() || !Skip()) {
+        return false;
+      }
+    }
+    return Close();
+  }
+
+  std::string_view name() const { return name_; }
+  std::string_view value() const { return value_; }
+  std::size_t children() const { return children_; }
+
+ private:
+  bool Take(std::string_view text) {
+    const bool there = rest_.starts_with(text);
+    rest_.remove_prefix(there ? text.size() : 0);
+    return there;
+  }
+  bool TakeUntil(std::string_view end, std::string_view& taken) {
+    const std::size_t place = rest_.find(end);
+    if (place == std::string_view::npos) {
+      return false;
+    }
+    taken = rest_.substr(0, place);
+    rest_.remove_prefix(place + end.size());
+    return true;
+  }
+  bool TakeNumber(std::string_view end, std::size_t& number) {
+    std::string_view digits;
+    if (!TakeUntil(end, digits)) {
+      return false;
+    }
+    const auto [stop, error] =
+        std::from_chars(digits.data(), digits.data() + digits.size(), number);
+    return error == std::errc() && stop == digits.data() + digits.size();
+  }
+  bool TakeValue() {
+    if (rest_.size() < valueBytes_) {
+      return false;
+    }
+    value_ = rest_.substr(0, valueBytes_);
+    rest_.remove_prefix(valueBytes_);
+    return true;
+  }
+
+  std::string_view rest_;
+  std::string_view name_;
+  std::string_view type_;
+  std::string_view value_;
+  std::size_t valueBytes_ = 0;
+  std::size_t children_ = 0;
+};
+
+}  // namespace
+
+std::optional<std::string> LeafValue(std::string_view bytes,
+                                     const std::vector<std::string_view>& path) {
+  ObjectReader reader(bytes);
+  std::size_t siblings = 1;
+  for (const std::string_view name : path) {
+    bool found = false;
+    for (; siblings > 0 && !found; --siblings) {
+      if (!reader.Open()) {
+        return std::nullopt;
+      }
+      found = reader.name() == name;
+      if (!found && !reader.Skip()) {
+        return std::nullopt;
+      }
+    }
+    if (!found) {
+      return std::nullopt;
+    }
+    siblings = reader.children();
+  }
+  return std::string(reader.value());
 }
 
 // ---- Place --------------------------------------------------------------------------------------

@@ -40,6 +40,11 @@ struct CustomPaper {
 };
 std::string CustomPaperLeaf(std::string_view nodeName, const CustomPaper& paper);
 
+// The value of the leaf at the end of these names, as it stands in a file's bytes. Empty when there
+// is none, or when the bytes on the way there aren't in the form above.
+std::optional<std::string> LeafValue(std::string_view bytes,
+                                     const std::vector<std::string_view>& path);
+
 // ---- Where it lies ------------------------------------------------------------------------------
 
 // The user's folder for the data of applications.

@@ -1,11 +1,16 @@
 #include "windows_sheet.h"
 
 #include "config/setting_stores.h"
+#include "core/printer_store.h"
 #include "core/ui_context.h"
 #include "driver_words.h"
+#include "scenarios/scenario_files.h"
 
+#include <algorithm>
 #include <cstring>
+#include <filesystem>
 #include <stdexcept>
+#include <string_view>
 
 namespace ostrel::print_system {
 namespace {
@@ -30,6 +35,22 @@ Record AsRecord(const DriverDevmode& devmode) {
   return record;
 }
 
+// What the driver keeps is written and read by its own words, for as long as that takes.
+class DriversKeeping {
+ public:
+  HANDLE printer() const { return printer_.get(); }
+
+ private:
+  Printer printer_{kTestPrinter};
+  DriverWords words_{ConfigLibraryPath(printer_.get())};
+};
+
+void MustBeKept(bool kept) {
+  if (!kept) {
+    throw std::runtime_error("it can't be kept");
+  }
+}
+
 static_assert(scenario::kOutputPoison == 0xCC, "the poison of Record");
 
 }  // namespace
@@ -48,10 +69,22 @@ WindowsSheet::WindowsSheet() {
   settings_.Clear();
   printersValues_.Delete(L"PrinterName");
   printersValues_.Delete(L"InstallMode");
+  FitTrays(0);
 }
 
 WindowsSheet::~WindowsSheet() {
   sheet_.reset();
+}
+
+// The language's library stays loaded for the process, so nobody can become another user in it.
+void WindowsSheet::BeUser(const scenario::UserKind& user) {
+  if (user != UserOfRun()) {
+    throw std::runtime_error("this run has another user");
+  }
+}
+
+int WindowsSheet::HomePaper() {
+  return PaperOfUsersCountry().id;
 }
 
 std::u16string WindowsSheet::UiText(std::uint32_t id) {
@@ -71,17 +104,33 @@ DriverDevmode WindowsSheet::PrintersRecord() {
   return AsDevmode(record);
 }
 
+void WindowsSheet::FitTrays(int count) {
+  const DriversKeeping driver;
+  MustBeKept(WriteTrayBlock(win32::ToPrinter(driver.printer()),
+                            {{count > 0 ? kTrayFitted : 0U, count > 1 ? kTrayFitted : 0U}}));
+}
+
+void WindowsSheet::StorePaper(const CustomPaperRecord& paper) {
+  const DriversKeeping driver;
+  const CustomPaperStore store;
+  MustBeKept(InitSettingsFile() && store.Save(paper.Name, paper));
+}
+
+std::optional<CustomPaperRecord> WindowsSheet::StoredPaper(std::u16string_view name) {
+  const DriversKeeping driver;
+  const CustomPaperStore store;
+  CustomPaperRecord paper = {};
+  return store.Read(std::u16string(name).c_str(), paper) ? std::optional(paper) : std::nullopt;
+}
+
 void WindowsSheet::SaveFavorite(std::u16string_view name, const DriverDevmode& record) {
-  const Printer printer(kTestPrinter);
-  const DriverWords words(ConfigLibraryPath(printer.get()));
+  const DriversKeeping driver;
   UIContext context = {};
   context.devmode = record;
   context.publicPointer = &context.devmode.publicDevmode;
   context.privatePointer = &context.devmode.privateDevmode;
   const FavoriteStore store;
-  if (!store.Init() || !store.Save(std::u16string(name).c_str(), context)) {
-    throw std::runtime_error("a favourite can't be kept");
-  }
+  MustBeKept(store.Init() && store.Save(std::u16string(name).c_str(), context));
 }
 
 // ---- The sheet as a whole -----------------------------------------------------------------------
@@ -108,6 +157,10 @@ void WindowsSheet::ShowPage(std::u16string_view title) {
 
 void WindowsSheet::Press(scenario::SheetButton button) {
   using scenario::SheetButton;
+  if (OpenDialogs() > 0) {
+    driver().LeaveDialog(button == SheetButton::kOk ? IDOK : IDCANCEL);
+    return;
+  }
   driver().Press(button == SheetButton::kOk       ? print_system::SheetButton::kOk
                  : button == SheetButton::kApply  ? print_system::SheetButton::kApply
                  : button == SheetButton::kCancel ? print_system::SheetButton::kCancel
@@ -122,11 +175,33 @@ std::optional<scenario::ShownBox> WindowsSheet::TakeBox() {
   if (!sheet_) {
     return std::nullopt;
   }
-  const auto box = driver().AnswerBox();
+  using scenario::BoxAnswer;
+  const BoxAnswer answer = answers_.empty() ? BoxAnswer::kOk : answers_.front();
+  const auto box = driver().AnswerBox(answer == BoxAnswer::kYes  ? IDYES
+                                      : answer == BoxAnswer::kNo ? IDNO
+                                                                 : IDOK);
   if (!box) {
     return std::nullopt;
   }
+  if (!answers_.empty()) {
+    answers_.pop_front();
+  }
   return scenario::ShownBox{.title = Utf16Text(box->title), .text = Utf16Text(box->text)};
+}
+
+void WindowsSheet::AnswerNext(scenario::BoxAnswer answer) {
+  answers_.push_back(answer);
+}
+
+// Here the step that opens a dialog is over at once.
+void WindowsSheet::OnDialog(std::function<void()> /*play*/) {}
+
+int WindowsSheet::OpenDialogs() {
+  return sheet_ ? driver().OpenDialogs() : 0;
+}
+
+std::u16string WindowsSheet::DialogTitle() {
+  return Utf16Text(driver().TextOf(driver().Dialog()));
 }
 
 DriverDevmode WindowsSheet::Input() {
@@ -175,6 +250,10 @@ std::u16string WindowsSheet::Tooltip(int control) {
   return Utf16Text(driver().Tooltip(control));
 }
 
+int WindowsSheet::FocusedControl() {
+  return driver().Focus();
+}
+
 void WindowsSheet::Click(int control) {
   driver().Click(control);
 }
@@ -197,6 +276,25 @@ void WindowsSheet::Focus(int control) {
 
 void WindowsSheet::Notify(int control) {
   driver().Notify(control);
+}
+
+// ---- The run ------------------------------------------------------------------------------------
+
+const scenario::UserKind& UserOfRun() {
+  static const scenario::UserKind user =
+      LibraryOfUsersLanguage() == std::wstring_view(kGermanLibraryFile)
+          ? scenario::UserKind{.language = "de", .country = 49}
+          : scenario::UserKind{.language = "enus", .country = 1};
+  return user;
+}
+
+std::vector<scenario::Scenario> ScenariosOf(const char* folder) {
+  auto scenarios =
+      scenario::ReadScenarios(std::filesystem::path(ProgramFolder()) / "scenarios" / folder);
+  std::erase_if(scenarios, [](const scenario::Scenario& scenario) {
+    return scenario.user && *scenario.user != UserOfRun();
+  });
+  return scenarios;
 }
 
 }  // namespace ostrel::print_system

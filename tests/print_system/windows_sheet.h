@@ -7,7 +7,10 @@
 #include "sheet_driver.h"
 #include "stored_values.h"
 
+#include <deque>
+#include <functional>
 #include <optional>
+#include <vector>
 
 namespace ostrel::print_system {
 
@@ -34,8 +37,13 @@ class WindowsSheet final : public scenario::SheetUnderTest {
   WindowsSheet();
   ~WindowsSheet() override;
 
+  void BeUser(const scenario::UserKind& user) override;
+  int HomePaper() override;
   std::u16string UiText(std::uint32_t id) override;
   void SelectModel(std::u16string_view model) override;
+  void FitTrays(int count) override;
+  void StorePaper(const CustomPaperRecord& paper) override;
+  std::optional<CustomPaperRecord> StoredPaper(std::u16string_view name) override;
   DriverDevmode PrintersRecord() override;
   void SaveFavorite(std::u16string_view name, const DriverDevmode& record) override;
   void Open(const DriverDevmode& callers, bool noPermission) override;
@@ -44,6 +52,10 @@ class WindowsSheet final : public scenario::SheetUnderTest {
   void Press(scenario::SheetButton button) override;
   bool OffersApply() override;
   std::optional<scenario::ShownBox> TakeBox() override;
+  void AnswerNext(scenario::BoxAnswer answer) override;
+  void OnDialog(std::function<void()> play) override;
+  int OpenDialogs() override;
+  std::u16string DialogTitle() override;
   DriverDevmode Input() override;
   DriverDevmode Output() override;
   bool HasControl(int control) override;
@@ -54,6 +66,7 @@ class WindowsSheet final : public scenario::SheetUnderTest {
   int Row(int control) override;
   std::vector<std::u16string> Rows(int control) override;
   std::u16string Tooltip(int control) override;
+  int FocusedControl() override;
   void Click(int control) override;
   void Type(int control, std::u16string_view text) override;
   void Choose(int control, int row) override;
@@ -67,7 +80,14 @@ class WindowsSheet final : public scenario::SheetUnderTest {
   UserValues printersValues_{kTestPrinter};
   UserValues driversValues_{kOstrelDriverName};
   SettingsPlace settings_;
+  std::deque<scenario::BoxAnswer> answers_;  // of the next boxes
   std::optional<DocumentSheet> sheet_;
 };
+
+// Who the user of this run is.
+const scenario::UserKind& UserOfRun();
+
+// The scenarios of a folder that this run's user can play.
+std::vector<scenario::Scenario> ScenariosOf(const char* folder);
 
 }  // namespace ostrel::print_system

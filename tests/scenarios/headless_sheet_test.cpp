@@ -4,10 +4,13 @@
 
 #include "config/setting_stores.h"
 #include "core/devmode_queries.h"
+#include "core/paper_tables.h"
+#include "core/printer_store.h"
 #include "driver/page_tables.h"
 #include "scenarios/scenario_files.h"
 #include "support/sheet_scene.h"
 
+#include <algorithm>
 #include <cstring>
 #include <gtest/gtest.h>
 #include <optional>
@@ -27,21 +30,68 @@ void Must(bool done, const char* what) {
   }
 }
 
+struct LanguageRow {
+  std::string_view suffix;
+  std::uint16_t uiLanguage;
+};
+constexpr int kIdYes = 6;  // IDYES
+constexpr int kIdNo = 7;   // IDNO
+
+constexpr LanguageRow kLanguages[] = {{"enus", 0x0409}, {"de", 0x0407}, {"he", 0x040D}};
+
 class HeadlessSheetUnderTest final : public SheetUnderTest {
  public:
   HeadlessSheetUnderTest() {
     world().platform.modules.InstallResources(test::kEnglishLibraryPath,
                                               test::LibraryResources("enus"));
+    world().platform.windows.onDialog = [this](WindowHandle dialog) {
+      dialogs_.push_back(dialog);
+      playDialog_();
+      dialogs_.pop_back();
+    };
   }
 
+  void BeUser(const UserKind& user) override {
+    const auto* row = std::ranges::find(kLanguages, user.language, &LanguageRow::suffix);
+    Must(row != std::end(kLanguages), "there is no such language");
+    language_ = user.language;
+    const std::u16string library = test::kLibraryPath;
+    const std::u16string suffix(language_.begin(), language_.end());
+    world().platform.modules.InstallResources(
+        library.substr(0, library.rfind(u'.')) + suffix + u".dll",
+        test::LibraryResources(language_));
+    world().platform.locale.uiLanguage = row->uiLanguage;
+    const std::string country = std::to_string(user.country);
+    world().platform.locale.country.assign(country.begin(), country.end());
+  }
+
+  int HomePaper() override { return PaperOfLocale().id; }
+
   std::u16string UiText(std::uint32_t id) override {
-    const headless::StringTable& texts = test::EnglishStrings();
+    const headless::StringTable& texts = test::Strings(language_);
     const auto text = texts.find(id);
     return text == texts.end() ? u"" : text->second;
   }
 
   void SelectModel(std::u16string_view model) override {
     world().UserValues(test::kPrinterName)[u"printername"] = headless::StoredValue::Text(model);
+  }
+
+  void FitTrays(int count) override {
+    Must(WriteTrayBlock(scene_.document.hPrinter,
+                        {{count > 0 ? kTrayFitted : 0U, count > 1 ? kTrayFitted : 0U}}),
+         "trays can't be fitted");
+  }
+
+  void StorePaper(const CustomPaperRecord& paper) override {
+    const CustomPaperStore store;
+    Must(InitSettingsFile() && store.Save(paper.Name, paper), "a paper can't be kept");
+  }
+
+  std::optional<CustomPaperRecord> StoredPaper(std::u16string_view name) override {
+    const CustomPaperStore store;
+    CustomPaperRecord paper = {};
+    return store.Read(std::u16string(name).c_str(), paper) ? std::optional(paper) : std::nullopt;
   }
 
   DriverDevmode PrintersRecord() override {
@@ -84,7 +134,7 @@ class HeadlessSheetUnderTest final : public SheetUnderTest {
   void ShowPage(std::u16string_view title) override {
     for (std::size_t index = 0; index < sheet().pageCount(); ++index) {
       if (sheet().page(index).title == title) {
-        Must(sheet().ShowPage(index), "the page isn't shown");
+        static_cast<void>(sheet().ShowPage(index));
         return;
       }
     }
@@ -92,6 +142,12 @@ class HeadlessSheetUnderTest final : public SheetUnderTest {
   }
 
   void Press(SheetButton button) override {
+    if (OpenDialogs() > 0) {
+      world().platform.windows.Deliver(
+          user().dialog(), kWmCommand,
+          static_cast<std::uintptr_t>(button == SheetButton::kOk ? kIdOk : kIdCancel), 0);
+      return;
+    }
     switch (button) {
       case SheetButton::kOk:
         static_cast<void>(sheet().PressOk());
@@ -119,6 +175,24 @@ class HeadlessSheetUnderTest final : public SheetUnderTest {
     return ShownBox{.title = box.caption, .text = box.text};
   }
 
+  void AnswerNext(BoxAnswer answer) override {
+    world().platform.windows.answers.push_back(answer == BoxAnswer::kYes  ? kIdYes
+                                               : answer == BoxAnswer::kNo ? kIdNo
+                                                                          : kIdOk);
+  }
+
+  void OnDialog(std::function<void()> play) override { playDialog_ = std::move(play); }
+
+  int OpenDialogs() override {
+    return static_cast<int>(std::ranges::count_if(dialogs_, [this](WindowHandle dialog) {
+      return world().platform.windows.IsOpenDialog(dialog);
+    }));
+  }
+
+  std::u16string DialogTitle() override {
+    return world().platform.windows.TextOf(*world().platform.windows.Find(user().dialog()));
+  }
+
   DriverDevmode Input() override { return scene_.in; }
   DriverDevmode Output() override { return scene_.out; }
 
@@ -130,6 +204,7 @@ class HeadlessSheetUnderTest final : public SheetUnderTest {
   int Row(int control) override { return user().Selected(control); }
   std::vector<std::u16string> Rows(int control) override { return user().ItemTexts(control); }
   std::u16string Tooltip(int control) override { return user().HoverTip(control); }
+  int FocusedControl() override { return user().Focus(); }
   void Click(int control) override { Must(user().Click(control), "it can't be clicked"); }
   void Type(int control, std::u16string_view text) override {
     Must(user().Type(control, text), "it can't be typed into");
@@ -156,11 +231,17 @@ class HeadlessSheetUnderTest final : public SheetUnderTest {
   }
   headless::User user() {
     Must(IsOpen(), "the sheet is closed");
+    if (OpenDialogs() > 0) {
+      return {world().platform, dialogs_.back()};
+    }
     return sheet_->ActiveUser();
   }
 
   test::SheetScene scene_{std::vector<std::uint32_t>{}};
   std::optional<headless::HeadlessSheet> sheet_;  // goes first
+  std::string language_ = "enus";
+  std::function<void()> playDialog_ = [] {};
+  std::vector<WindowHandle> dialogs_;  // those that are open, the topmost one last
   bool opened_ = false;
   std::size_t boxesTaken_ = 0;
 };
@@ -172,10 +253,22 @@ TEST_P(HeadlessScenario, GoesAsItIsTold) {
   EXPECT_EQ(PlayScenario(GetParam(), sheet), "");
 }
 
-INSTANTIATE_TEST_SUITE_P(PrintOptions, HeadlessScenario,
-                         testing::ValuesIn(ReadScenarios(std::filesystem::path(OSTREL_SCENARIOS) /
-                                                         "print_options")),
-                         [](const auto& row) { return row.param.name; });
+auto ScenariosOf(const char* folder) {
+  return testing::ValuesIn(ReadScenarios(std::filesystem::path(OSTREL_SCENARIOS) / folder));
+}
+
+const auto kNameOfScenario = [](const auto& row) { return row.param.name; };
+
+INSTANTIATE_TEST_SUITE_P(PrintOptions, HeadlessScenario, ScenariosOf("print_options"),
+                         kNameOfScenario);
+INSTANTIATE_TEST_SUITE_P(Paper, HeadlessScenario, ScenariosOf("paper"), kNameOfScenario);
+INSTANTIATE_TEST_SUITE_P(Layout, HeadlessScenario, ScenariosOf("layout"), kNameOfScenario);
+INSTANTIATE_TEST_SUITE_P(CustomPapers, HeadlessScenario, ScenariosOf("custom_papers"),
+                         kNameOfScenario);
+INSTANTIATE_TEST_SUITE_P(BookletCover, HeadlessScenario, ScenariosOf("booklet_cover"),
+                         kNameOfScenario);
+INSTANTIATE_TEST_SUITE_P(AcrossPages, HeadlessScenario, ScenariosOf("across_pages"),
+                         kNameOfScenario);
 
 }  // namespace
 }  // namespace ostrel::scenario

@@ -2,6 +2,7 @@
 // by mistake. The sheet here is a row of prepared answers.
 #include "scenarios/sheet_scenario.h"
 
+#include "core/text.h"
 #include "record_fields.h"
 #include "scenarios/scenario_files.h"
 #include "support/case_name.h"
@@ -23,11 +24,25 @@ class PreparedSheet : public SheetUnderTest {
  public:
   PreparedSheet() { std::memset(&output, kOutputPoison, sizeof(output)); }
 
+  void BeUser(const UserKind& user) override {
+    Did("user " + user.language + " of " + std::to_string(user.country));
+  }
+  int HomePaper() override { return 9; }
   std::u16string UiText(std::uint32_t id) override {
     const std::string digits = std::to_string(id);
     return u"text " + std::u16string(digits.begin(), digits.end());
   }
   void SelectModel(std::u16string_view model) override { Did("model " + Narrow(model)); }
+  void FitTrays(int count) override { Did("trays " + std::to_string(count)); }
+  void StorePaper(const CustomPaperRecord& paper) override { papers.push_back(paper); }
+  std::optional<CustomPaperRecord> StoredPaper(std::u16string_view name) override {
+    for (const CustomPaperRecord& paper : papers) {
+      if (FieldText(paper.Name) == name) {
+        return paper;
+      }
+    }
+    return std::nullopt;
+  }
   DriverDevmode PrintersRecord() override {
     DriverDevmode record = {};
     record.publicDevmode.dmCopies = 1;
@@ -45,8 +60,12 @@ class PreparedSheet : public SheetUnderTest {
   void ShowPage(std::u16string_view title) override { Did("page " + Narrow(title)); }
   void Press(SheetButton button) override {
     Did("press " + std::to_string(static_cast<int>(button)));
-    open = button == SheetButton::kHelp || button == SheetButton::kApply;
     boxes = boxesOfPress;
+    if (dialogs > 0) {
+      --dialogs;
+      return;
+    }
+    open = button == SheetButton::kHelp || button == SheetButton::kApply;
   }
   bool OffersApply() override { return offersApply; }
   std::optional<ShownBox> TakeBox() override {
@@ -57,6 +76,12 @@ class PreparedSheet : public SheetUnderTest {
     boxes.pop_front();
     return box;
   }
+  void AnswerNext(BoxAnswer answer) override {
+    Did("answer " + std::to_string(static_cast<int>(answer)));
+  }
+  void OnDialog(std::function<void()> play) override { play_ = std::move(play); }
+  int OpenDialogs() override { return dialogs; }
+  std::u16string DialogTitle() override { return u"text 6"; }
   DriverDevmode Input() override { return input; }
   DriverDevmode Output() override { return output; }
 
@@ -68,7 +93,17 @@ class PreparedSheet : public SheetUnderTest {
   int Row(int /*control*/) override { return 2; }
   std::vector<std::u16string> Rows(int /*control*/) override { return {u"text 1", u"text 2"}; }
   std::u16string Tooltip(int /*control*/) override { return u"text 3text 408text 4"; }
-  void Click(int control) override { Did("click " + std::to_string(control)); }
+  int FocusedControl() override { return kKnown; }
+  void Click(int control) override {
+    Did("click " + std::to_string(control));
+    if (control == opener) {
+      ++dialogs;
+      if (playsInside) {
+        play_();
+        Did("dialog over");
+      }
+    }
+  }
   void Type(int control, std::u16string_view text) override {
     Did("type " + std::to_string(control) + " '" + Narrow(text) + "'");
   }
@@ -90,7 +125,14 @@ class PreparedSheet : public SheetUnderTest {
   bool offersApply = false;
   std::deque<ShownBox> boxes;
   std::deque<ShownBox> boxesOfPress;
+  std::vector<CustomPaperRecord> papers;
+  int opener = 0;            // a click on it opens a dialog
+  bool playsInside = false;  // and ends when the dialog does
+  int dialogs = 0;
   std::string done;
+
+ private:
+  std::function<void()> play_;
 };
 
 std::string Played(PreparedSheet& sheet, std::string_view text) {
@@ -126,6 +168,55 @@ TEST(SheetScenario, KnowsFieldsOfTheWatermarkInForce) {
   PreparedSheet sheet;
   EXPECT_EQ(Played(sheet, "set PageWMFlag 1\nopen\npress ok\nexpect closed"), "");
   EXPECT_EQ(sheet.input.privateDevmode.WatermarkData.PageWMFlag, 1);
+}
+
+TEST(SheetScenario, SaysWhoTheUserIsBeforeAllElse) {
+  PreparedSheet sheet;
+  EXPECT_EQ(
+      Played(sheet, "user de 49\ntrays 2\nset dmPaperSize home\nopen\npress ok\nexpect closed"),
+      "");
+  EXPECT_EQ(sheet.done, "user de of 49\ntrays 2\nopen\npress 0\n");
+  EXPECT_EQ(sheet.input.publicDevmode.dmPaperSize, 9);
+  EXPECT_EQ(ParseScenario("case", "user de 49\nopen\nexpect open").user, (UserKind{"de", 49}));
+  EXPECT_EQ(ParseScenario("case", "open\nexpect open").user, std::nullopt);
+}
+
+TEST(SheetScenario, TakesTextsInDoubleQuotesForWhatTheyAre) {
+  PreparedSheet sheet;
+  EXPECT_EQ(Played(sheet,
+                   "favorite \"My own\"\nopen\npage \"Other page\"\ntype 10 \"  a \\ \"\n"
+                   "type 10 \"\ntype 10 \"\"\npress ok\nexpect closed"),
+            "");
+  EXPECT_EQ(sheet.done,
+            "favorite My own of 1\nopen\npage Other page\ntype 10 '  a \\ '\ntype 10 '\"'\n"
+            "type 10 ''\npress 0\n");
+}
+
+TEST(SheetScenario, TypesLettersBeyondAscii) {
+  class Typist : public PreparedSheet {
+    void Type(int /*control*/, std::u16string_view text) override { typed = text; }
+
+   public:
+    std::u16string typed;
+  } sheet;
+  EXPECT_EQ(Played(sheet, "open\ntype 10 \u00e9\u05d0\npress ok\nexpect closed"), "");
+  EXPECT_EQ(sheet.typed, u"\u00e9\u05d0");
+}
+
+TEST(SheetScenario, KeepsAndReadsPapers) {
+  PreparedSheet sheet;
+  EXPECT_EQ(Played(sheet,
+                   "paper Card 288 1181 2362 1\npaper \"My card\" 289 1 2 2\nopen\n"
+                   "expect paper Card 288 1181 2362 1\nexpect paper \"My card\" 289 1 2 2\n"
+                   "expect no paper card\npress ok"),
+            "");
+  EXPECT_EQ(sheet.papers.at(1).ExactLength, 2.0F);
+  EXPECT_EQ(Played(sheet, "open\nexpect paper Card 288 1181 2363 1\npress ok"),
+            "case, line 2: expect paper Card 288 1181 2363 1: it is \"Card\" 288 1181 2362 1");
+  EXPECT_EQ(Played(sheet, "open\nexpect no paper Card\npress ok"),
+            "case, line 2: expect no paper Card: there is one: \"Card\" 288 1181 2362 1");
+  EXPECT_EQ(Played(sheet, "open\nexpect paper Cart 288 1181 2362 1\npress ok"),
+            "case, line 2: expect paper Cart 288 1181 2362 1: there is no such paper");
 }
 
 // ---- Expectations -------------------------------------------------------------------------------
@@ -178,6 +269,16 @@ constexpr Expectation kExpectations[] = {
     {"Tip",                "expect tip 10 3 4",          true},
     {"TipInPart",          "expect tip 10 3",            false},
     {"TipNone",            "expect tip 10",              false},
+    {"RowsLiteral",        "expect rows 10 1 \"text 2\"", true},
+    {"RowsLiteralOther",   "expect rows 10 1 \"text 3\"", false},
+    {"RowsJoined",         "expect rows 10 1 1+2",       false},
+    {"CaptionLiteral",     "expect caption 10 \"12\"",   true},
+    {"TextLiteral",        "expect text 10 \"12\"",      true},
+    {"Focus",              "expect focus 10",            true},
+    {"FocusElsewhere",     "expect focus 20",            false},
+    {"Dialog",             "expect dialog 6",            false},
+    {"NoDialog",           "expect no dialog",           true},
+    {"PaperMissing",       "expect paper A 288 1 1 1",   false},
     {"Box",                "expect box 1",               false},
     {"NoBox",              "expect no box",              true},
     {"NoSheet",            "expect no sheet",            false},
@@ -245,6 +346,98 @@ TEST(SheetScenarioBox, ThatNobodyExpectsFailsTheNextStepOrTheEnd) {
             "case, line 3: press ok: a box nobody expected: \"text 7\"");
 }
 
+TEST(SheetScenarioBox, IsExpectedByALiteralTextToo) {
+  PreparedSheet sheet;
+  sheet.boxesOfPress = {{u"Paper", u"Initialize paper error."}, {u"Paper", u""}};
+  EXPECT_EQ(Played(sheet,
+                   "open\npress ok\nexpect box \"Initialize paper error.\" title \"Paper\"\n"
+                   "expect box \"\""),
+            "");
+}
+
+TEST(SheetScenarioBox, IsExpectedByTextsJoinedToOne) {
+  PreparedSheet sheet;
+  sheet.boxesOfPress = {{u"", u"text 1text 2\r\n"}};
+  EXPECT_EQ(Played(sheet, "open\npress ok\nexpect box 1+2+crlf"), "");
+}
+
+TEST(SheetScenarioBox, GetsItsAnswerBeforehand) {
+  PreparedSheet sheet;
+  sheet.boxesOfPress = {{u"text 5", u"text 7"}, {u"text 5", u"text 8"}};
+  EXPECT_EQ(Played(sheet, "open\nanswer yes\nanswer no\npress ok\nexpect box 7\nexpect box 8"), "");
+  EXPECT_EQ(sheet.done, "open\nanswer 1\nanswer 2\npress 0\n");
+}
+
+TEST(SheetScenarioBox, ThatNeverAppearsLeavesItsAnswerAndFailsTheEnd) {
+  PreparedSheet sheet;
+  EXPECT_EQ(Played(sheet, "open\nanswer no\nexpect open\npress ok"),
+            "case, line 4: press ok: no box has taken the answer");
+}
+
+// ---- Dialogs ------------------------------------------------------------------------------------
+
+// On one kind of sheet the click that opens a dialog is over at once, on the other one it lasts.
+class SheetScenarioDialog : public testing::TestWithParam<bool> {
+ protected:
+  SheetScenarioDialog() {
+    sheet_.opener = kKnown;
+    sheet_.playsInside = GetParam();
+  }
+
+  std::string Over() const { return GetParam() ? "dialog over\n" : ""; }
+
+  PreparedSheet sheet_;
+};
+
+TEST_P(SheetScenarioDialog, GetsTheStepsThatFollowUntilItIsClosed) {
+  EXPECT_EQ(Played(sheet_,
+                   "open\nclick 10\nexpect dialog 6\nspin 10 up\npress cancel\n"
+                   "expect no dialog\nspin 10 down\npress ok\nexpect closed"),
+            "");
+  EXPECT_EQ(sheet_.done,
+            "open\nclick 10\nspin 10 up\npress 2\n" + Over() + "spin 10 down\npress 0\n");
+}
+
+TEST_P(SheetScenarioDialog, MayOpenAnother) {
+  EXPECT_EQ(Played(sheet_,
+                   "open\nclick 10\nclick 10\npress ok\nexpect dialog 6\npress ok\n"
+                   "expect no dialog\npress ok\nexpect closed"),
+            "");
+  EXPECT_EQ(sheet_.done,
+            "open\nclick 10\nclick 10\npress 0\n" + Over() + "press 0\n" + Over() + "press 0\n");
+}
+
+TEST_P(SheetScenarioDialog, ThatStaysOpenFailsTheEnd) {
+  EXPECT_NE(Played(sheet_, "open\nclick 10\nexpect dialog 6"), "");
+}
+
+TEST_P(SheetScenarioDialog, TellsTheStepThatFailsWithinIt) {
+  EXPECT_EQ(Played(sheet_, "open\nclick 10\nexpect unchecked 10\npress ok\npress ok"),
+            "case, line 3: expect unchecked 10: 10 is checked");
+}
+
+TEST_P(SheetScenarioDialog, HoldsTheSheetsPagesAndItsOtherButtons) {
+  sheet_.offersApply = true;
+  for (const char* line : {"page 106", "press apply", "press help"}) {
+    sheet_.dialogs = 0;
+    EXPECT_EQ(Played(sheet_, std::string("open\nclick 10\n") + line + "\nexpect open"),
+              std::string("case, line 3: ") + line + ": a dialog is open");
+  }
+}
+
+TEST_P(SheetScenarioDialog, KeepsTheBoxesOfItsOpeningAndOfItsEnd) {
+  sheet_.boxes = {{u"text 5", u"text 7"}};
+  sheet_.boxesOfPress = {{u"text 5", u"text 8"}};
+  EXPECT_EQ(Played(sheet_,
+                   "open\nexpect box 7\nclick 10\npress ok\nexpect box 8\npress ok\n"
+                   "expect box 8"),
+            "");
+}
+
+INSTANTIATE_TEST_SUITE_P(Each, SheetScenarioDialog, testing::Bool(), [](const auto& row) {
+  return row.param ? "PlayedInside" : "PlayedAfter";
+});
+
 // ---- Failures -----------------------------------------------------------------------------------
 
 TEST(SheetScenario, DoesNotUseWhatIsLocked) {
@@ -311,6 +504,16 @@ constexpr Misspelling kMisspellings[] = {
     {"UnknownButton",      "open\npress yes\nexpect open"},
     {"BoxWithoutTitle",    "open\nexpect box 1 title"},
     {"BoxWithOtherWord",   "open\nexpect box 1 named 2"},
+    {"QuoteWithoutEnd",    "open\nexpect rows 10 \"a"},
+    {"QuoteForAControl",   "open\nclick \"10\"\nexpect open"},
+    {"StringIsNoNumber",   "open\npage one\nexpect open"},
+    {"JoinedToNothing",    "open\npage 1+\nexpect open"},
+    {"JoinedToAWord",      "open\npage 1+two\nexpect open"},
+    {"NeitherYesNorNo",    "open\nanswer ok\nexpect open"},
+    {"PaperTooShort",      "paper A 288 1 1\nopen\nexpect open"},
+    {"PaperTooLong",       "paper A 288 1 1 1 1\nopen\nexpect open"},
+    {"UserWithoutCountry", "user de\nopen\nexpect open"},
+    {"UserNotFirst",       "set dmCopies 1\nuser de 49\nopen\nexpect open"},
     {"SetAfterOpen",       "open\nset dmCopies 1\nexpect open"},
     {"ClickBeforeOpen",    "click 10\nopen\nexpect open"},
     {"OpenTwice",          "open\nopen\nexpect open"},
@@ -322,13 +525,28 @@ INSTANTIATE_TEST_SUITE_P(Each, SheetScenarioFault, testing::ValuesIn(kMisspellin
 
 // ---- The files ----------------------------------------------------------------------------------
 
-TEST(SheetScenarioFiles, AreAllUnderstood) {
-  const auto scenarios = ReadScenarios(std::filesystem::path(OSTREL_SCENARIOS) / "print_options");
-  EXPECT_GE(scenarios.size(), 30U);
+struct Folder {
+  const char* name;
+  std::size_t atLeast;
+};
+
+void PrintTo(const Folder& row, std::ostream* out) {
+  *out << row.name;
+}
+
+class SheetScenarioFiles : public testing::TestWithParam<Folder> {};
+
+TEST_P(SheetScenarioFiles, AreAllUnderstood) {
+  const auto scenarios = ReadScenarios(std::filesystem::path(OSTREL_SCENARIOS) / GetParam().name);
+  EXPECT_GE(scenarios.size(), GetParam().atLeast);
   for (const Scenario& scenario : scenarios) {
     EXPECT_EQ(scenario.faults, "");
   }
 }
+
+constexpr Folder kFolders[] = {{"print_options", 30}, {"paper", 30},         {"layout", 30},
+                               {"custom_papers", 10}, {"booklet_cover", 10}, {"across_pages", 15}};
+INSTANTIATE_TEST_SUITE_P(Each, SheetScenarioFiles, testing::ValuesIn(kFolders), test::CaseName());
 
 // ---- The fields by name -------------------------------------------------------------------------
 

@@ -37,7 +37,8 @@ class StoredRows {
       return {Byte(row + bit / 8), Byte(row + bit / 8 + 1), Byte(row + bit / 8 + 2)};
     }
     const std::size_t shift = 8 - bitmap_.bitsPerPixel - bit % 8;
-    const std::size_t index = (Byte(row + bit / 8) >> shift) & ((1U << bitmap_.bitsPerPixel) - 1);
+    const std::size_t index =
+        (std::size_t{Byte(row + bit / 8)} >> shift) & ((std::size_t{1} << bitmap_.bitsPerPixel) - 1);
     const std::uint32_t color = index < bitmap_.colors.size() ? bitmap_.colors[index] : 0;
     return {static_cast<std::uint8_t>(color), static_cast<std::uint8_t>(color >> 8),
             static_cast<std::uint8_t>(color >> 16)};
