@@ -5,7 +5,6 @@
 #include "core/process_state.h"
 #include "core/sheet_frame.h"
 #include "core/string_ids.h"
-#include "pages/chosen_paper.h"
 #include "pages/custom_paper.h"
 #include "pages/envelope_program.h"
 #include "pages/info_icon.h"
