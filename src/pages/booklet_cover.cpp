@@ -12,9 +12,6 @@
 #include "pages/source_list.h"
 #include "pages/warning_boxes.h"
 
-#include <cstddef>
-#include <iterator>
-
 namespace ostrel {
 namespace {
 
@@ -190,7 +187,9 @@ void ShowSource(const Dialog& dialog) {
     dialog.state.sourceCombo.Enable(false);
     dialog.Show(kSourceIcon, true);
   }
-  if (!IsSourceSelected(dialog)) {
+  // Without the list there is nothing that could be selected, and the source stands.
+  const bool hasList = dialog.state.sourceCombo.window() != nullptr;
+  if (hasList && !IsSourceSelected(dialog)) {
     SelectSourceRow(dialog, 0);
     dialog.own().BookletCoverSource = kBinAutomatic;
   }
@@ -407,9 +406,7 @@ std::intptr_t OnMessage(const Dialog& dialog, std::uint32_t message, std::uintpt
     case kWmHelp:
       return ShowControlHelp(dialog.window, lParam, kHelpPairs) ? 1 : 0;
     case kWmMouseMove:
-      for (std::size_t icon = 0; icon < std::size(kIcons); ++icon) {
-        UpdateTooltipRect(dialog.window, dialog.state.tooltips[icon], kIcons[icon]);
-      }
+      UpdateTooltipRects(dialog.window, dialog.state.tooltips, kIcons);
       return 0;
     case kWmDestroy:
       dialog.state.dialog = nullptr;

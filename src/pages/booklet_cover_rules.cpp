@@ -5,31 +5,11 @@
 #include "pages/reasons.h"
 #include "pages/source_list.h"
 
-#include <algorithm>
-#include <iterator>
-
 namespace ostrel {
 namespace {
 
-constexpr std::int16_t kMediaThin = 264;
-
-// A card that has a tray of its own beside the manual feed, and so is no envelope.
-constexpr std::int16_t kPaperTwoSources = 241;
-
-// clang-format off
-struct SourceRow {
-  std::int16_t source;
-  std::int32_t row;
-};
-constexpr SourceRow kSourceRows[] = {
-    // Source,       Row
-    {kBinManual,    1},
-    {kBinAutomatic, 0},
-    {kBinTray1,     2},
-    {kBinTray2,     3},
-    {kBinTray3,     4},
-};
-// clang-format on
+// The card that locks the source of a plain cover alone; it counts as no envelope.
+constexpr std::int16_t kPaperLockedWhenPlain = 241;
 
 }  // namespace
 
@@ -38,8 +18,7 @@ bool CoverTakesAnySource(std::int16_t coverType) {
 }
 
 std::int32_t CoverSourceRow(std::int16_t source) {
-  const auto* found = std::ranges::find(kSourceRows, source, &SourceRow::source);
-  return found == std::end(kSourceRows) ? 0 : found->row;
+  return source == kBinLikeTray1 ? kAutomaticPosition : PositionOfBin(source);
 }
 
 bool PaperRowRefusesSource(std::int32_t paper, std::int32_t source) {
@@ -60,7 +39,7 @@ void TellCoverSourceReasons(const UIContext& context, const DriverDevmode& snaps
   const std::int16_t paper = snapshot.publicDevmode.dmPaperSize;
   Reasons reasons(context, buffer);
   reasons.AddIf(!plain, kStringMediaRefusesSource);
-  reasons.AddIf(IsEnvelopePaper(paper) || (plain && paper == kPaperTwoSources),
+  reasons.AddIf(IsEnvelopePaper(paper) || (plain && paper == kPaperLockedWhenPlain),
                 kStringPaperLocksSource);
 }
 

@@ -14,7 +14,7 @@ namespace ostrel {
 bool CoverTakesAnySource(std::int16_t coverType);
 
 // The row that the source list has for a cover's source; the first for one that the list doesn't
-// know. Bin 260 is such a one here, other than on the paper page.
+// know. Bin 260 is such a one here, unlike on the paper page.
 std::int32_t CoverSourceRow(std::int16_t source);
 
 // Whether a record's index of two-sided printing tells that it is on.

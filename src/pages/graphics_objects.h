@@ -27,8 +27,8 @@ class OwnedObject {
   GdiObject object_;
 };
 
-// A context in memory, like another one or, for null, like the screen's. It takes over the other
-// one's layout; the screen's is never mirrored.
+// A context in memory, like another one or, for null, like the screen's. Systems differ in whether
+// it takes over the other one's layout; the screen's is never mirrored.
 class MemoryContext {
  public:
   explicit MemoryContext(DeviceContext like)

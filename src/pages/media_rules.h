@@ -27,6 +27,7 @@ inline constexpr std::int32_t kDuplexLongEdge = 2;
 inline constexpr std::int32_t kDuplexShortEdge = 3;
 
 inline constexpr std::int32_t kMediaPlain = 1;
+inline constexpr std::int32_t kMediaThin = 264;
 
 // What a paper or a media type can do; 1 is supported.
 struct FeedRow {

@@ -19,7 +19,6 @@ inline constexpr std::int32_t kMediaTransparency = 2;
 inline constexpr std::int32_t kMediaThick = 257;
 inline constexpr std::int32_t kMediaEnvelope = 258;
 inline constexpr std::int32_t kMediaLetterhead = 261;
-inline constexpr std::int32_t kMediaThin = 264;
 
 // A5, the one paper that may choose which edge goes first.
 inline constexpr std::int16_t kPaperWithFeedChoice = 11;

@@ -219,9 +219,9 @@ void DrawFrame(const MemoryContext& area, const Rect& place) {
   }
 }
 
-// A new context keeps the darker one of pixels that fall together: in a smaller picture no stroke
-// is lost, in a larger one all stay crisp. Blended pixels would turn thin lines pale, and take
-// several times as long.
+// A new context keeps the bits that pixels which fall together have in common: in a smaller picture
+// no dark stroke is lost, in a larger one all stay crisp. Blended pixels would turn thin lines
+// pale, and take several times as long.
 bool DrawScaled(const MemoryContext& area, const Picture& picture, std::int32_t scale) {
   const Rect place = {0, 0, Scaled(picture.rows().width, scale),
                       Scaled(picture.rows().height, scale)};

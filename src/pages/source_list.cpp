@@ -13,8 +13,6 @@ namespace {
 // By place.
 constexpr std::int16_t kBins[] = {kBinAutomatic, kBinManual, kBinTray1, kBinTray2, kBinTray3};
 
-constexpr std::int16_t kBinLikeTray1 = 260;
-
 }  // namespace
 
 bool FamilyHasOptionalTrays() {

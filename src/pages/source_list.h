@@ -25,6 +25,7 @@ inline constexpr std::int16_t kBinManual = 4;
 inline constexpr std::int16_t kBinTray1 = 257;
 inline constexpr std::int16_t kBinTray2 = 258;
 inline constexpr std::int16_t kBinTray3 = 259;
+inline constexpr std::int16_t kBinLikeTray1 = 260;
 
 // Where they stand in the list.
 inline constexpr std::int32_t kAutomaticPosition = 0;

@@ -484,6 +484,73 @@ TYPED_TEST_P(WindowConformance, CopiesAreStretchedTurnedAndCut) {
   EXPECT_EQ(graphics.ReleaseDC(nullptr, screen), 1);
 }
 
+// A new context keeps the bits that all pixels have of those that come together.
+TYPED_TEST_P(WindowConformance, ShrunkCopiesCombineWhatComesTogether) {
+  struct Case {
+    const char* name;
+    Rect place;
+    Rect from;
+    std::vector<std::string> rows;
+  };
+  // Out of "123456", "234567" and "345678".
+  const std::vector<Case> cases = {
+      {"half as wide", {0, 0, 3, 3}, {0, 0, 6, 3}, {"004000", "246000", "040000"}},
+      {"half as wide, turned", {2, 0, -1, 3}, {0, 0, 6, 3}, {"400000", "642000", "040000"}},
+      {"less high", {0, 0, 6, 2}, {0, 0, 6, 3}, {"020446", "345678", "000000"}},
+      {"less high, turned", {0, 1, 6, -1}, {0, 0, 6, 3}, {"345678", "020446", "000000"}},
+      {"less wide and high", {0, 0, 3, 2}, {0, 0, 6, 3}, {"004000", "040000", "000000"}},
+      {"a little less of both", {0, 0, 5, 2}, {0, 0, 6, 3}, {"020460", "344780", "000000"}},
+  };
+  Graphics& graphics = this->graphics();
+  const DeviceContext screen = graphics.GetDC(nullptr);
+  for (const Case& row : cases) {
+    for (const bool fromMemory : {false, true}) {
+      SCOPED_TRACE(std::string(row.name) + (fromMemory ? ", rows of memory" : ", a context"));
+      typename TestFixture::Picture source(graphics, screen, {6, 3});
+      typename TestFixture::Picture target(graphics, screen, {6, 3});
+      this->Number(source);
+      const std::vector<std::uint8_t> rows = this->NumberedRows(6, 3);
+      EXPECT_TRUE(fromMemory
+                      ? graphics.StretchDIBits(target.context, row.place, row.from, rows.data(),
+                                               this->Form(6, 3)) != 0
+                      : graphics.StretchBlt(target.context, row.place, source.context, row.from));
+      EXPECT_EQ(target.Rows(), row.rows);
+    }
+  }
+  EXPECT_EQ(graphics.ReleaseDC(nullptr, screen), 1);
+}
+
+// Whatever of a bitmap's way a mirrored context keeps, rows of memory are turned in it.
+TYPED_TEST_P(WindowConformance, RowsOfMemoryAreTurnedInAMirroredContext) {
+  struct Case {
+    const char* name;
+    Rect place;
+    Rect from;
+    std::vector<std::string> rows;
+  };
+  const std::vector<Case> cases = {
+      {"same size", {0, 0, 6, 3}, {0, 0, 6, 3}, {"00654321", "00765432", "00876543"}},
+      {"a part", {1, 0, 4, 1}, {2, 0, 5, 1}, {"00007650", "00000000", "00000000"}},
+      {"shrunk", {0, 0, 3, 3}, {0, 0, 6, 3}, {"00000400", "00000642", "00000040"}},
+      {"shrunk a little", {1, 0, 6, 3}, {0, 0, 6, 3}, {"00650210", "00764320", "00874430"}},
+  };
+  Graphics& graphics = this->graphics();
+  const DeviceContext screen = graphics.GetDC(nullptr);
+  for (const Case& row : cases) {
+    for (const std::uint32_t upright : {std::uint32_t{0}, kLayoutBitmapsUpright}) {
+      SCOPED_TRACE(std::string(row.name) + (upright != 0 ? ", bitmaps upright" : ""));
+      typename TestFixture::Picture target(graphics, screen, {8, 3});
+      graphics.SetLayout(target.context, kLayoutRightToLeft | upright);
+      const std::vector<std::uint8_t> rows = this->NumberedRows(6, 3);
+      EXPECT_NE(graphics.StretchDIBits(target.context, row.place, row.from, rows.data(),
+                                       this->Form(6, 3)),
+                0);
+      EXPECT_EQ(target.Rows(), row.rows);
+    }
+  }
+  EXPECT_EQ(graphics.ReleaseDC(nullptr, screen), 1);
+}
+
 TYPED_TEST_P(WindowConformance, CopiesBetweenMirroredContextsAreTurned) {
   struct Case {
     std::uint32_t target;
@@ -554,16 +621,15 @@ TYPED_TEST_P(WindowConformance, ABitmapIsInOneContextAtATime) {
   EXPECT_EQ(graphics.ReleaseDC(nullptr, screen), 1);
 }
 
-REGISTER_TYPED_TEST_SUITE_P(WindowConformance, ADialogTellsWhatItWasEndedWith, AButtonIsACommand,
-                            ADialogLocksItsOwnerAndHasTheFocusUntilItEnds,
-                            ADialogWithoutATemplateIsNotMade, AComboBoxIsSilentAboutWhatCodeDoes,
-                            AComboBoxTellsOfEachCharacterAndHasNoRowThen,
-                            AComboBoxShowsAChosenRowAfterItWasTold,
-                            AComboBoxFindsRowsLimitsTypingAndKeepsItsWidth,
-                            AnEditThatIsOnlyToBeReadTakesNoTyping,
-                            AutomaticButtonsChangeBeforeTheyTell, AControlsFontMeasuresTexts,
-                            RowsOfMemoryAreDrawnAndReadBack, ABitmapTellsItsFormAndASingleRow,
-                            CopiesAreStretchedTurnedAndCut, CopiesBetweenMirroredContextsAreTurned,
-                            ShapesAreFilledAndFramed, ABitmapIsInOneContextAtATime);
+REGISTER_TYPED_TEST_SUITE_P(
+    WindowConformance, ADialogTellsWhatItWasEndedWith, AButtonIsACommand,
+    ADialogLocksItsOwnerAndHasTheFocusUntilItEnds, ADialogWithoutATemplateIsNotMade,
+    AComboBoxIsSilentAboutWhatCodeDoes, AComboBoxTellsOfEachCharacterAndHasNoRowThen,
+    AComboBoxShowsAChosenRowAfterItWasTold, AComboBoxFindsRowsLimitsTypingAndKeepsItsWidth,
+    AnEditThatIsOnlyToBeReadTakesNoTyping, AutomaticButtonsChangeBeforeTheyTell,
+    AControlsFontMeasuresTexts, RowsOfMemoryAreDrawnAndReadBack, ABitmapTellsItsFormAndASingleRow,
+    CopiesAreStretchedTurnedAndCut, ShrunkCopiesCombineWhatComesTogether,
+    RowsOfMemoryAreTurnedInAMirroredContext, CopiesBetweenMirroredContextsAreTurned,
+    ShapesAreFilledAndFramed, ABitmapIsInOneContextAtATime);
 
 }  // namespace ostrel

@@ -245,25 +245,10 @@ TEST(BookletBinding, TakesTheValueOfItsRow) {
   EXPECT_EQ(stage.own().BookletBinding, 33);
 }
 
-struct BoxCase {
-  const char* name;
-  std::int32_t control;
-  std::int16_t PrivateDevmode::*field;
-};
-void PrintTo(const BoxCase& row, std::ostream* out) {
-  *out << row.name;
-}
-const BoxCase kBoxCases[] = {
-    {"Cover", 1394, &PrivateDevmode::BookletPrintCover},
-    {"FrontOutside", 1395, &PrivateDevmode::BookletPrintOnCoverOutside},
-    {"FrontInside", 1396, &PrivateDevmode::BookletPrintOnCoverInside},
-    {"BackOutside", 1397, &PrivateDevmode::BoookletPrintOnBackCoverOutside},
-    {"BackInside", 1398, &PrivateDevmode::BoookletPrintOnBackCoverInside},
-};
+class BookletBox : public testing::TestWithParam<test::BookletBoxRow> {};
 
-class BookletBox : public testing::TestWithParam<BoxCase> {};
-
-INSTANTIATE_TEST_SUITE_P(Boxes, BookletBox, testing::ValuesIn(kBoxCases), test::CaseName());
+INSTANTIATE_TEST_SUITE_P(Boxes, BookletBox, testing::ValuesIn(test::kBookletBoxes),
+                         test::CaseName());
 
 TEST_P(BookletBox, ChangesItsFieldOfTheSnapshotAlone) {
   BookletStage stage;
@@ -522,17 +507,27 @@ TEST(BookletTips, FollowTheChoicesInTheDialog) {
   }));
 }
 
-TEST(BookletTips, AMovementOfTheMouse_TakesBothIconsPlacesAnew) {
+TEST(BookletTips, AMovementOfTheMouse_GivesEachTipTheNewPlaceOfItsIcon) {
   BookletStage stage;
   EXPECT_FALSE(stage.Open([&](User& user) {
-    const auto [media, source] = stage.state().tooltips;
-    ASSERT_NE(media, nullptr);
-    ASSERT_NE(source, nullptr);
-    stage.world.platform.faults.StartTrace();
+    headless::HeadlessWindows& windows = stage.windows();
+    const auto& tooltips = stage.state().tooltips;
+    windows.Find(user.Control(1446))->screenPlace = {130, 107, 150, 125};
+    windows.Find(user.Control(1450))->screenPlace = {190, 235, 214, 259};
     user.MoveMouse({3, 3});
-    const auto& trace = stage.world.platform.faults.trace();
-    EXPECT_EQ(std::ranges::count(trace, "GetWindowRect"), 2);
-    EXPECT_EQ(std::ranges::count(trace, "SendMessageW"), 6);
+    std::size_t tip = 0;
+    for (const std::int32_t icon : {1446, 1450}) {
+      ASSERT_NE(tooltips[tip], nullptr);
+      const auto& tools = windows.Find(tooltips[tip++])->tooltip.tools;
+      ASSERT_EQ(tools.size(), 1U);
+      EXPECT_EQ(tools[0].id, reinterpret_cast<std::uintptr_t>(user.Control(icon)));
+      Rect place = {};
+      ASSERT_TRUE(windows.GetWindowRect(user.Control(icon), &place));
+      windows.MapWindowPoints(nullptr, user.dialog(), &place);
+      EXPECT_EQ(tools[0].rect, place) << icon;
+    }
+    EXPECT_NE(windows.Find(tooltips[0])->tooltip.tools[0].rect,
+              windows.Find(tooltips[1])->tooltip.tools[0].rect);
   }));
 }
 

@@ -41,9 +41,8 @@ TEST(BookletCaptions, EachControl_HasItsOwn) {
   }
   EXPECT_FALSE(stage.Open([&](User& user) {
     for (const auto& row : kCaptions) {
-      if (user.Has(row.control)) {
-        EXPECT_EQ(user.Text(row.control), BookletStage::Text(row.text)) << row.control;
-      }
+      EXPECT_TRUE(user.Has(row.control)) << row.control;
+      EXPECT_EQ(user.Text(row.control), BookletStage::Text(row.text)) << row.control;
     }
     EXPECT_EQ(stage.windows().Find(user.dialog())->text, BookletStage::Text(5081));
   }));
@@ -283,27 +282,15 @@ TEST(BookletShown, TheBinding_HasItsRowOrNone) {
   }
 }
 
-struct BoxField {
-  std::int32_t control;
-  std::int16_t PrivateDevmode::*field;
-};
-const BoxField kBoxFields[] = {
-    {1394, &PrivateDevmode::BookletPrintCover},
-    {1395, &PrivateDevmode::BookletPrintOnCoverOutside},
-    {1396, &PrivateDevmode::BookletPrintOnCoverInside},
-    {1397, &PrivateDevmode::BoookletPrintOnBackCoverOutside},
-    {1398, &PrivateDevmode::BoookletPrintOnBackCoverInside},
-};
-
 TEST(BookletShown, EachBox_IsCheckedByItsFieldAlone) {
-  for (const BoxField& set : kBoxFields) {
+  for (const test::BookletBoxRow& set : test::kBookletBoxes) {
     BookletStage stage;
-    for (const BoxField& box : kBoxFields) {
+    for (const test::BookletBoxRow& box : test::kBookletBoxes) {
       stage.own().*box.field = 0;
     }
     stage.own().*set.field = 1;
     EXPECT_FALSE(stage.Open([&](User& user) {
-      for (const BoxField& box : kBoxFields) {
+      for (const test::BookletBoxRow& box : test::kBookletBoxes) {
         EXPECT_EQ(user.Checked(box.control), box.control == set.control)
             << set.control << ", " << box.control;
       }
@@ -375,6 +362,25 @@ TEST(BookletControls, ThoseThatTheTemplateLacks_ArePassedOver) {
     EXPECT_EQ(stage.openings, 1) << lacking;
     EXPECT_EQ(std::memcmp(&before, &stage.context.devmode, sizeof(before)), 0) << lacking;
   }
+}
+
+TEST(BookletControls, WithoutTheSourceList_TheSourceStands) {
+  for (const std::int16_t source : std::initializer_list<std::int16_t>{257, 4, 0}) {
+    BookletStage stage;
+    stage.own().BookletCoverSource = source;
+    stage.RemoveControl(1393);
+    EXPECT_TRUE(stage.Open([](User& user) { EXPECT_TRUE(user.Click(1)); }));
+    EXPECT_EQ(stage.own().BookletCoverSource, source);
+  }
+}
+
+TEST(BookletModal, TheSheetBehind_IsLockedWhileTheDialogIsOpen) {
+  BookletStage stage;
+  EXPECT_FALSE(stage.Open([&](User& user) {
+    EXPECT_EQ(stage.windows().GetParent(user.dialog()), stage.sheet);
+    EXPECT_FALSE(stage.windows().Find(stage.sheet)->IsEnabled());
+  }));
+  EXPECT_EQ(stage.openings, 1);
 }
 
 }  // namespace

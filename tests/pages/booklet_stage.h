@@ -16,14 +16,34 @@
 #include <functional>
 #include <gtest/gtest.h>
 #include <memory>
+#include <ostream>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace ostrel::test {
 
+// The dialog's boxes, each with its word of the record.
+struct BookletBoxRow {
+  const char* name;
+  std::int32_t control;
+  std::int16_t PrivateDevmode::*field;
+};
+inline constexpr BookletBoxRow kBookletBoxes[] = {
+    {"Cover", 1394, &PrivateDevmode::BookletPrintCover},
+    {"FrontOutside", 1395, &PrivateDevmode::BookletPrintOnCoverOutside},
+    {"FrontInside", 1396, &PrivateDevmode::BookletPrintOnCoverInside},
+    {"BackOutside", 1397, &PrivateDevmode::BoookletPrintOnBackCoverOutside},
+    {"BackInside", 1398, &PrivateDevmode::BoookletPrintOnBackCoverInside},
+};
+inline void PrintTo(const BookletBoxRow& row, std::ostream* out) {
+  *out << row.name;
+}
+
 class BookletStage {
  public:
   using Play = std::function<void(headless::User&)>;
+  static constexpr std::uint32_t kLayoutPage = 626;
 
   // A cover is printed on A4, by a model of a family that may have both trays and has them.
   BookletStage() {
@@ -69,14 +89,26 @@ class BookletStage {
           kEnglishLibraryPath, std::make_shared<const headless::Resources>(language));
       context.languageModule = world.platform.modules.LoadLibraryW(kEnglishLibraryPath);
     }
+    // The dialog's own template plays the sheet, in which the page stands.
+    const DialogProcedure silent = [](WindowHandle, std::uint32_t, std::uintptr_t, std::intptr_t) {
+      return std::intptr_t{0};
+    };
+    sheet = windows().CreateDialogWindow(context.languageModule, 1071, nullptr, silent, 0, false);
+    const WindowHandle page =
+        windows().CreateDialogWindow(context.languageModule, kLayoutPage, sheet, silent, 0, true);
+    EXPECT_NE(page, nullptr);
     windows().onDialog = [this, play = std::move(play)](WindowHandle dialog) {
       ++openings;
       headless::User user(world.platform, dialog);
       play(user);
     };
-    return ShowBookletCoverDialog(nullptr, context);
+    const bool ok = ShowBookletCoverDialog(page, context);
+    EXPECT_TRUE(windows().Find(sheet)->IsEnabled());
+    windows().Destroy(std::exchange(sheet, nullptr));
+    return ok;
   }
-  int openings = 0;  // how often a dialog came up
+  WindowHandle sheet = nullptr;  // behind the dialog, while it is open
+  int openings = 0;              // how often a dialog came up
 
   // What may be asked of an open dialog, for tests that look once.
   struct Look {

@@ -75,7 +75,7 @@ TEST(ChosenPaper, OfTheTableIsNotLookedForInTheStore) {
 }
 
 TEST(ChosenPaper, ThatIsGoneOrHasNoIdOfTheUsersLeavesTheSize) {
-  for (const std::int16_t id : {289, 287, -1, -32768}) {
+  for (const std::int16_t id : std::initializer_list<std::int16_t>{289, 287, -1, -32768}) {
     ChoiceStage stage;
     ChoosePaper(stage.context, id);
     EXPECT_EQ(stage.Words(), (PaperWords{id, 7, 8}));

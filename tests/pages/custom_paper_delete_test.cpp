@@ -140,7 +140,7 @@ TEST(DeletedPaper, LeavesTheCountrysPaperWhenOnlyUnreadableOnesRemain) {
     EXPECT_TRUE(stage.user().Click(kIdOk));
   });
   EXPECT_EQ(stage.Words(), test::kA4Words);
-  EXPECT_SETTINGS(stage.world, test::SettingsTree{.papers = {broken, absurd}}.Bytes());
+  EXPECT_SETTINGS(stage.world, (test::SettingsTree{.papers = {broken, absurd}}.Bytes()));
 }
 
 TEST(DeletedPaper, MayHaveBlanksAroundItsName) {
@@ -418,7 +418,8 @@ TEST(CancelledDialog, TakesTheAnnouncementBack) {
       EXPECT_TRUE(stage.user().Click(kIdCancel));
     }));
     EXPECT_EQ(stage.shared().dmFields, kDmOrientation | kDmPaperSize);
-    EXPECT_EQ(stage.Words(), deleted ? test::kA4Words : test::CardWords(288));
+    // The paper that is left is told in inches.
+    EXPECT_EQ(stage.Words(), deleted ? test::kLetterWords : test::CardWords(288));
   }
 }
 

@@ -188,7 +188,7 @@ TEST_P(CustomPaperUnit, IsThePapersOwnOrTheCountrys) {
 
 // A stored record whose id is no user's: nothing of it counts, its unit neither.
 TEST(CustomPaperOpening, ARecordWithAnIdBelowTheOwnOnesIsNotThePaperInForce) {
-  for (const std::int16_t id : {287, 9}) {
+  for (const std::int16_t id : std::initializer_list<std::int16_t>{287, 9}) {
     CustomPaperStage stage;
     stage.Put({Photo(u"Low", static_cast<std::uint32_t>(id)), Card(u"Card", 288)});
     stage.SetWords({id, 1, 2});

@@ -433,6 +433,7 @@ TEST_P(LayoutBookletSettings, LeaveThePictureToBeDrawnAgain) {
   stage.windows().onDialog = [&](WindowHandle dialog) {
     ++openings;
     headless::User user(stage.world().platform, dialog);
+    EXPECT_FALSE(stage.user().Click(1065));  // the page behind is locked
     EXPECT_TRUE(user.Choose(1479, 1));
     EXPECT_TRUE(user.Click(GetParam().button));
   };

@@ -9,7 +9,10 @@
 #include <cstdint>
 #include <gtest/gtest.h>
 #include <initializer_list>
+#include <iterator>
+#include <memory>
 #include <ostream>
+#include <string>
 #include <vector>
 
 namespace ostrel {
@@ -124,6 +127,15 @@ class PreviewDrawing : public testing::Test {
     DrawLayoutPreview(target.context(), source.Release(), rectangle, look);
     return target.Read();
   }
+  // A bitmap of a module's, which a test gives back.
+  GdiObject Load(const headless::BitmapResource& bitmap) {
+    headless::Resources resources;
+    resources.bitmaps[888] = bitmap;
+    const std::u16string path = u"C:\\bitmaps" + std::u16string(++libraries_, u'x') + u".dll";
+    world_.platform.modules.InstallResources(
+        path, std::make_shared<const headless::Resources>(resources));
+    return World().graphics.LoadBitmapW(world_.platform.modules.LoadLibraryW(path.c_str()), 888);
+  }
   // As in a language that is read from the right.
   void ReadFromTheRight() {
     mirrored_ = true;
@@ -132,6 +144,7 @@ class PreviewDrawing : public testing::Test {
 
   test::TestWorld world_;
   bool mirrored_ = false;
+  std::size_t libraries_ = 0;
 };
 
 // ---- At full size -------------------------------------------------------------------------------
@@ -266,6 +279,20 @@ TEST_F(PreviewDrawing, FromTheRight_ThePictureStandsUpright) {
   }
 }
 
+// Systems differ in the layout of a new context in memory; the control shows the same with both.
+TEST_F(PreviewDrawing, FromTheRight_TheLayoutOfMemoryDoesNotMatter) {
+  ReadFromTheRight();
+  const Image picture = Image::Distinct(16, 12);
+  for (const std::int32_t scale : {100, 50, 70, 150, 300}) {
+    const PreviewLook look = {.level = 3, .rotate = true, .scale = scale, .booklet = false};
+    bool& memoryTakesLayout = world_.platform.graphics.memoryTakesLayout;
+    memoryTakesLayout = true;
+    const Image drawn = Draw(picture, {22, 14}, look);
+    memoryTakesLayout = false;
+    EXPECT_EQ(Draw(picture, {22, 14}, look), drawn) << scale;
+  }
+}
+
 // ---- Made smaller -------------------------------------------------------------------------------
 
 TEST_F(PreviewDrawing, AQuarter_LeavesTheFrameAtFullSizeAndThePictureInItsCorner) {
@@ -289,6 +316,31 @@ TEST_F(PreviewDrawing, AQuarter_LeavesTheFrameAtFullSizeAndThePictureInItsCorner
   }
 }
 
+// The edges apart, which are whitened.
+TEST_F(PreviewDrawing, HalfTheSize_ShowsEveryDarkLineOfAPixel) {
+  constexpr std::int32_t kSide = 21;
+  constexpr std::uint32_t kLine = 0x405060;
+  constexpr PreviewLook kHalf = {.level = 2, .rotate = false, .scale = 50, .booklet = false};
+  for (std::int32_t at = 3; at < kSide - 3; ++at) {
+    Image across = Image::Of(kSide, kSide, kWhite);
+    Image down = across;
+    for (std::int32_t i = 0; i < kSide; ++i) {
+      across.At(i, at) = kLine;
+      down.At(at, i) = kLine;
+    }
+    const Image shownAcross = Draw(across, {30, 30}, kHalf);
+    const Image shownDown = Draw(down, {30, 30}, kHalf);
+    std::int32_t rows = 0;
+    std::int32_t columns = 0;
+    for (std::int32_t i = 0; i < 30; ++i) {
+      rows += shownAcross.At(5, i) == kLine ? 1 : 0;
+      columns += shownDown.At(i, 5) == kLine ? 1 : 0;
+    }
+    EXPECT_EQ(rows, 1) << at;
+    EXPECT_EQ(columns, 1) << at;
+  }
+}
+
 TEST_F(PreviewDrawing, ScalesThatLeaveNothing_LeaveTheFrame) {
   const Image empty = WithFrame(Image::Of(12, 9, kWhite));
   for (const std::int32_t scale : {0, -1, -100, 1, 9, -2147483647 - 1}) {
@@ -304,6 +356,63 @@ TEST_F(PreviewDrawing, ScalesBeyondAllReason_AreDrawnWithinTheControl) {
     const Image drawn = Draw(Image::Of(8, 8, 0x404040), {12, 9},
                              {.level = 2, .rotate = false, .scale = scale, .booklet = false});
     EXPECT_EQ(drawn, WithFrame(Image::Of(12, 9, kWhite))) << scale;  // its white edge
+  }
+}
+
+// ---- Bitmaps of other depths --------------------------------------------------------------------
+
+constexpr std::int32_t kDepthSide = 12;
+
+// Two colours in a chequered square, which the palette or the pixels name.
+constexpr std::uint32_t kDepthColors[] = {0x405060, 0x8090A0};
+std::size_t DepthColorAt(std::int32_t x, std::int32_t y) {
+  return static_cast<std::size_t>((x / 2 + y) % 2);
+}
+
+headless::BitmapResource BitmapOfDepth(std::uint16_t bits) {
+  headless::BitmapResource bitmap = {
+      .width = kDepthSide, .height = kDepthSide, .bitsPerPixel = bits};
+  if (bits <= 8) {
+    bitmap.colors.assign(std::begin(kDepthColors), std::end(kDepthColors));
+  }
+  const std::size_t stride = (std::size_t{kDepthSide} * bits + 31) / 32 * 4;
+  bitmap.pixels.resize(stride * kDepthSide);
+  for (std::int32_t y = 0; y < kDepthSide; ++y) {
+    for (std::int32_t x = 0; x < kDepthSide; ++x) {
+      const std::size_t color = DepthColorAt(x, y);
+      const std::size_t bit = static_cast<std::size_t>(x) * bits;
+      std::byte* place =
+          &bitmap.pixels[stride * static_cast<std::size_t>(kDepthSide - 1 - y) + bit / 8];
+      if (bits <= 8) {
+        *place |= static_cast<std::byte>(color << (8 - bits - bit % 8));
+      } else {
+        for (int byte = 0; byte < 3; ++byte) {
+          place[byte] = static_cast<std::byte>(kDepthColors[color] >> (8 * byte));
+        }
+      }
+    }
+  }
+  return bitmap;
+}
+
+// Read as 24 bits a pixel, all of them are one picture.
+TEST_F(PreviewDrawing, BitmapsOfEveryDepth_AreDarkenedAndTurnedAlike) {
+  Image picture = Image::Of(kDepthSide, kDepthSide, kWhite);
+  for (std::int32_t y = 0; y < kDepthSide; ++y) {
+    for (std::int32_t x = 0; x < kDepthSide; ++x) {
+      picture.At(x, y) = kDepthColors[DepthColorAt(x, y)];
+    }
+  }
+  const Image expected = Turned(Levelled(picture, 4));
+  ASSERT_NE(expected, Turned(picture));
+  for (const std::uint16_t bits : std::initializer_list<std::uint16_t>{1, 4, 8, 24, 32}) {
+    const GdiObject bitmap = Load(BitmapOfDepth(bits));
+    ASSERT_NE(bitmap, nullptr);
+    Canvas target(Image::Of(kDepthSide, kDepthSide, kUntouched));
+    DrawLayoutPreview(target.context(), bitmap, {0, 0, kDepthSide, kDepthSide},
+                      {.level = 4, .rotate = true, .scale = 100, .booklet = false});
+    EXPECT_EQ(target.Read(), expected) << bits;
+    World().graphics.DeleteObject(bitmap);
   }
 }
 
@@ -323,9 +432,7 @@ TEST_F(PreviewDrawing, TinyPictures_AreDrawnWithEveryLook) {
           const Image drawn =
               Draw(picture, {12, 12},
                    {.level = level, .rotate = rotate, .scale = scale, .booklet = false});
-          if (size.height < 6) {
-            EXPECT_EQ(drawn, WithFrame(Image::Of(12, 12, kWhite)));
-          }
+          EXPECT_EQ(drawn, WithFrame(Image::Of(12, 12, kWhite)));
         }
       }
     }
@@ -379,6 +486,26 @@ TEST_F(PreviewDrawing, ABitmapThatCannotBeRead_DrawsNothing) {
     DrawLayoutPreview(target.context(), bitmap, {0, 0, 8, 8}, kAsItIs);
     world_.platform.faults.Clear();
     EXPECT_EQ(target.Read(), Image::Of(8, 8, kUntouched)) << operation;
+  }
+}
+
+TEST_F(PreviewDrawing, ABitmapOfWhichRowsAreMissing_DrawsNothing) {
+  Canvas source(Image::Distinct(8, 8));
+  Canvas target(Image::Of(8, 8, kUntouched));
+  world_.platform.graphics.mostRowsRead = 7;
+  DrawLayoutPreview(target.context(), source.Release(), {0, 0, 8, 8}, kAsItIs);
+  world_.platform.graphics.mostRowsRead = 8;
+  EXPECT_EQ(target.Read(), Image::Of(8, 8, kUntouched));
+}
+
+TEST_F(PreviewDrawing, ABitmapWithoutASize_DrawsNothing) {
+  for (const Size size : {Size{0, 5}, Size{5, 0}, Size{-4, 4}, Size{4, -4}}) {
+    const GdiObject bitmap = Load({.width = size.width, .height = size.height, .bitsPerPixel = 24});
+    ASSERT_NE(bitmap, nullptr);
+    Canvas target(Image::Of(8, 8, kUntouched));
+    DrawLayoutPreview(target.context(), bitmap, {0, 0, 8, 8}, kAsItIs);
+    EXPECT_EQ(target.Read(), Image::Of(8, 8, kUntouched)) << size.width << " x " << size.height;
+    World().graphics.DeleteObject(bitmap);
   }
 }
 

@@ -266,10 +266,12 @@ class LayoutPictures(unittest.TestCase):
             self.assertGreater(pixels.count(shapes.WHITE), len(pixels) / 2, number)
 
     def test_have_strokes_that_all_degrees_of_darkness_tell_apart(self):
-        for color in (shapes.INK, shapes.TEXT):
-            for change in (30, 15, -25, -50):  # as the page lightens and darkens
-                for part in color:
-                    self.assertTrue(0 <= part + change <= 255, (color, change))
+        for color in (shapes.INK, shapes.TEXT, shapes.HINGE, SHADOW):
+            # As the page lightens and darkens, each part stopping at its end.
+            shown = [tuple(min(max(part + change, 0), 255) for part in color)
+                     for change in (30, 15, 0, -25, -50)]
+            self.assertEqual(len(set(shown)), len(shown), color)
+            self.assertNotIn(shapes.WHITE, shown, color)
 
     def test_of_different_settings_differ(self):
         rows = {number: tuple(map(tuple, self.bitmaps[number].rows)) for number in LAYOUTS}

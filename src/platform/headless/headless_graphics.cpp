@@ -230,7 +230,7 @@ DeviceContext HeadlessGraphics::CreateCompatibleDC(DeviceContext context) {
               .pixels = &firstBitmap_,
               .bitmap = StockBitmap(),
               .isTwoColored = true,
-              .layout = model == nullptr ? 0 : model->layout});
+              .layout = model == nullptr || !memoryTakesLayout ? 0 : model->layout});
 }
 
 bool HeadlessGraphics::DeleteDC(DeviceContext context) {
@@ -314,7 +314,14 @@ Extent OnSurface(Extent extent, std::int32_t width, std::uint32_t layout, bool m
 }
 
 Sampling SamplingOf(std::int32_t stretchMode) {
-  return stretchMode == kStretchHalftone ? Sampling::kFloor : Sampling::kNearest;
+  switch (stretchMode) {
+    case kStretchDeleteScans:
+      return Sampling::kOneOf;
+    case kStretchHalftone:
+      return Sampling::kFloor;
+    default:
+      return Sampling::kCombine;
+  }
 }
 
 }  // namespace
@@ -402,7 +409,9 @@ int HeadlessGraphics::GetDIBits(DeviceContext context, GdiObject bitmap, std::ui
   }
   form->biSizeImage = static_cast<std::uint32_t>(RowBytes(form->biWidth)) *
                       static_cast<std::uint32_t>(std::abs(form->biHeight));
-  return pixels == nullptr ? 1 : ReadRows(found->pixels, firstRow, rows, *form, pixels);
+  return pixels == nullptr
+             ? 1
+             : ReadRows(found->pixels, firstRow, std::min(rows, mostRowsRead), *form, pixels);
 }
 
 int HeadlessGraphics::StretchDIBits(DeviceContext target, const Rect& place, const Rect& from,

@@ -67,7 +67,7 @@ class HeadlessGraphics final : public Graphics {
   bool BitBlt(DeviceContext target, const Rect& place, DeviceContext source, Point from) override;
   bool StretchBlt(DeviceContext target, const Rect& place, DeviceContext source,
                   const Rect& from) override;
-  // The modes that combine pixels take one of them here, like the one that leaves pixels out.
+  // The mode that keeps the bits of any of the pixels (2) keeps those of all of them here.
   int SetStretchBltMode(DeviceContext context, std::int32_t mode) override;
   bool FillRect(DeviceContext target, const Rect& place, GdiObject brush) override;
   bool Rectangle(DeviceContext target, const Rect& place) override;
@@ -95,6 +95,9 @@ class HeadlessGraphics final : public Graphics {
   std::vector<Copy> copies;
 
   std::int32_t logPixelsY = 96;  // dots per inch of every context
+  // Whether a new context in memory has the layout of its model: systems differ.
+  bool memoryTakesLayout = true;
+  std::uint32_t mostRowsRead = 0xFFFFFFFF;  // by one GetDIBits
 
   // Bitmaps, pens and contexts that were not given back.
   std::size_t liveBitmaps() const { return bitmaps_.size(); }

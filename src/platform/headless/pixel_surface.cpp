@@ -4,6 +4,7 @@
 #include <array>
 #include <cstdlib>
 #include <cstring>
+#include <functional>
 #include <span>
 
 namespace ostrel::headless {
@@ -37,8 +38,8 @@ class StoredRows {
       return {Byte(row + bit / 8), Byte(row + bit / 8 + 1), Byte(row + bit / 8 + 2)};
     }
     const std::size_t shift = 8 - bitmap_.bitsPerPixel - bit % 8;
-    const std::size_t index =
-        (std::size_t{Byte(row + bit / 8)} >> shift) & ((std::size_t{1} << bitmap_.bitsPerPixel) - 1);
+    const std::size_t index = (std::size_t{Byte(row + bit / 8)} >> shift) &
+                              ((std::size_t{1} << bitmap_.bitsPerPixel) - 1);
     const std::uint32_t color = index < bitmap_.colors.size() ? bitmap_.colors[index] : 0;
     return {static_cast<std::uint8_t>(color), static_cast<std::uint8_t>(color >> 8),
             static_cast<std::uint8_t>(color >> 16)};
@@ -55,34 +56,44 @@ class StoredRows {
 
 // ---- Copies -------------------------------------------------------------------------------------
 
-// The pixel that the i-th of `count` takes of `available` ones.
-std::int32_t Taken(std::int64_t i, std::int64_t count, std::int64_t available, Sampling sampling) {
-  if (count == available) {
-    return static_cast<std::int32_t>(i);
-  }
-  std::int64_t taken = i * available / count;
-  if (sampling == Sampling::kNearest && count < available) {
-    taken = (2 * (i + 1) * available - count - 1) / (2 * count);
-  } else if (sampling == Sampling::kNearest) {
-    taken = ((2 * i + 1) * available - 1) / (2 * count);
-  }
-  return static_cast<std::int32_t>(taken);
+// The pixels that the i-th of `count` takes of `available` ones.
+struct Taken {
+  std::int32_t first;
+  std::int32_t last;
+};
+
+std::int64_t LastTaken(std::int64_t i, std::int64_t count, std::int64_t available) {
+  return (2 * (i + 1) * available - count) / (2 * count);
 }
 
-// What one side of a copy comes to: the target's pixels from `first` on, and the source's pixel
+Taken TakenAt(std::int64_t i, std::int64_t count, std::int64_t available, Sampling sampling) {
+  if (count < available && sampling != Sampling::kFloor) {
+    return {static_cast<std::int32_t>(i == 0 ? 0 : LastTaken(i - 1, count, available) + 1),
+            static_cast<std::int32_t>(LastTaken(i, count, available))};
+  }
+  const bool isFloor = count == available || sampling == Sampling::kFloor;
+  const auto taken = static_cast<std::int32_t>(
+      isFloor ? i * available / count : ((2 * i + 1) * available - 1) / (2 * count));
+  return {taken, taken};
+}
+
+// What one side of a copy comes to: the target's pixels from `first` on, and the source's pixels
 // for each of them.
 struct Side {
   std::int32_t first = 0;
-  std::vector<std::int32_t> from = {};
+  std::vector<std::int32_t> from = {};  // the first of them
+  std::vector<std::int32_t> last = {};  // the last of them
 
+  bool Combines() const { return from != last; }
   // Whether each pixel comes from behind the one before it.
   bool RunsOn() const {
-    return from.empty() ||
+    return !Combines() &&
            (from.back() - from.front() == static_cast<std::int32_t>(from.size()) - 1 &&
             std::ranges::adjacent_find(from, std::ranges::greater_equal()) == from.end());
   }
 };
 
+// What lies beyond the source is cut off from the pixels that come together.
 Side PlanSide(Extent to, std::int32_t targetSize, Extent from, std::int32_t sourceSize,
               Sampling sampling) {
   const std::int32_t count = to.Count();
@@ -91,20 +102,51 @@ Side PlanSide(Extent to, std::int32_t targetSize, Extent from, std::int32_t sour
   Side side;
   const std::int32_t begin = std::max(0, -to.First());
   const std::int32_t end = available == 0 ? 0 : std::min(count, targetSize - to.First());
-  side.from.reserve(static_cast<std::size_t>(std::max(0, end - begin)));
+  const auto room = static_cast<std::size_t>(std::max(0, end - begin));
+  side.from.reserve(room);
+  side.last.reserve(room);
   for (std::int32_t i = begin; i < end; ++i) {
-    const std::int32_t place = to.First() + i;
-    const std::int32_t taken =
-        from.First() + Taken(turns ? count - 1 - i : i, count, available, sampling);
-    if (taken < 0 || taken >= sourceSize) {
+    const auto [first, last] = TakenAt(turns ? count - 1 - i : i, count, available, sampling);
+    const std::int32_t inside = std::max(from.First() + first, 0);
+    const std::int32_t lastInside = std::min(from.First() + last, sourceSize - 1);
+    if (inside > lastInside) {
       continue;
     }
     if (side.from.empty()) {
-      side.first = place;
+      side.first = to.First() + i;
     }
-    side.from.push_back(taken);
+    side.from.push_back(inside);
+    side.last.push_back(lastInside);
   }
   return side;
+}
+
+// The bits that rows have in common, for each of their bytes.
+void CombineRows(std::vector<std::uint8_t>& combined, const PixelRows& source, std::int32_t first,
+                 std::int32_t last) {
+  const std::uint8_t* row = source.top + first * source.strideBytes;
+  std::copy_n(row, combined.size(), combined.begin());
+  for (std::int32_t y = first + 1; y <= last; ++y) {
+    const std::uint8_t* next = source.top + y * source.strideBytes;
+    std::ranges::transform(combined, std::span(next, combined.size()), combined.begin(),
+                           std::bit_and<>());
+  }
+}
+
+// The bits that a row's pixels have in common, for each of those that come together.
+void CombineColumns(std::uint8_t* target, const std::uint8_t* source, const Side& columns) {
+  for (std::size_t i = 0; i < columns.from.size(); ++i) {
+    const std::uint8_t* pixel = source + OffsetOf(columns.from[i]);
+    Pixel bits = {pixel[0], pixel[1], pixel[2]};
+    for (std::int32_t x = columns.from[i] + 1; x <= columns.last[i]; ++x) {
+      pixel += kPixelBytes;
+      bits = {static_cast<std::uint8_t>(bits[0] & pixel[0]),
+              static_cast<std::uint8_t>(bits[1] & pixel[1]),
+              static_cast<std::uint8_t>(bits[2] & pixel[2])};
+    }
+    std::memcpy(target, bits.data(), kPixelBytes);
+    target += kPixelBytes;
+  }
 }
 
 void CopyRow(std::uint8_t* target, const std::uint8_t* source, const Side& columns) {
@@ -245,24 +287,36 @@ std::int32_t ReadRows(const Surface& surface, std::uint32_t firstRow, std::uint3
 // ---- Copies and shapes --------------------------------------------------------------------------
 
 void CopyPixels(Surface& target, const PixelRows& source, const CopyJob& job) {
-  const Side columns = PlanSide(job.toX, target.width(), job.fromX, source.width, job.sampling);
-  const Side rows = PlanSide(job.toY, target.height(), job.fromY, source.height, job.sampling);
+  Side columns = PlanSide(job.toX, target.width(), job.fromX, source.width, job.sampling);
+  Side rows = PlanSide(job.toY, target.height(), job.fromY, source.height, job.sampling);
   if (columns.from.empty() || rows.from.empty()) {
     return;
   }
+  if (job.sampling == Sampling::kOneOf) {
+    columns.from = columns.last;
+    rows.last = rows.from;
+  }
   const bool runsOn = columns.RunsOn();
+  const bool combines = columns.Combines();
   const std::size_t bytes = OffsetOf(static_cast<std::int32_t>(columns.from.size()));
+  std::vector<std::uint8_t> combined(rows.Combines() ? OffsetOf(source.width) : 0);
   const std::uint8_t* before = nullptr;
   for (std::size_t i = 0; i < rows.from.size(); ++i) {
     std::uint8_t* to =
         target.Row(rows.first + static_cast<std::int32_t>(i)) + OffsetOf(columns.first);
     const std::uint8_t* from = source.top + rows.from[i] * source.strideBytes;
+    if (rows.from[i] != rows.last[i]) {
+      CombineRows(combined, source, rows.from[i], rows.last[i]);
+      from = combined.data();
+    }
     if (job.leftOut) {
       CopyRowWithout(to, from, columns, PixelOf(*job.leftOut));
     } else if (runsOn) {
       std::memcpy(to, from + OffsetOf(columns.from.front()), bytes);
     } else if (i != 0 && rows.from[i] == rows.from[i - 1]) {
       std::memcpy(to, before, bytes);
+    } else if (combines) {
+      CombineColumns(to, from, columns);
     } else {
       CopyRow(to, from, columns);
     }

@@ -80,10 +80,12 @@ struct Extent {
   Extent Turned() const { return {start + length - (length < 0 ? -1 : 1), -length}; }
 };
 
-// Which pixels a copy takes when it changes the size.
+// What a copy makes of the pixels that come together when it makes a picture smaller. A bigger
+// picture repeats its pixels, and repeats the same ones for the first two.
 enum class Sampling {
-  kNearest,  // those next to where it looks, the later ones of a bigger picture
-  kFloor,    // those in which the place lies that it looks at
+  kCombine,  // the bits that all of them have: dark strokes stay
+  kOneOf,    // one of them: the last one of a row's, the first one of a column's
+  kFloor,    // the one in which the place lies that the copy looks at
 };
 
 // Copies a rectangle onto another, stretching it to fit, and turning it where the two run in
@@ -93,7 +95,7 @@ struct CopyJob {
   Extent toY;
   Extent fromX;
   Extent fromY;
-  Sampling sampling = Sampling::kNearest;
+  Sampling sampling = Sampling::kCombine;
   std::optional<std::uint32_t> leftOut = std::nullopt;
 };
 void CopyPixels(Surface& target, const PixelRows& source, const CopyJob& job);

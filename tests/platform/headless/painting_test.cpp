@@ -210,6 +210,9 @@ TEST_F(Painting, StretchedCopyTurnsByExtentsBelowZero) {
 
 TEST_F(Painting, ShrunkCopyGoesByTheModeOfTheTarget) {
   const DeviceContext target = Memory(3, 3);
+  // Two digits come together; the bits of both stay: 1 and 2, 3 and 4, 5 and 6, and so on.
+  EXPECT_TRUE(graphics_.StretchBlt(target, {0, 0, 3, 3}, source_, {0, 0, 6, 3}));
+  EXPECT_THAT(Shown(target), ElementsAre("004", "246", "040"));
   EXPECT_EQ(graphics_.SetStretchBltMode(target, kStretchDeleteScans), 1);
   EXPECT_TRUE(graphics_.StretchBlt(target, {0, 0, 3, 3}, source_, {0, 0, 6, 3}));
   EXPECT_THAT(Shown(target), ElementsAre("246", "357", "468"));
