@@ -73,6 +73,12 @@ TEST(LayoutCancel, LeavesTheCallersRecordUntouched) {
 
 TEST(LayoutDrawing, SheetPictureStandsInTheMiddle) {
   LayoutStage stage;
+  for (auto& control : stage.dialog().controls) {
+    if (control.id == 1388) {  // as large as its picture otherwise
+      control.place.width = static_cast<std::int16_t>(control.place.width + 20);
+      control.place.height = static_cast<std::int16_t>(control.place.height + 10);
+    }
+  }
   ASSERT_TRUE(stage.Open());
   const auto drawn = stage.user().Draw(1388);
   ASSERT_TRUE(drawn.has_value());
