@@ -47,7 +47,8 @@ class PaperNameBox final : public TextEdit {
   void ShowText(std::u16string_view text);
   // Puts another text in the place of what the user has typed, with the caret at its end.
   void PutBack(std::u16string_view text);
-  // The text just as it is.
+  // The text just as it is, with the blanks that TextEdit leaves out.
+  // NOLINTNEXTLINE(bugprone-parent-virtual-call): that override is what is passed over.
   void ReadText(std::span<char16_t> text) { EditBase::GetText(text); }
 
  private:
