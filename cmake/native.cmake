@@ -64,13 +64,17 @@ add_custom_target(ostrel_test_dialogs DEPENDS ${test_dialogs})
 # the sanitizers stands what they prove.
 add_library(ostrel_test_objects OBJECT
   ${OSTREL_TEST_SOURCES}
+  ${CMAKE_SOURCE_DIR}/hosts/job_settings.cpp
+  ${CMAKE_SOURCE_DIR}/hosts/print_job.cpp
   ${CMAKE_SOURCE_DIR}/hosts/record_fields.cpp
+  ${CMAKE_SOURCE_DIR}/neighbours/render_driver/render_driver.cpp
   ${CMAKE_SOURCE_DIR}/tests/platform/headless/test_dialogs.cpp
   ${CMAKE_SOURCE_DIR}/tests/scenarios/scenario_player.cpp
   ${CMAKE_SOURCE_DIR}/tests/scenarios/sheet_scenario.cpp
   ${CMAKE_SOURCE_DIR}/tests/support/test_main.cpp)
 target_include_directories(ostrel_test_objects PRIVATE
-  ${CMAKE_SOURCE_DIR}/src ${CMAKE_SOURCE_DIR}/tests ${CMAKE_SOURCE_DIR}/hosts)
+  ${CMAKE_SOURCE_DIR}/src ${CMAKE_SOURCE_DIR}/tests ${CMAKE_SOURCE_DIR}/hosts
+  ${CMAKE_SOURCE_DIR}/neighbours)
 target_compile_definitions(ostrel_test_objects PRIVATE
   OSTREL_SCENARIOS="${CMAKE_SOURCE_DIR}/tests/scenarios"
   OSTREL_TEST_DIALOGS="${test_dialogs}")

@@ -86,7 +86,8 @@ file(MAKE_DIRECTORY ${CMAKE_BINARY_DIR}/json_include)
 find_path(OSTREL_JSON_HEADERS nlohmann/json.hpp PATHS /usr/include NO_CMAKE_FIND_ROOT_PATH REQUIRED)
 file(CREATE_LINK ${OSTREL_JSON_HEADERS}/nlohmann ${CMAKE_BINARY_DIR}/json_include/nlohmann SYMBOLIC)
 
-add_library(ostrel_print_system_setup STATIC hosts/print_system_setup.cpp)
+add_library(ostrel_print_system_setup STATIC
+  hosts/import_patch.cpp hosts/print_system_setup.cpp)
 target_link_libraries(ostrel_print_system_setup PUBLIC ostrel_windows winspool)
 target_include_directories(ostrel_print_system_setup PUBLIC ${CMAKE_SOURCE_DIR}/hosts)
 
@@ -113,6 +114,15 @@ ostrel_add_program(printing_preferences
   hosts/printing_preferences.cpp hosts/record_fields.cpp hosts/report_kept.cpp hosts/screenshot.cpp)
 target_link_libraries(printing_preferences
   PRIVATE ostrel_sheet_driver ostrel_logic ostrel_win32 gdi32)
+
+# Plays an application and the graphics engine that print a document: tools/print-pages runs it.
+ostrel_add_program(print_document
+  hosts/job_settings.cpp hosts/print_document.cpp hosts/print_job.cpp hosts/record_fields.cpp
+  hosts/render_driver_link.cpp hosts/sample_document.cpp
+  neighbours/render_driver/render_driver.cpp)
+target_include_directories(print_document PRIVATE ${CMAKE_SOURCE_DIR}/neighbours)
+target_link_libraries(print_document
+  PRIVATE ostrel_print_system_setup ostrel_logic ostrel_win32 gdi32)
 
 ostrel_add_program(print_system_bench
   bench/print_system/print_system_bench.cpp bench/print_system/sheet_cost.cpp
