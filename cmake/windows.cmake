@@ -120,6 +120,7 @@ ostrel_add_program(print_document
   hosts/job_settings.cpp hosts/print_document.cpp hosts/print_job.cpp hosts/record_fields.cpp
   hosts/render_driver_link.cpp hosts/sample_document.cpp
   neighbours/render_driver/render_driver.cpp)
+add_dependencies(print_document ${OSTREL_RESOURCE_LIBRARIES})
 target_include_directories(print_document PRIVATE ${CMAKE_SOURCE_DIR}/neighbours)
 target_link_libraries(print_document
   PRIVATE ostrel_print_system_setup ostrel_logic ostrel_win32 gdi32)

@@ -77,6 +77,8 @@ DriverDevmode RecordOfFile(const Printer& printer, const std::wstring& path) {
   }
   const std::wstring folder = path.substr(0, path.find_last_of(L'\\') + 1);
   DriverDevmode record = AskRecord(printer, nullptr, DM_OUT_BUFFER);
+  // The default paper is the country's; the pages are to be looked at side by side.
+  record.publicDevmode.dmPaperSize = DMPAPER_A4;
   ApplyJobSettings(record, text, std::u16string(folder.begin(), folder.end()));
   return AskRecord(printer, &record, DM_IN_BUFFER | DM_OUT_BUFFER);
 }

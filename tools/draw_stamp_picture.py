@@ -1,4 +1,4 @@
-#!/usr/bin/env python3
+#!/usr/bin/python3
 """Draws the picture that the jobs of hosts/jobs stamp onto pages: draw_stamp_picture.py FILE.bmp"""
 
 import math
