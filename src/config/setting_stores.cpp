@@ -1,6 +1,7 @@
 #include "config/setting_stores.h"
 
 #include "core/language.h"
+#include "core/message_box.h"
 #include "core/own_place.h"
 #include "core/printer_store.h"
 #include "core/process_state.h"
@@ -193,9 +194,7 @@ SettingsFileState Corrupt(ScopedCfg file) {
     CopyText(caption, u"Config File");
     CopyText(text, u"File Corruption!");
   }
-  World().windows.MessageBoxW(
-      nullptr, text, caption,
-      kMbIconError | (Process().RightToLeftLanguage ? kMbRightToLeft : std::uint32_t{0}));
+  ShowMessageBox(nullptr, text, caption, kMbIconError);
   return SettingsFileState::kCorrupt;
 }
 

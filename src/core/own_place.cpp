@@ -20,7 +20,7 @@ OwnPlace::OwnPlace() {
 
 std::u16string_view OwnPlace::modulePrefix() const {
   constexpr std::u16string_view kEnding = u"PCL6ui";
-  std::u16string_view prefix = stem_;
+  std::u16string_view prefix = stem_.substr(0, kModulePrefixUnits);
   if (prefix.size() > kEnding.size() && prefix.ends_with(kEnding)) {
     prefix.remove_suffix(kEnding.size());
   }

@@ -8,6 +8,9 @@
 
 namespace ostrel {
 
+// The most that a prefix of our neighbours' names may have.
+inline constexpr std::size_t kModulePrefixUnits = 129;
+
 // The place of this library. All texts are empty when the system doesn't tell it.
 class OwnPlace {
  public:
@@ -19,8 +22,8 @@ class OwnPlace {
   std::u16string_view directory() const { return directory_; }
   // The file name without directory and extension.
   std::u16string_view stem() const { return stem_; }
-  // `ModulePrefix`: the stem less a final "PCL6ui" when it is longer than that, else the whole
-  // stem. It names the ini file, the settings file and the neighbouring programs.
+  // `ModulePrefix`: the first 129 units of the stem less a final "PCL6ui" when they are longer than
+  // that, else all of them. It names the ini file, the settings file and the neighbouring programs.
   std::u16string_view modulePrefix() const;
 
  private:

@@ -64,6 +64,11 @@ struct ProcessState {
   // Where the page of the job's PIN stands in the document sheet's table; 0 when it isn't shown.
   std::int32_t JobPinPageIndex = 0;
 
+  // What a job tells the status monitor: the record, and the printer's name that it points to. Two
+  // jobs at the same moment can mix two names.
+  CopyData MonitorCopyData = {};
+  char16_t MonitorPrinterName[kMaxPathUnits] = {};
+
   // What the pages' dialogs are made in; kNone until one could be made.
   ActivationContext PageActivationContext = ActivationContext::kNone;
 

@@ -1,9 +1,9 @@
 #include "core/sheet_frame.h"
 
 #include "config/setting_stores.h"
+#include "core/companion.h"
 #include "core/devmode_lifecycle.h"
 #include "core/devmode_queries.h"
-#include "core/driver_directory.h"
 #include "core/language.h"
 #include "core/library_lifetime.h"
 #include "core/model_table.h"
@@ -11,34 +11,18 @@
 #include "core/printer_store.h"
 #include "core/process_state.h"
 #include "core/string_ids.h"
-#include "core/text.h"
 
 #include <array>
 #include <cstddef>
 #include <iterator>
-#include <string_view>
 
 namespace ostrel {
 namespace {
 
 // ---- The companion library ----------------------------------------------------------------------
 
-constexpr std::u16string_view kCompanionName = u"\\olunidrvui.dll";
-
 // Its entries have the signature of this driver's own.
 using CompanionEntry = std::int32_t (*)(SheetInfo* info, std::intptr_t lParam);
-
-// The neighbour that shows the choice of a universal printer's model. It is loaded while a sheet
-// opens, from the folder of drivers and from nowhere else.
-ModuleHandle LoadCompanion() {
-  char16_t directory[kMaxPathUnits] = {};
-  ReadDriverDirectory(directory);
-  char16_t path[kMaxPathUnits] = {};
-  TextBuilder text(path);
-  text.Add(FieldText(directory)).Add(kDriverVersionFolder).Add(kCompanionName);
-  // Without the directory, or cut, the path would name another file.
-  return directory[0] != u'\0' && text.fits() ? World().modules.LoadLibraryW(path) : nullptr;
-}
 
 CompanionEntry FindEntry(ModuleHandle companion, const char* name) {
   return reinterpret_cast<CompanionEntry>(World().modules.GetProcAddress(companion, name));

@@ -1,7 +1,7 @@
 #include "pages/warning_boxes.h"
 
 #include "core/language.h"
-#include "core/process_state.h"
+#include "core/message_box.h"
 #include "core/text.h"
 #include "pages/media_rules.h"
 
@@ -22,10 +22,7 @@ BoxText Load(ModuleHandle module, std::uint32_t stringId) {
 
 int ShowBox(WindowHandle owner, const char16_t* text, const char16_t* title,
             std::uint32_t buttons = 0) {
-  const std::uint32_t style =
-      buttons | kMbIconExclamation |
-      (Process().RightToLeftLanguage ? std::uint32_t{kMbRightToLeft} : std::uint32_t{0});
-  return World().windows.MessageBoxW(owner, text, title, style);
+  return ShowMessageBox(owner, text, title, buttons | kMbIconExclamation);
 }
 
 void Show(WindowHandle owner, ModuleHandle module, const BoxText& text) {

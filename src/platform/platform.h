@@ -59,6 +59,8 @@ class Locale {
                              const char16_t* format, char16_t* buffer, int units) = 0;
   virtual int GetTimeFormatW(std::uint32_t locale, std::uint32_t flags, const SystemTime& time,
                              const char16_t* format, char16_t* buffer, int units) = 0;
+  // Makes capitals of a terminated text's letters, in their place (user32).
+  virtual void CharUpperW(char16_t* text) = 0;
   // Widens a terminated text. Result: units written with the terminator, 0 when it doesn't fit.
   virtual int MultiByteToWideChar(std::uint32_t codePage, const char* text, char16_t* buffer,
                                   int units) = 0;

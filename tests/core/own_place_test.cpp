@@ -37,6 +37,13 @@ INSTANTIATE_TEST_SUITE_P(
         PlaceCase{"WithoutAnExtension", u"C:\\d.e\\ostrelPCL6ui", u"C:\\d.e\\", u"ostrelPCL6ui",
                   u"ostrel"},
         PlaceCase{"WithTwoExtensions", u"C:\\d\\a.b.dll", u"C:\\d\\", u"a.b", u"a.b"},
+        PlaceCase{"LongestPrefix", u"C:\\" + std::u16string(123, u'p') + u"PCL6ui.dll", u"C:\\",
+                  std::u16string(123, u'p') + u"PCL6ui", std::u16string(123, u'p')},
+        PlaceCase{"EndingBehindTheLongestPrefix",
+                  u"C:\\" + std::u16string(124, u'p') + u"PCL6ui.dll", u"C:\\",
+                  std::u16string(124, u'p') + u"PCL6ui", std::u16string(124, u'p') + u"PCL6u"},
+        PlaceCase{"LongWithoutEnd", u"C:\\" + std::u16string(130, u'p') + u".dll", u"C:\\",
+                  std::u16string(130, u'p'), std::u16string(129, u'p')},
         PlaceCase{"WithoutADirectory", u"aPCL6ui.dll", u"", u"aPCL6ui", u"a"}),
     test::CaseName());
 

@@ -104,7 +104,6 @@ class FailureWalk {
     EXPECT_EQ(stage.graphics().liveContexts(), 0U);
     EXPECT_EQ(stage.world().platform.files.openFiles(), 0U);
     EXPECT_EQ(stage.world().platform.registry.openKeys(), 0U);
-    EXPECT_EQ(stage.world().platform.system.liveProcessHandles(), 0U);
     if (testing::Test::HasFailure()) {
       ADD_FAILURE() << "with call " << n << " failing: " << faults.trace().at(n - 1);
     }

@@ -180,6 +180,10 @@ class CallRecorder final : public PrintSystem,
     calls.emplace_back("GetTimeFormatW");
     return world_.platform.locale.GetTimeFormatW(locale, flags, time, format, buffer, units);
   }
+  void CharUpperW(char16_t* text) override {
+    calls.push_back("CharUpperW " + Ascii(text));
+    world_.platform.locale.CharUpperW(text);
+  }
   int MultiByteToWideChar(std::uint32_t codePage, const char* text, char16_t* buffer,
                           int units) override {
     calls.emplace_back("MultiByteToWideChar");

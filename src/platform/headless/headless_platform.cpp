@@ -202,6 +202,14 @@ int HeadlessLocale::GetTimeFormatW(std::uint32_t /*locale*/, std::uint32_t /*fla
   return HandOut(Formatted(format == nullptr ? u"HH:mm:ss" : format, time), buffer, units);
 }
 
+void HeadlessLocale::CharUpperW(char16_t* text) {
+  for (; *text != u'\0'; ++text) {
+    const bool isSmall =
+        (*text >= u'a' && *text <= u'z') || (*text >= 0xE0 && *text <= 0xFE && *text != 0xF7);
+    *text = static_cast<char16_t>(isSmall ? *text - 0x20 : *text);
+  }
+}
+
 int HeadlessLocale::MultiByteToWideChar(std::uint32_t /*codePage*/, const char* text,
                                         char16_t* buffer, int units) {
   if (faults_.ShouldFail("MultiByteToWideChar")) {

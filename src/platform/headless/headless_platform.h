@@ -66,6 +66,8 @@ class HeadlessLocale final : public Locale {
                      const char16_t* format, char16_t* buffer, int units) override;
   int GetTimeFormatW(std::uint32_t locale, std::uint32_t flags, const SystemTime& time,
                      const char16_t* format, char16_t* buffer, int units) override;
+  // Knows the letters of ASCII and of Latin 1.
+  void CharUpperW(char16_t* text) override;
   // For texts of ASCII letters, whatever the code page; others count as Latin 1.
   int MultiByteToWideChar(std::uint32_t codePage, const char* text, char16_t* buffer,
                           int units) override;
@@ -384,6 +386,8 @@ class HeadlessSystem final : public System {
   };
   std::vector<StartedProcess> startedProcesses;
   std::size_t liveProcessHandles() const { return processHandles_.size(); }
+  // Handles of a started program, of its process and of its first thread.
+  static constexpr std::size_t kHandlesPerProcess = 2;
 
   std::uint32_t threadId = 0x1234;
   std::uint32_t majorVersion = 10;

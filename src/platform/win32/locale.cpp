@@ -27,6 +27,10 @@ int SystemLocale::GetTimeFormatW(std::uint32_t locale, std::uint32_t flags, cons
                           Wide(buffer), units);
 }
 
+void SystemLocale::CharUpperW(char16_t* text) {
+  ::CharUpperW(Wide(text));
+}
+
 int SystemLocale::MultiByteToWideChar(std::uint32_t codePage, const char* text, char16_t* buffer,
                                       int units) {
   constexpr int kToTerminator = -1;

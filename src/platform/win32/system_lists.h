@@ -39,6 +39,7 @@ class SystemLocale final : public Locale {
                      const char16_t* format, char16_t* buffer, int units) override;
   int GetTimeFormatW(std::uint32_t locale, std::uint32_t flags, const SystemTime& time,
                      const char16_t* format, char16_t* buffer, int units) override;
+  void CharUpperW(char16_t* text) override;
   int MultiByteToWideChar(std::uint32_t codePage, const char* text, char16_t* buffer,
                           int units) override;
 };

@@ -195,8 +195,10 @@ bool SystemSystem::CreateProcessW(const char16_t* application, char16_t* command
                                   ProcessInformation* information) {
   std::wstring title(windowTitle == nullptr ? L"" : Wide(windowTitle));
   STARTUPINFOW startup = {};
+  static_assert(sizeof(startup) == 104);
   startup.cb = sizeof(startup);
   startup.lpTitle = windowTitle == nullptr ? nullptr : title.data();
+  startup.wShowWindow = SW_SHOW;  // the flags don't announce it, so it has no effect
   return ::CreateProcessW(Wide(application), Wide(commandLine), nullptr, nullptr, FALSE,
                           creationFlags, nullptr, nullptr, &startup,
                           reinterpret_cast<PROCESS_INFORMATION*>(information)) != FALSE;
