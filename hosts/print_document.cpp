@@ -30,6 +30,7 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace {
 
@@ -186,7 +187,12 @@ int Run(int count, wchar_t** arguments) {
     std::fputs("print_document FOLDER FILE... | --preferences FOLDER\n", stderr);
     return 2;
   }
+  // All of them before the first job: the driver may leave the process in another folder.
   const std::wstring folder = FullPath(arguments[asksUser ? 2 : 1]);
+  std::vector<std::wstring> files;
+  for (int i = 2; i < count && !asksUser; ++i) {
+    files.push_back(FullPath(arguments[i]));
+  }
   InstallDriver(OstrelPackage(), ProgramFolder());
   InstallCompanion();
   AddPrinterWithDriver(kPrinterName, kOstrelDriverName);
@@ -196,8 +202,7 @@ int Run(int count, wchar_t** arguments) {
     press.Print(AskRecord(press.printer(), &before, DM_IN_PROMPT | DM_IN_BUFFER | DM_OUT_BUFFER),
                 L"preferences", folder);
   }
-  for (int i = 2; i < count && !asksUser; ++i) {
-    const std::wstring path = FullPath(arguments[i]);
+  for (const std::wstring& path : files) {
     press.Print(RecordOfFile(press.printer(), path), StemOf(path), folder);
   }
   std::fputs(press.Table().c_str(), stdout);

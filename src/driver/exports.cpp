@@ -13,6 +13,7 @@
 #include "core/process_state.h"
 #include "core/sheet_frame.h"
 #include "driver/page_tables.h"
+#include "job/document_events.h"
 #include "platform/win32/driver_interface.h"
 #include "platform/win32/native_types.h"
 #include "platform/win32/win32_platform.h"
@@ -151,12 +152,14 @@ BOOL WINAPI DrvPrinterEvent(LPWSTR printerName, INT event, DWORD /*flags*/, LPAR
       FALSE, [&] { return ostrel::DrvPrinterEvent(Utf16(printerName), event) ? TRUE : FALSE; });
 }
 
-// Work at document events isn't built. This is what the platform documents for an event that a
-// driver doesn't support; printing goes on.
-INT WINAPI DrvDocumentEvent(HANDLE /*printer*/, HDC /*deviceContext*/, INT /*event*/,
-                            ULONG /*inputBytes*/, PVOID /*input*/, ULONG /*outputBytes*/,
-                            PVOID /*output*/) {
-  return DOCUMENTEVENT_UNSUPPORTED;
+INT WINAPI DrvDocumentEvent(HANDLE printer, HDC deviceContext, INT event, ULONG inputBytes,
+                            PVOID input, ULONG outputBytes, PVOID output) {
+  static_assert(sizeof(ULONG) == sizeof(std::uint32_t));
+  return Contained<INT>(ostrel::kDocumentEventUnsupported, [&] {
+    return ostrel::DrvDocumentEvent(
+        {ToPrinter(printer), reinterpret_cast<ostrel::DeviceContext>(deviceContext), event,
+         inputBytes, input, outputBytes, output});
+  });
 }
 
 // Adjustments for printing to an XPS document aren't built; the platform then keeps its own values.
