@@ -8,7 +8,7 @@
 
 namespace ostrel {
 
-// A bitmap or a pen of our own.
+// A bitmap, a pen, a brush or a font of our own.
 class OwnedObject {
  public:
   explicit OwnedObject(GdiObject object) : object_(object) {}
@@ -40,6 +40,25 @@ class MemoryContext {
   }
   MemoryContext(const MemoryContext&) = delete;
   MemoryContext& operator=(const MemoryContext&) = delete;
+
+  explicit operator bool() const { return context_ != nullptr; }
+  DeviceContext get() const { return context_; }
+
+ private:
+  DeviceContext context_;
+};
+
+// A context of the screen.
+class ScreenContext {
+ public:
+  ScreenContext() : context_(World().graphics.GetDC(nullptr)) {}
+  ~ScreenContext() {
+    if (context_ != nullptr) {
+      World().graphics.ReleaseDC(nullptr, context_);
+    }
+  }
+  ScreenContext(const ScreenContext&) = delete;
+  ScreenContext& operator=(const ScreenContext&) = delete;
 
   explicit operator bool() const { return context_ != nullptr; }
   DeviceContext get() const { return context_; }
