@@ -186,6 +186,9 @@ class JobStage {
 
   std::intptr_t AnswerAsMonitor(std::uint32_t message, std::uintptr_t wParam,
                                 std::intptr_t lParam) {
+    if (message == kWmDestroy) {
+      return 0;
+    }
     MonitorMessage seen = {message, wParam, lParam};
     if (message == 74) {
       seen.record = *reinterpret_cast<const CopyData*>(lParam);

@@ -22,6 +22,8 @@ namespace {
 using test::CallerBlock;
 using testing::ElementsAre;
 
+using Words = std::vector<std::uint16_t>;
+
 constexpr std::uint32_t kOk = 0;
 constexpr std::uint32_t kNotImplemented = 0x80004001;
 constexpr std::int32_t kUntouched = -77;
@@ -206,7 +208,7 @@ TEST_F(XpsAdjustment, EndsAtAnAreaThatCannotBeWritten) {
 // ---- The resolution -----------------------------------------------------------------------------
 
 TEST_F(XpsAdjustment, LeavesTheResolutionToARecordWithAQuality) {
-  for (const std::int16_t quality : {1, 300, 600, 1200, 32767}) {
+  for (const std::int16_t quality : std::vector<std::int16_t>{1, 300, 600, 1200, 32767}) {
     record_.publicDevmode.dmPrintQuality = quality;
     Properties properties;
     properties.AddNumber(kResolution);
@@ -281,7 +283,7 @@ class XpsArea : public XpsAdjustment {
 TEST_F(XpsArea, IsEachPaperOfTheTableLessFourMillimetres) {
   world_.platform.locale.country = u"1";
   for (const PaperCase& paper : kPapers) {
-    for (const std::uint16_t extra : {7676, 0, 7675}) {
+    for (const std::uint16_t extra : Words{7676, 0, 7675}) {
       record_.publicDevmode.dmPaperSize = paper.id;
       record_.publicDevmode.dmDriverExtra = extra;
       EXPECT_EQ(Area(), AreaWithin(paper.width_tenths_mm, paper.length_tenths_mm)) << paper.id;
@@ -324,7 +326,7 @@ TEST_F(XpsArea, IsThatOfLetterWhenTheCountryCannotBeTold) {
 
 // 3000 pixels are 127.0 mm, 4000 are 169.3 mm.
 TEST_F(XpsArea, IsThatOfAStoredPaper) {
-  for (const std::uint16_t id : {288, 300, 319}) {
+  for (const std::uint16_t id : Words{288, 300, 319}) {
     test::TestWorld world;
     Store(id, 3000, 4000);
     record_.publicDevmode.dmPaperSize = static_cast<std::int16_t>(id);
@@ -342,7 +344,7 @@ TEST_F(XpsArea, IsThatOfA4ForAnOwnPaperThatIsNotStored) {
 TEST_F(XpsArea, IsThatOfTheCountrysPaperForAnOwnOneInAForeignRecord) {
   Store(300, 3000, 4000);
   record_.publicDevmode.dmPaperSize = 300;
-  for (const std::uint16_t extra : {0, 7675, 7677}) {
+  for (const std::uint16_t extra : Words{0, 7675, 7677}) {
     record_.publicDevmode.dmDriverExtra = extra;
     world_.platform.locale.country = u"1";
     EXPECT_EQ(Area(), kWithinLetter) << extra;

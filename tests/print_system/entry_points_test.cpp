@@ -73,24 +73,7 @@ TEST_F(SheetWithoutDialog, OfANullPrinterStillTellsTheSize) {
   EXPECT_EQ(Ask(), 7896);
 }
 
-// ---- What isn't built yet -----------------------------------------------------------------------
-
-class DecliningEntryPoint : public testing::Test {
- protected:
-  std::unique_ptr<DriverExports> driver_ = LoadInstalledDriver();
-};
-
-TEST_F(DecliningEntryPoint, DocumentEventsAreUnsupported) {
-  for (int event = DOCUMENTEVENT_FIRST; event <= DOCUMENTEVENT_LAST; ++event) {
-    EXPECT_EQ(driver_->DrvDocumentEvent(nullptr, nullptr, event, 0, nullptr, 0, nullptr),
-              DOCUMENTEVENT_UNSUPPORTED)
-        << "event " << event;
-  }
-}
-
-TEST_F(DecliningEntryPoint, AdjustmentsForXpsAreNotImplemented) {
-  EXPECT_EQ(driver_->MxdcGetPDEVAdjustment(nullptr, 0, nullptr, 0, nullptr), E_NOTIMPL);
-}
+// ---- Loading and unloading ----------------------------------------------------------------------
 
 TEST(DllCanUnloadNow, IsAlwaysAnsweredWithYes) {
   EXPECT_EQ(LoadInstalledDriver()->DllCanUnloadNow(), S_OK);
