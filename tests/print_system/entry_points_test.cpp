@@ -1,5 +1,5 @@
-// Property-sheet and event entry points, called as the spooler would: the form without a dialog,
-// null arguments, and what is answered where the work isn't built yet.
+// Property-sheet entry points, called as the spooler would: the form without a dialog, null
+// arguments; and what loads and unloads the library.
 #include "copied_library.h"
 #include "print_system_fixture.h"
 
