@@ -132,7 +132,7 @@ int WINAPI TakeBox(HWND owner, LPCWSTR /*text*/, LPCWSTR /*title*/, UINT style) 
 TEST_F(DocumentEvents, ShowThatBoxWithAWarningSignAndWithoutAnOwner) {
   ChangeModel();
   const ImportPatch patch(kDriverLibraryFile, "USER32.dll", "MessageBoxW",
-                          reinterpret_cast<FARPROC>(&TakeBox));
+                          reinterpret_cast<FARPROC>(reinterpret_cast<void (*)()>(&TakeBox)));
   shownBox = {GetDesktopWindow(), 0};
   EXPECT_EQ(Raise(DOCUMENTEVENT_STARTDOC), -1);
   EXPECT_EQ(shownBox.owner, nullptr);

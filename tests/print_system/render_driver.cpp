@@ -17,7 +17,8 @@ int HandOut(const Word& word, int outputBytes, LPSTR output) {
 }  // namespace
 
 RenderDriver::RenderDriver()
-    : patch_(kDriverLibraryFile, "GDI32.dll", "ExtEscape", reinterpret_cast<FARPROC>(&Answer)) {
+    : patch_(kDriverLibraryFile, "GDI32.dll", "ExtEscape",
+             reinterpret_cast<FARPROC>(reinterpret_cast<void (*)()>(&Answer))) {
   current = this;
 }
 
