@@ -51,7 +51,10 @@ set_target_properties(olunidrvui PROPERTIES
   PREFIX ""
   LIBRARY_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin/neighbours)
 target_include_directories(olunidrvui
-  PRIVATE ${CMAKE_SOURCE_DIR}/neighbours/companion ${CMAKE_SOURCE_DIR}/resources)
+  PRIVATE
+    ${CMAKE_SOURCE_DIR}/neighbours
+    ${CMAKE_SOURCE_DIR}/neighbours/companion
+    ${CMAKE_SOURCE_DIR}/resources)
 target_link_libraries(olunidrvui PRIVATE ostrel_windows winspool)
 target_link_options(olunidrvui PRIVATE ${OSTREL_STATIC_LINK})
 
@@ -62,12 +65,19 @@ set_target_properties(compstui PROPERTIES
 target_link_libraries(compstui PRIVATE ostrel_windows comctl32)
 target_link_options(compstui PRIVATE ${OSTREL_STATIC_LINK})
 
-add_executable(ostrel_envelope_program WIN32 neighbours/envelope_program/envelope_program.cpp)
-set_target_properties(ostrel_envelope_program PROPERTIES
-  OUTPUT_NAME ostrelPCL6EnvDlg
-  RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin/neighbours)
-target_link_libraries(ostrel_envelope_program PRIVATE ostrel_windows)
-target_link_options(ostrel_envelope_program PRIVATE -municode ${OSTREL_STATIC_LINK})
+# A program without a console that waits to be installed.
+function(ostrel_add_neighbour name output)
+  add_executable(${name} WIN32 ${ARGN})
+  set_target_properties(${name} PROPERTIES
+    OUTPUT_NAME ${output}
+    RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin/neighbours)
+  target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR}/neighbours)
+  target_link_libraries(${name} PRIVATE ostrel_windows)
+  target_link_options(${name} PRIVATE -municode ${OSTREL_STATIC_LINK})
+endfunction()
+ostrel_add_neighbour(ostrel_envelope_program ostrelPCL6EnvDlg
+  neighbours/envelope_program/envelope_program.cpp)
+ostrel_add_neighbour(ostrel_status_monitor ostrelsm neighbours/status_monitor/status_monitor.cpp)
 
 # ---- Programs -------------------------------------------------------------------------------------
 
@@ -77,7 +87,8 @@ function(ostrel_add_program name)
   target_link_libraries(${name} PRIVATE ostrel_windows)
   target_link_options(${name} PRIVATE -municode ${OSTREL_STATIC_LINK})
   add_dependencies(${name}
-    ostrelPCL6ui ostrel_resources olunidrvui compstui ostrel_envelope_program)
+    ostrelPCL6ui ostrel_resources olunidrvui compstui
+    ostrel_envelope_program ostrel_status_monitor)
 endfunction()
 
 # nlohmann-json is headers alone, but Debian keeps it among the native ones. A link to that one
@@ -144,7 +155,8 @@ ostrel_add_program(print_system_tests
   tests/conformance/conformance_dialogs.rc
   tests/scenarios/scenario_player.cpp
   tests/scenarios/sheet_scenario.cpp)
-target_include_directories(print_system_tests PRIVATE ${CMAKE_SOURCE_DIR}/tests)
+target_include_directories(print_system_tests
+  PRIVATE ${CMAKE_SOURCE_DIR}/tests ${CMAKE_SOURCE_DIR}/neighbours)
 target_link_libraries(print_system_tests
   PRIVATE ostrel_print_system_setup ostrel_sheet_driver ostrel_logic ostrel_win32 gtest
     -lcompstui comctl32 comdlg32 psapi version)

@@ -32,16 +32,24 @@ std::wstring MultiText(const std::vector<std::wstring>& texts) {
   return list + L'\0';
 }
 
-void InstallNeighbour(const wchar_t* file) {
+std::wstring SystemFolder() {
+  wchar_t path[MAX_PATH] = {};
+  if (GetSystemDirectoryW(path, MAX_PATH) == 0) {
+    ThrowLastError("GetSystemDirectoryW");
+  }
+  return path;
+}
+
+void InstallNeighbour(const wchar_t* file, const std::wstring& folder) {
   const std::wstring from = ProgramFolder() + L"\\neighbours\\" + file;
-  CreateDirectoryW(VersionFolder().c_str(), nullptr);
-  if (CopyFileW(from.c_str(), (VersionFolder() + L"\\" + file).c_str(), FALSE) == FALSE) {
+  CreateDirectoryW(folder.c_str(), nullptr);  // fails when it is there, which is as good
+  if (CopyFileW(from.c_str(), (folder + L"\\" + file).c_str(), FALSE) == FALSE) {
     ThrowLastError(("CopyFileW of " + Utf8(from)).c_str());
   }
 }
 
-void RemoveNeighbour(const wchar_t* file) {
-  if (DeleteFileW((VersionFolder() + L"\\" + file).c_str()) == FALSE) {
+void RemoveNeighbour(const wchar_t* file, const std::wstring& folder) {
+  if (DeleteFileW((folder + L"\\" + file).c_str()) == FALSE) {
     ThrowLastError(("DeleteFileW of " + Utf8(file)).c_str());
   }
 }
@@ -115,19 +123,27 @@ void InstallDriver(const DriverPackage& package, const std::wstring& sourceFolde
 }
 
 void InstallCompanion() {
-  InstallNeighbour(kCompanionFile);
+  InstallNeighbour(kCompanionFile, VersionFolder());
 }
 
 void RemoveCompanion() {
-  RemoveNeighbour(kCompanionFile);
+  RemoveNeighbour(kCompanionFile, VersionFolder());
 }
 
 void InstallEnvelopeProgram() {
-  InstallNeighbour(kEnvelopeProgramFile);
+  InstallNeighbour(kEnvelopeProgramFile, VersionFolder());
 }
 
 void RemoveEnvelopeProgram() {
-  RemoveNeighbour(kEnvelopeProgramFile);
+  RemoveNeighbour(kEnvelopeProgramFile, VersionFolder());
+}
+
+void InstallStatusMonitor() {
+  InstallNeighbour(kStatusMonitorFile, SystemFolder());
+}
+
+void RemoveStatusMonitor() {
+  RemoveNeighbour(kStatusMonitorFile, SystemFolder());
 }
 
 void AddPrinterWithDriver(const std::wstring& printerName, const std::wstring& driverName) {

@@ -50,14 +50,17 @@ std::wstring DriverFolder();
 void InstallDriver(const DriverPackage& package, const std::wstring& sourceFolder);
 
 // The stand-ins for what lies beside the driver in its folder: the companion library, and the
-// program that some models' preferences start. Beside the running program they lie in the folder
-// "neighbours".
+// program that some models' preferences start; and for the status monitor, in the system's folder.
+// Beside the running program they lie in the folder "neighbours".
 inline constexpr wchar_t kCompanionFile[] = L"olunidrvui.dll";
 inline constexpr wchar_t kEnvelopeProgramFile[] = L"ostrelPCL6EnvDlg.exe";
 void InstallCompanion();
 void RemoveCompanion();
 void InstallEnvelopeProgram();
 void RemoveEnvelopeProgram();
+inline constexpr wchar_t kStatusMonitorFile[] = L"ostrelsm.exe";
+void InstallStatusMonitor();
+void RemoveStatusMonitor();
 
 // Makes a printer with an installed driver, unless there is one of that name.
 void AddPrinterWithDriver(const std::wstring& printerName, const std::wstring& driverName);

@@ -1,44 +1,35 @@
 // A stand-in for the driver's companion library, olunidrvui.dll: the half of the universal
 // arrangement that knows how the real model is found, and that keeps it for the user.
 //
-// What it answers is up to a tester, in DWORD values of
-// HKEY_CURRENT_USER\Software\OstrelNeighbours\ Companion: `DocumentAnswer`, `DeviceAnswer` and
-// `EventAnswer`, 1 where there is none. With `PickModel` at 1 the two sheets' functions show a
-// small dialog first, in which the user picks the model; Cancel there makes the answer 0.
-// `DocumentCalls`, `DeviceCalls` and `EventCalls` count.
+// What it answers is up to a tester, in numbers of the neighbour Companion: `DocumentAnswer`,
+// `DeviceAnswer` and `EventAnswer`, 1 where there is none. With `PickModel` at 1 the two sheets'
+// functions show a small dialog first, in which the user picks the model; Cancel there makes the
+// answer 0. `DocumentCalls`, `DeviceCalls` and `EventCalls` count. The arguments of the last event
+// are kept as `EventPrinter`, `EventContext`, `Event`, `EventInputBytes`, `EventInput`,
+// `EventOutputBytes` and `EventOutput`.
 #include "core/model_table.h"
 #include "platform/win32/driver_interface.h"
 #include "resource.h"
+#include "testers_values.h"
 
 #include <windows.h>
 #include <winspool.h>
 
 #include <cstddef>
+#include <cstdint>
 #include <sddl.h>
 #include <string>
 #include <vector>
 
 namespace {
 
-constexpr wchar_t kTestersKey[] = L"Software\\OstrelNeighbours\\Companion";
 constexpr LONG kRefused = 0;
 
 HMODULE ownModule = nullptr;
 
-// ---- The tester's values ------------------------------------------------------------------------
-
-DWORD TestersValue(const wchar_t* name, DWORD otherwise) {
-  DWORD value = otherwise;
-  DWORD size = sizeof(value);
-  return RegGetValueW(HKEY_CURRENT_USER, kTestersKey, name, RRF_RT_REG_DWORD, nullptr, &value,
-                      &size) == ERROR_SUCCESS
-             ? value
-             : otherwise;
-}
-
-void Count(const wchar_t* name) {
-  const DWORD calls = TestersValue(name, 0) + 1;
-  RegSetKeyValueW(HKEY_CURRENT_USER, kTestersKey, name, REG_DWORD, &calls, sizeof(calls));
+const ostrel::TestersValues& Tester() {
+  static const ostrel::TestersValues tester(L"Companion");
+  return tester;
 }
 
 // ---- The user's values --------------------------------------------------------------------------
@@ -150,11 +141,11 @@ bool PickModel(HANDLE printer) {
 }
 
 LONG AnswerSheet(const wchar_t* counter, const wchar_t* answer, HANDLE printer) {
-  Count(counter);
-  if (TestersValue(L"PickModel", 0) == 1 && !PickModel(printer)) {
+  Tester().Count(counter);
+  if (Tester().Number(L"PickModel") == 1 && !PickModel(printer)) {
     return kRefused;
   }
-  return static_cast<LONG>(TestersValue(answer, 1));
+  return static_cast<LONG>(Tester().Number(answer, 1));
 }
 
 // Both headers begin alike, up to the printer's handle.
@@ -164,6 +155,11 @@ HANDLE PrinterOf(LPARAM header) {
 }
 static_assert(offsetof(DEVICEPROPERTYHEADER, hPrinter) ==
               offsetof(DOCUMENTPROPERTYHEADER, hPrinter));
+
+// A handle or a pointer as a decimal number.
+std::wstring NumberText(const void* pointer) {
+  return std::to_wstring(reinterpret_cast<std::uintptr_t>(pointer));
+}
 
 }  // namespace
 
@@ -184,11 +180,17 @@ LONG WINAPI OlDevicePropertySheets(PPROPSHEETUI_INFO /*info*/, LPARAM lParam) {
   return AnswerSheet(L"DeviceCalls", L"DeviceAnswer", PrinterOf(lParam));
 }
 
-INT WINAPI OlDocumentEvent(HANDLE /*printer*/, HDC /*deviceContext*/, INT /*event*/,
-                           ULONG /*inputBytes*/, PVOID /*input*/, ULONG /*outputBytes*/,
-                           PVOID /*output*/) {
-  Count(L"EventCalls");
-  return static_cast<INT>(TestersValue(L"EventAnswer", 1));
+INT WINAPI OlDocumentEvent(HANDLE printer, HDC deviceContext, INT event, ULONG inputBytes,
+                           PVOID input, ULONG outputBytes, PVOID output) {
+  Tester().SetText(L"EventPrinter", NumberText(printer));
+  Tester().SetText(L"EventContext", NumberText(deviceContext));
+  Tester().SetNumber(L"Event", static_cast<DWORD>(event));
+  Tester().SetNumber(L"EventInputBytes", inputBytes);
+  Tester().SetText(L"EventInput", NumberText(input));
+  Tester().SetNumber(L"EventOutputBytes", outputBytes);
+  Tester().SetText(L"EventOutput", NumberText(output));
+  Tester().Count(L"EventCalls");
+  return static_cast<INT>(Tester().Number(L"EventAnswer", 1));
 }
 
 }  // extern "C"

@@ -2,9 +2,8 @@
 // the system's platform goes behind the logic when the library is attached. Each entry point
 // translates the print system's types and calls the logic; there are no decisions here.
 //
-// Promises to the print system: nothing thrown inside the library leaves an entry point, and an
-// entry point whose work isn't built yet answers as a driver does that has nothing to add.
-// docs/entry_points.md lists these.
+// Promise to the print system: nothing thrown inside the library leaves an entry point.
+// docs/entry_points.md tells what each of them answers.
 #include "core/device_capabilities.h"
 #include "core/devmode_queries.h"
 #include "core/library_lifetime.h"
@@ -14,6 +13,7 @@
 #include "core/sheet_frame.h"
 #include "driver/page_tables.h"
 #include "job/document_events.h"
+#include "job/xps_adjustment.h"
 #include "platform/win32/driver_interface.h"
 #include "platform/win32/native_types.h"
 #include "platform/win32/win32_platform.h"
@@ -21,6 +21,7 @@
 #include <windows.h>
 #include <winspool.h>
 
+using ostrel::win32::ToContext;
 using ostrel::win32::ToDevmode;
 using ostrel::win32::ToPrinter;
 using ostrel::win32::Utf16;
@@ -30,6 +31,16 @@ namespace {
 static_assert(ostrel::kPrinterEventInitialize == PRINTER_EVENT_INITIALIZE);
 static_assert(ostrel::kPrinterEventCacheRefresh == PRINTER_EVENT_CACHE_REFRESH);
 static_assert(ostrel::kDriverEventDelete == DRIVER_EVENT_DELETE);
+static_assert(ostrel::kDocumentCreateDcPre == DOCUMENTEVENT_CREATEDCPRE);
+static_assert(ostrel::kDocumentStartDoc == DOCUMENTEVENT_STARTDOC);
+static_assert(ostrel::kDocumentStartPage == DOCUMENTEVENT_STARTPAGE);
+static_assert(ostrel::kDocumentEndPage == DOCUMENTEVENT_ENDPAGE);
+static_assert(ostrel::kDocumentStartDocPost == DOCUMENTEVENT_STARTDOCPOST);
+static_assert(ostrel::kDocumentEventHandled == DOCUMENTEVENT_SUCCESS);
+static_assert(ostrel::kDocumentEventUnsupported == DOCUMENTEVENT_UNSUPPORTED);
+static_assert(ostrel::kDocumentEventRefused == DOCUMENTEVENT_FAILURE);
+static_assert(static_cast<HRESULT>(ostrel::kXpsAdjusted) == S_OK);
+static_assert(static_cast<HRESULT>(ostrel::kXpsNotAdjusted) == E_NOTIMPL);
 
 constinit ostrel::ProcessState processState;
 constinit ostrel::PageStateTable pageStates = {};
@@ -154,19 +165,21 @@ BOOL WINAPI DrvPrinterEvent(LPWSTR printerName, INT event, DWORD /*flags*/, LPAR
 
 INT WINAPI DrvDocumentEvent(HANDLE printer, HDC deviceContext, INT event, ULONG inputBytes,
                             PVOID input, ULONG outputBytes, PVOID output) {
-  static_assert(sizeof(ULONG) == sizeof(std::uint32_t));
+  // What goes wrong in here stops no job.
   return Contained<INT>(ostrel::kDocumentEventUnsupported, [&] {
-    return ostrel::DrvDocumentEvent(
-        {ToPrinter(printer), reinterpret_cast<ostrel::DeviceContext>(deviceContext), event,
-         inputBytes, input, outputBytes, output});
+    return ostrel::DrvDocumentEvent({ToPrinter(printer), ToContext(deviceContext), event,
+                                     inputBytes, input, outputBytes, output});
   });
 }
 
-// Adjustments for printing to an XPS document aren't built; the platform then keeps its own values.
-HRESULT WINAPI MxdcGetPDEVAdjustment(HANDLE /*printer*/, ULONG /*devmodeBytes*/,
-                                     const DEVMODEW* /*devmode*/, ULONG /*propertiesBytes*/,
-                                     void* /*properties*/) {
-  return E_NOTIMPL;
+HRESULT WINAPI MxdcGetPDEVAdjustment(HANDLE /*printer*/, ULONG devmodeBytes,
+                                     const DEVMODEW* devmode, ULONG propertiesBytes,
+                                     void* properties) {
+  return Contained<HRESULT>(E_NOTIMPL, [&] {
+    return static_cast<HRESULT>(
+        ostrel::MxdcGetPDEVAdjustment(devmodeBytes, ToDevmode(devmode), propertiesBytes,
+                                      static_cast<ostrel::PrintPropertiesCollection*>(properties)));
+  });
 }
 
 }  // extern "C"

@@ -37,6 +37,7 @@ struct DocumentEvent {
   void* pvIn;
   std::uint32_t cbOut;
   void* pvOut;
+  bool operator==(const DocumentEvent&) const = default;
 };
 
 // Handles one event. Refusing the start of a document refuses the job.

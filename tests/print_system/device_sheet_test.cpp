@@ -2,10 +2,10 @@
 // common property sheet itself, as a spooler does.
 #include "common_sheet.h"
 #include "copied_library.h"
+#include "neighbour_values.h"
 #include "print_system_fixture.h"
 #include "sheet_driver.h"
 #include "stored_values.h"
-#include "testers_values.h"
 
 #include <gtest/gtest.h>
 
@@ -59,7 +59,7 @@ class DeviceSheet : public testing::Test {
   std::wstring name_ = kTestPrinter;
   Printer printer_{name_};
   DEVICEPROPERTYHEADER header_ = {};
-  TestersValues tester_;
+  NeighbourValues tester_{L"Companion"};
   CommonSheetCall call_ = {};
   bool shown_ = false;
   std::wstring title_;
@@ -70,8 +70,8 @@ TEST_F(DeviceSheet, IsNotShownWhileNoLanguageHasItsPages) {
   EXPECT_LT(Show(*LoadInstalledDriver()), 0);
   EXPECT_FALSE(shown_);
   EXPECT_EQ(call_.seen, NothingOpened(-1));
-  EXPECT_EQ(tester_.Get(L"DeviceCalls"), 1U);
-  EXPECT_EQ(tester_.Get(L"DocumentCalls"), 0U);
+  EXPECT_EQ(tester_.Number(L"DeviceCalls"), 1U);
+  EXPECT_EQ(tester_.Number(L"DocumentCalls"), 0U);
 }
 
 TEST_F(DeviceSheet, ShowsBothPagesUnderThePrintersName) {
@@ -98,7 +98,7 @@ TEST_F(DeviceSheet, ShowsTheOnePageThatIsThere) {
 }
 
 TEST_F(DeviceSheet, IsLeftToTheCompanionThatDeclines) {
-  tester_.Set(L"DeviceAnswer", 0);
+  tester_.SetNumber(L"DeviceAnswer", 0);
   const auto driver = WithPages(L"test_pages.dll");
   Show(*driver->operator->());
   EXPECT_FALSE(shown_);
@@ -108,7 +108,7 @@ TEST_F(DeviceSheet, IsLeftToTheCompanionThatDeclines) {
 TEST_F(DeviceSheet, DoesNotRememberWhatTheCompanionAnswered) {
   UserValues user(kOstrelDriverName);
   user.Delete(L"Cancel");
-  tester_.Set(L"DeviceAnswer", 0);
+  tester_.SetNumber(L"DeviceAnswer", 0);
   Show(*LoadInstalledDriver());
   EXPECT_EQ(user.Get(L"Cancel"), std::nullopt);
 }
@@ -138,7 +138,7 @@ TEST_F(DeviceSheet, AnswersMinusOneToReasonsWithoutASheet) {
 
 TEST_F(DeviceSheet, IsNothingThatAProgramCanAskThisPrintSystemFor) {
   EXPECT_EQ(PrinterProperties(nullptr, printer_.get()), FALSE);
-  EXPECT_EQ(tester_.Get(L"DeviceCalls"), 0U);
+  EXPECT_EQ(tester_.Number(L"DeviceCalls"), 0U);
 }
 
 }  // namespace

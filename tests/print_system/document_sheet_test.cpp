@@ -2,10 +2,10 @@
 // the caller's record, and the neighbours and files that it needs.
 #include "common_sheet.h"
 #include "copied_library.h"
+#include "neighbour_values.h"
 #include "open_files.h"
 #include "print_system_fixture.h"
 #include "settings_folder.h"
-#include "testers_values.h"
 #include "windows_sheet.h"
 
 #include <algorithm>
@@ -342,28 +342,28 @@ class DocumentSheetCompanion : public DocumentSheetProtocol {
  protected:
   std::optional<Value> Declined() const { return driversValues_.Get(L"Cancel"); }
 
-  TestersValues tester_;
+  NeighbourValues tester_{L"Companion"};
   UserValues printersValues_{kTestPrinter};
   UserValues driversValues_{kOstrelDriverName};
 };
 
 TEST_F(DocumentSheetCompanion, IsAskedOnceASheetAndLetGo) {
   DocumentSheet sheet(in_);
-  EXPECT_EQ(tester_.Get(L"DocumentCalls"), 1U);
-  EXPECT_EQ(tester_.Get(L"DeviceCalls"), 0U);
+  EXPECT_EQ(tester_.Number(L"DocumentCalls"), 1U);
+  EXPECT_EQ(tester_.Number(L"DeviceCalls"), 0U);
   EXPECT_EQ(GetModuleHandleW(kCompanionFile), nullptr);
   EXPECT_EQ(Declined(), DwordValue(0));
 }
 
 TEST_F(DocumentSheetCompanion, ThatDeclinesIsRememberedAndTheSheetOpens) {
-  tester_.Set(L"DocumentAnswer", 0);
+  tester_.SetNumber(L"DocumentAnswer", 0);
   DocumentSheet sheet(in_);
   EXPECT_TRUE(sheet.driver().IsOpen());
   EXPECT_EQ(Declined(), DwordValue(1));
 }
 
 TEST_F(DocumentSheetCompanion, ThatFailsIsNotTakenForOneThatDeclines) {
-  tester_.Set(L"DocumentAnswer", 0xFFFFFFFF);
+  tester_.SetNumber(L"DocumentAnswer", 0xFFFFFFFF);
   DocumentSheet sheet(in_);
   EXPECT_TRUE(sheet.driver().IsOpen());
   EXPECT_EQ(Declined(), DwordValue(0));
@@ -382,7 +382,7 @@ TEST_F(DocumentSheetCompanion, ThatIsMissingLeavesNoSheet) {
 
 TEST_F(DocumentSheetCompanion, SetsTheModelThatTheSheetOpensWith) {
   constexpr int kHazelRow = 24;
-  tester_.Set(L"PickModel", 1);
+  tester_.SetNumber(L"PickModel", 1);
   DocumentSheet sheet(in_);
   const HWND picker = sheet.driver().Dialog();
   ASSERT_NE(picker, nullptr);
@@ -400,7 +400,7 @@ TEST_F(DocumentSheetCompanion, SetsTheModelThatTheSheetOpensWith) {
 }
 
 TEST_F(DocumentSheetCompanion, WhosePickerIsCancelledDeclines) {
-  tester_.Set(L"PickModel", 1);
+  tester_.SetNumber(L"PickModel", 1);
   DocumentSheet sheet(in_);
   ASSERT_NE(sheet.driver().Dialog(), nullptr);
   sheet.driver().LeaveDialog(IDCANCEL);

@@ -1,5 +1,5 @@
-// Property-sheet and event entry points, called as the spooler would: the form without a dialog,
-// null arguments, and what is answered where the work isn't built yet.
+// Property-sheet entry points, called as the spooler would: the form without a dialog, null
+// arguments; and what loads and unloads the library.
 #include "copied_library.h"
 #include "print_system_fixture.h"
 
@@ -73,24 +73,7 @@ TEST_F(SheetWithoutDialog, OfANullPrinterStillTellsTheSize) {
   EXPECT_EQ(Ask(), 7896);
 }
 
-// ---- What isn't built yet -----------------------------------------------------------------------
-
-class DecliningEntryPoint : public testing::Test {
- protected:
-  std::unique_ptr<DriverExports> driver_ = LoadInstalledDriver();
-};
-
-TEST_F(DecliningEntryPoint, DocumentEventsAreUnsupported) {
-  for (int event = DOCUMENTEVENT_FIRST; event <= DOCUMENTEVENT_LAST; ++event) {
-    EXPECT_EQ(driver_->DrvDocumentEvent(nullptr, nullptr, event, 0, nullptr, 0, nullptr),
-              DOCUMENTEVENT_UNSUPPORTED)
-        << "event " << event;
-  }
-}
-
-TEST_F(DecliningEntryPoint, AdjustmentsForXpsAreNotImplemented) {
-  EXPECT_EQ(driver_->MxdcGetPDEVAdjustment(nullptr, 0, nullptr, 0, nullptr), E_NOTIMPL);
-}
+// ---- Loading and unloading ----------------------------------------------------------------------
 
 TEST(DllCanUnloadNow, IsAlwaysAnsweredWithYes) {
   EXPECT_EQ(LoadInstalledDriver()->DllCanUnloadNow(), S_OK);

@@ -27,6 +27,9 @@ bool FaultPlan::ShouldFail(std::string_view operation) {
   if (tracing_) {
     trace_.emplace_back(operation);
   }
+  if (onAsked) {
+    onAsked(operation);
+  }
   bool fail = false;
   if (remainingCalls_ != 0) {
     fail = --remainingCalls_ == 0;

@@ -6,6 +6,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -29,6 +30,10 @@ class FaultPlan {
   // Starts writing down the names of the operations asked for.
   void StartTrace();
   const std::vector<std::string>& trace() const { return trace_; }
+
+  // Told of each operation before it is done, when there is one: for an order of calls over all
+  // lists.
+  std::function<void(std::string_view operation)> onAsked;
 
   // Asked by each operation under its own name. Result: whether it must fail.
   bool ShouldFail(std::string_view operation);

@@ -7,12 +7,6 @@
 namespace ostrel::win32 {
 namespace {
 
-HDC FromContext(DeviceContext context) {
-  return reinterpret_cast<HDC>(context);
-}
-DeviceContext ToContext(HDC context) {
-  return reinterpret_cast<DeviceContext>(context);
-}
 HGDIOBJ FromObject(GdiObject object) {
   return static_cast<HGDIOBJ>(object);
 }

@@ -2,7 +2,7 @@
 // casts and nothing else. abi_checks.cpp asserts that the layouts agree.
 #pragma once
 
-#include "platform/print_types.h"
+#include "platform/window_types.h"
 
 #include <windows.h>
 
@@ -50,6 +50,13 @@ inline HWND FromWindow(WindowHandle window) {
 }
 inline WindowHandle ToWindow(HWND window) {
   return reinterpret_cast<WindowHandle>(window);
+}
+
+inline HDC FromContext(DeviceContext context) {
+  return reinterpret_cast<HDC>(context);
+}
+inline DeviceContext ToContext(HDC context) {
+  return reinterpret_cast<DeviceContext>(context);
 }
 
 inline PublicDevmode* ToDevmode(DEVMODEW* record) {
