@@ -4,10 +4,14 @@
 #include "support/byte_record.h"
 #include "support/case_name.h"
 
-#include <cstring>
+#include <algorithm>
 #include <gtest/gtest.h>
 #include <limits>
+#include <sstream>
 #include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
 
 namespace ostrel::test {
 namespace {
@@ -43,7 +47,7 @@ const WalkRow kWalks[] = {
        scene.record.PageWMBorder = 1;
        scene.record.PageWMSize = 300;
      },
-     60},
+     50},
     {"ShortenedText",
      [](StampScene& scene) {
        scene.record.PageWMRepeat = 1;
@@ -86,9 +90,9 @@ std::size_t Differences(const headless::DrawingState& left, const headless::Draw
   return count;
 }
 
-class StampFailures : public testing::TestWithParam<WalkRow> {};
+class StampFailureWalk : public testing::TestWithParam<WalkRow> {};
 
-TEST_P(StampFailures, AnyCallThatFails_LeavesNothingBehindAndTheStatesAsTheyWere) {
+TEST_P(StampFailureWalk, AnyCallThatFails_LeavesNothingBehindAndTheStatesAsTheyWere) {
   std::size_t n = 1;
   std::size_t drawn = 0;
   for (bool fired = true; fired && !HasFailure(); ++n) {
@@ -122,7 +126,7 @@ TEST_P(StampFailures, AnyCallThatFails_LeavesNothingBehindAndTheStatesAsTheyWere
   EXPECT_GT(drawn, n / 3);
 }
 
-INSTANTIATE_TEST_SUITE_P(Stories, StampFailures, testing::ValuesIn(kWalks), CaseName());
+INSTANTIATE_TEST_SUITE_P(Stories, StampFailureWalk, testing::ValuesIn(kWalks), CaseName());
 
 TEST(StampFailures, WithoutAFontOrABrush_NoTextIsDrawn) {
   for (const char* operation : {"CreateFontIndirectW", "CreateSolidBrush"}) {
@@ -139,14 +143,13 @@ TEST(StampFailures, EscapesThatAllFail_StopNothing) {
   StampScene scene;
   scene.record.PageWMRepeat = 1;
   scene.record.PageWMBorder = 2;
-  const std::string before = scene.Lines();
+  std::istringstream lines(scene.Lines());
+  std::string drawing;
+  for (std::string line; std::getline(lines, line);) {
+    drawing += line.starts_with("ExtEscape") ? "" : line + '\n';
+  }
   scene.world.platform.faults.FailOperation("ExtEscape");
-  const std::string lines = scene.Lines();
-  EXPECT_EQ(lines.find("ExtEscape"), std::string::npos);
-  EXPECT_EQ(std::ranges::count(before, '\n') -
-                static_cast<std::ptrdiff_t>(scene.device.operations.size()),
-            2 * 3 * 12 + 0)
-      << lines.substr(0, 2000);
+  EXPECT_EQ(scene.Lines(), drawing);
 }
 
 TEST(StampFailures, NoContext_IsNoCrash) {
