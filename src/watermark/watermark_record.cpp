@@ -59,15 +59,24 @@ std::size_t FindRecord(const WatermarkList& list, Matches matches) {
   return place;
 }
 
-// Saves those records of a list that are stored no more: they are held nowhere but here. It may be
-// the whole file that went.
-void PutBackMissing(const WatermarkList& list, std::span<const std::size_t> places) {
-  const WatermarkStore store;
+// Saves those records of a list that are stored no more. Result: whether all were there.
+bool PutBackMissing(const WatermarkList& list, std::span<const std::size_t> places) {
+  bool wereThere = true;
   for (const std::size_t place : places) {
     if (list.isPresent[place] && !IsStored(list.storedName(place))) {
+      wereThere = false;
       InitSettingsFile();
-      store.Save(list.storedName(place), BytesOf(list.records()[place]));
+      WatermarkStore().Save(list.storedName(place), BytesOf(list.records()[place]));
     }
+  }
+  return wereThere;
+}
+
+// After records were deleted: what is missing in the file is held nowhere but in the list. It may
+// be the whole file that went, also while it is looked through, so it is looked through again.
+void EnsureStored(const WatermarkList& list, std::span<const std::size_t> places) {
+  constexpr int kPasses = 3;
+  for (int pass = 0; pass < kPasses && !PutBackMissing(list, places); ++pass) {
   }
 }
 
@@ -154,7 +163,7 @@ bool ReplaceWatermark(const WatermarkData& record) {
   if (AddWatermark(record) && IsStored(NameOf(record).data())) {
     return true;
   }
-  PutBackMissing(list, SortByIndex(list).all());
+  EnsureStored(list, SortByIndex(list).all());
   return false;
 }
 
@@ -190,7 +199,7 @@ void KeepInOrder(const WatermarkList& list, const WatermarkOrder& order) {
       store.Save(list.storedName(place), BytesOf(list.records()[place]));
     }
   }
-  PutBackMissing(list, order.all());
+  EnsureStored(list, order.all());
 }
 
 // ---- Names --------------------------------------------------------------------------------------

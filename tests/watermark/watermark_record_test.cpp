@@ -1,5 +1,5 @@
-// The records that come with the driver, the one in force, and the user's collection: as it is read,
-// changed and named.
+// The records that come with the driver, the one in force, and the user's collection: as it is
+// read, changed and named.
 #include "watermark/watermark_record.h"
 
 #include "core/ui_context.h"
@@ -191,8 +191,8 @@ class InForce : public testing::Test {
 };
 
 TEST_F(InForce, IsTheRecordsOwn) {
-  EXPECT_EQ(
-      Difference(BytesOf(WatermarkInForce(*context_)), WatermarkBytes(Mark(9, u"Draft"))), "");
+  EXPECT_EQ(Difference(BytesOf(WatermarkInForce(*context_)), WatermarkBytes(Mark(9, u"Draft"))),
+            "");
 }
 
 TEST_F(InForce, IsNoneWhereTheKeyCannotBeRead) {
@@ -305,9 +305,8 @@ TEST(WatermarkCollection, WithAnyNameGetsNoFactoryRecord) {
 TEST(WatermarkCollection, IsReadInTheOrderOfTheFile) {
   test::TestWorld world;
   test::PutSettings(world, StoreOf({Mark(5, u"C"), Mark(4, u"A"), Mark(4, u"B")}));
-  ExpectRecords(ReadWatermarkList(),
-                {WatermarkBytes(Mark(5, u"C")), WatermarkBytes(Mark(4, u"A")),
-                 WatermarkBytes(Mark(4, u"B"))});
+  ExpectRecords(ReadWatermarkList(), {WatermarkBytes(Mark(5, u"C")), WatermarkBytes(Mark(4, u"A")),
+                                      WatermarkBytes(Mark(4, u"B"))});
 }
 
 struct SizeCase {
@@ -327,8 +326,8 @@ TEST_P(WatermarkOfSize, LeavesItsPlaceZero) {
                Stored(Mark(5, u"C"))});
   test::PutSettings(world, file);
   const WatermarkList list = ReadWatermarkList();
-  ExpectRecords(list, {WatermarkBytes(Mark(4, u"A")), ByteRecord(1348),
-                       WatermarkBytes(Mark(5, u"C"))});
+  ExpectRecords(list,
+                {WatermarkBytes(Mark(4, u"A")), ByteRecord(1348), WatermarkBytes(Mark(5, u"C"))});
   EXPECT_EQ(list.isPresent.to_ullong(), 0b101U);
   EXPECT_SETTINGS(world, file);
 }
@@ -341,12 +340,12 @@ INSTANTIATE_TEST_SUITE_P(Counts, AnnouncedWatermarks,
 
 std::string LyingStore(std::size_t announced, const std::vector<std::string>& records) {
   return test::Container(
-      "cfgobj", {test::Version(), test::Container("UIParam",
-                                                  {test::Container("savesetting", {}),
-                                                   test::Container("cursetting", {}),
-                                                   test::Container("cuspapersetting", {}),
-                                                   test::LyingContainer("watermarksetting",
-                                                                        announced, records)})});
+      "cfgobj",
+      {test::Version(),
+       test::Container("UIParam",
+                       {test::Container("savesetting", {}), test::Container("cursetting", {}),
+                        test::Container("cuspapersetting", {}),
+                        test::LyingContainer("watermarksetting", announced, records)})});
 }
 
 TEST_P(AnnouncedWatermarks, AreAsManyAsAreThere) {
@@ -379,10 +378,10 @@ TEST(WatermarkCollection, OfMoreThanAListHoldsIsReadUpToThat) {
   test::TestWorld world;
   std::vector<std::string> records;
   for (std::int16_t i = 0; i < 40; ++i) {
-    records.push_back(
-        test::StoredAs(i < 20 ? std::u16string(1, static_cast<char16_t>(u'a' + i))
-                              : std::u16string(2, static_cast<char16_t>(u'a' + i - 20)),
-                       Mark(i, u"x")));
+    records.push_back(test::StoredAs(i < 20
+                                         ? std::u16string(1, static_cast<char16_t>(u'a' + i))
+                                         : std::u16string(2, static_cast<char16_t>(u'a' + i - 20)),
+                                     Mark(i, u"x")));
   }
   test::PutSettings(world, StoreOf(records));
   EXPECT_EQ(ReadWatermarkList().count, 32U);
@@ -391,7 +390,7 @@ TEST(WatermarkCollection, OfMoreThanAListHoldsIsReadUpToThat) {
 
 TEST(WatermarkCollection, WithoutAFileThatCanBeMadeIsEmpty) {
   test::TestWorld world;
-  world.platform.files.MakeReadOnly(u"C:\\");
+  world.platform.faults.FailOperation("CreateFileW");
   const WatermarkList list = ReadWatermarkList();
   EXPECT_EQ(list.count, 0U);
   EXPECT_TRUE(list.records().empty());
@@ -438,8 +437,8 @@ TEST(AddWatermark, CutsANameOf32CharactersForTheStoreAlone) {
   test::PutSettings(world, StoreOf({Mark(4, u"A")}));
   const WatermarkFacts facts = Mark(5, std::u16string(32, u'n'));
   EXPECT_TRUE(AddWatermark(RecordOf(facts)));
-  EXPECT_SETTINGS(world, StoreOf({Stored(Mark(4, u"A")),
-                                  test::StoredAs(std::u16string(31, u'n'), facts)}));
+  EXPECT_SETTINGS(
+      world, StoreOf({Stored(Mark(4, u"A")), test::StoredAs(std::u16string(31, u'n'), facts)}));
 }
 
 TEST(AddWatermark, WithoutTheBranchFails) {
@@ -463,8 +462,7 @@ TEST(ReplaceWatermark, TakesTheFirstOfTwoWithTheId) {
 
 TEST(ReplaceWatermark, DeletesByTheNameThatTheRecordIsStoredUnder) {
   test::TestWorld world;
-  test::PutSettings(world,
-                    StoreOf({test::StoredAs(u"Key", Mark(5, u"A")), Stored(Mark(4, u"A"))}));
+  test::PutSettings(world, StoreOf({test::StoredAs(u"Key", Mark(5, u"A")), Stored(Mark(4, u"A"))}));
   EXPECT_TRUE(ReplaceWatermark(RecordOf(Mark(5, u"C"))));
   EXPECT_SETTINGS(world, StoreOf({Mark(4, u"A"), Mark(5, u"C")}));
 }
@@ -721,8 +719,8 @@ TEST_P(ExistingName, ChangesWithTheText) {
   test::TestWorld world;
   WatermarkFacts renamed = Mark(5, u"Name");
   renamed.text = u"Text";
-  test::PutSettings(
-      world, StoreOf({Record("Short", "x"), Stored(Mark(4, u"Draft")), Stored(renamed)}));
+  test::PutSettings(world,
+                    StoreOf({Record("Short", "x"), Stored(Mark(4, u"Draft")), Stored(renamed)}));
   EXPECT_EQ(Unique({false, GetParam().index}, GetParam().wanted), GetParam().given);
 }
 
