@@ -174,11 +174,12 @@ WatermarkOrder SortByIndex(const WatermarkList& list) {
   order.count = list.count;
   const auto places = std::span(order.places).first(order.count);
   std::iota(places.begin(), places.end(), std::size_t{0});
-  const auto indexAt = [&list](std::size_t place) { return list.records()[place].PageWMIndex; };
+  const auto isSmaller = [records = list.records()](std::size_t left, std::size_t right) {
+    return records[left].PageWMIndex < records[right].PageWMIndex;
+  };
   for (auto sorted = places.begin(); sorted != places.end(); ++sorted) {
     // The first of the smallest comes forward, and the others keep their order.
-    const auto smallest =
-        std::ranges::min_element(std::ranges::subrange(sorted, places.end()), {}, indexAt);
+    const auto smallest = std::min_element(sorted, places.end(), isSmaller);
     std::rotate(sorted, smallest, smallest + 1);
   }
   return order;
