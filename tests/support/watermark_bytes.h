@@ -1,6 +1,7 @@
 // Watermark records as plain bytes, put together by their offsets, and stores of them.
 #pragma once
 
+#include "core/settings_record.h"
 #include "support/byte_record.h"
 #include "support/settings_file.h"
 
@@ -47,6 +48,12 @@ inline ByteRecord WatermarkBytes(const WatermarkFacts& facts) {
     PutNumber(bytes, stamp, 2, facts.stamp);
   }
   return bytes;
+}
+
+inline WatermarkData RecordOf(const WatermarkFacts& facts) {
+  WatermarkData record;
+  SetBytes(record, WatermarkBytes(facts));
+  return record;
 }
 
 // The six that come with the driver.

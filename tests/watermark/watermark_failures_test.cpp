@@ -16,15 +16,10 @@ namespace ostrel {
 namespace {
 
 using test::Mark;
+using test::RecordOf;
 using test::Stored;
 using test::StoreOf;
 using test::WatermarkFacts;
-
-WatermarkData RecordOf(const WatermarkFacts& facts) {
-  WatermarkData record;
-  test::SetBytes(record, test::WatermarkBytes(facts));
-  return record;
-}
 
 struct Walk {
   const char* name;
