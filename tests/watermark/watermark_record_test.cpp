@@ -1,5 +1,5 @@
-// The record in force, the factory records' words, and the user's collection: as it is read, changed
-// and sorted.
+// The record in force, the factory records' words, and the user's collection: as it is read,
+// changed and sorted.
 #include "watermark/watermark_record.h"
 
 #include "core/ui_context.h"
