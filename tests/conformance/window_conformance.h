@@ -156,7 +156,7 @@ class WindowConformance : public testing::Test {
     const std::vector<std::uint8_t> rows = NumberedRows(picture.size.width, picture.size.height);
     const Rect all = {0, 0, picture.size.width, picture.size.height};
     EXPECT_NE(graphics().StretchDIBits(picture.context, all, all, rows.data(),
-                                       Form(picture.size.width, picture.size.height)),
+                                       Form(picture.size.width, picture.size.height), kRasterCopy),
               0);
   }
   using Rows = std::vector<std::string>;
@@ -419,11 +419,11 @@ TYPED_TEST_P(WindowConformance, RowsOfMemoryAreDrawnAndReadBack) {
     // The first row of memory is the last of the picture.
     const std::vector<std::uint8_t> rows = this->NumberedRows(6, 3);
     EXPECT_NE(graphics.StretchDIBits(picture.context, {0, 0, 6, 1}, {0, 0, 6, 1}, rows.data(),
-                                     this->Form(6, 3)),
+                                     this->Form(6, 3), kRasterCopy),
               0);
     EXPECT_EQ(picture.Rows(), (std::vector<std::string>{"345678", "234567", "345678"}));
     EXPECT_NE(graphics.StretchDIBits(picture.context, {5, 2, -1, -1}, {0, 0, 6, 3}, rows.data(),
-                                     this->Form(6, 3)),
+                                     this->Form(6, 3), kRasterCopy),
               0);
     EXPECT_EQ(picture.Rows(), (std::vector<std::string>{"876543", "765432", "654321"}));
   }
@@ -512,7 +512,7 @@ TYPED_TEST_P(WindowConformance, ShrunkCopiesCombineWhatComesTogether) {
       const std::vector<std::uint8_t> rows = this->NumberedRows(6, 3);
       EXPECT_TRUE(fromMemory
                       ? graphics.StretchDIBits(target.context, row.place, row.from, rows.data(),
-                                               this->Form(6, 3)) != 0
+                                               this->Form(6, 3), kRasterCopy) != 0
                       : graphics.StretchBlt(target.context, row.place, source.context, row.from));
       EXPECT_EQ(target.Rows(), row.rows);
     }
@@ -543,7 +543,7 @@ TYPED_TEST_P(WindowConformance, RowsOfMemoryAreTurnedInAMirroredContext) {
       graphics.SetLayout(target.context, kLayoutRightToLeft | upright);
       const std::vector<std::uint8_t> rows = this->NumberedRows(6, 3);
       EXPECT_NE(graphics.StretchDIBits(target.context, row.place, row.from, rows.data(),
-                                       this->Form(6, 3)),
+                                       this->Form(6, 3), kRasterCopy),
                 0);
       EXPECT_EQ(target.Rows(), row.rows);
     }
