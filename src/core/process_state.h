@@ -5,7 +5,7 @@
 // pointer once, when the library is attached; a test sets its own for the length of a scope.
 #pragma once
 
-#include "core/settings_record.h"
+#include "core/factory_watermarks.h"
 #include "platform/platform.h"
 
 namespace ostrel {
@@ -50,9 +50,9 @@ struct ProcessState {
   // most recently made context with its defaults, before any record was merged into it.
   UIContext* DefaultContextCopy = nullptr;
 
-  // The record from which the watermark of every new settings record is copied. Its name is
-  // translated in place, the first time that a language library is there.
-  WatermarkData DefaultWatermark = kNoWatermark;
+  // The watermarks that come with the driver; the first is copied into every new settings record.
+  // Their words are translated in place, the first time that a language library has them.
+  FactoryWatermarks DefaultWatermarks = kFactoryWatermarkRecords;
 
   // The states of all threads' pages: one megabyte, all zero at load. Not owned.
   ostrel::PageStateTable* PageStates = nullptr;

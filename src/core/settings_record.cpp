@@ -1,12 +1,13 @@
 #include "core/settings_record.h"
 
+#include "core/factory_watermarks.h"
 #include "core/language.h"
 #include "core/paper_tables.h"
 #include "core/process_state.h"
 #include "core/record_schema.h"
 #include "core/text.h"
 
-#include <iterator>
+#include <cstddef>
 
 namespace ostrel {
 namespace {
@@ -15,21 +16,8 @@ constexpr std::int16_t kSourceAutomatic = 7;
 constexpr std::int16_t kTrueTypeBitmap = 1;  // DMTT_BITMAP
 constexpr std::uint32_t kMediaStandard = 1;  // DMMEDIA_STANDARD
 
-constexpr std::size_t kWatermarkNameCharacters = 31;
-
-// Gives the process's default watermark its name in the user's language, the first time that a
-// language library is there. A later language in the same process keeps the first one's word.
-void TranslateDefaultWatermark(ModuleHandle module) {
-  auto& name = Process().DefaultWatermark.PageWMName;
-  if (FieldText(name) != FieldText(kNoWatermark.PageWMName)) {
-    return;
-  }
-  // Only a real text: the words that stand in for a missing one would stay for good.
-  char16_t translated[kWatermarkNameCharacters + 1] = {};
-  if (LoadExistingString(module, kStringNoWatermark, translated)) {
-    CopyText(name, FieldText(translated));
-  }
-}
+// Of the name that the first language library gives to the record of no watermark.
+constexpr std::size_t kTranslatedNameCharacters = 31;
 
 }  // namespace
 
@@ -79,10 +67,11 @@ Result InitPrivateDevmode(PrivateDevmode* record, const char16_t* driverName) {
       result = kResultNoLanguage;
     } else {
       LoadUiString(module.get(), kStringDefaultFavorite, record->FavoriteName);
-      TranslateDefaultWatermark(module.get());
+      TranslateFactoryText(Process().DefaultWatermarks[kNoWatermark].PageWMName, kUntranslatedNone,
+                           module.get(), kStringNoWatermark, kTranslatedNameCharacters);
     }
   }
-  record->WatermarkData = Process().DefaultWatermark;
+  record->WatermarkData = Process().DefaultWatermarks[kNoWatermark];
   return result;
 }
 

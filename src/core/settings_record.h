@@ -111,38 +111,10 @@ static_assert(offsetof(WatermarkData, WMStampFormat) == 824);
 static_assert(offsetof(WatermarkData, WMStampComputer) == 1344);
 static_assert(offsetof(WatermarkData, WMStampUser) == 1346);
 
-// The record of "no watermark" from which every settings record starts. It bears this name until a
-// language library has given its own word.
-inline constexpr WatermarkData kNoWatermark = {
-    .PageWMIndex = 0,
-    .PageWMFlag = 0,
-    .PageWMName = u"[No Watermark]",
-    .PageWMText = u"",
-    .PageWMTypeface = u"Arial",
-    .PageWMFileName = u"",
-    .PageWMSize = 54,
-    .PageWMBold = 0,
-    .PageWMItalic = 0,
-    .PageWMTransparent = 0,
-    .PageWMBorder = 0,
-    .PageWMAngle = 0,
-    .PageWMScale = 100,
-    .PageWMPosition = 5,
-    .PageWMRepeat = 0,
-    .WMFontChosen = 0,
-    .PageWMColor = 0,
-    .WMReserved = 0,
-    .WMOffsetX = 50,
-    .WMOffsetY = 50,
-    .WMGrayLevel = 1,
-    .WMStampOn = 0,
-    .WMStampDate = 0,
-    .WMStampTime = 0,
-    .WMStampPage = 0,
-    .WMStampFormat = u"",
-    .WMStampComputer = 0,
-    .WMStampUser = 0,
-};
+// The most characters that a name has; the store of the user's collection refuses longer ones.
+inline constexpr std::size_t kMostWatermarkNameCharacters = 32;
+static_assert(sizeof(WatermarkData{}.PageWMName) ==
+              (kMostWatermarkNameCharacters + 1) * sizeof(char16_t));
 
 // ---- Custom paper entry, 72 bytes ---------------------------------------------------------------
 

@@ -1,6 +1,7 @@
 #include "pages/page_record.h"
 
 #include "pages/media_rules.h"
+#include "watermark/watermark_record.h"
 
 namespace ostrel {
 
@@ -45,11 +46,7 @@ std::int16_t& StoredDuplex(UIContext& context) {
 }
 
 std::int16_t WatermarkKind(const UIContext& context) {
-  WatermarkData watermark = {};
-  if (GetUIParam(&context, "WatermarkData", &watermark, sizeof(watermark)) != kResultOk) {
-    return kNoWatermark.PageWMFlag;
-  }
-  return watermark.PageWMFlag;
+  return WatermarkInForce(context).PageWMFlag;
 }
 
 bool AllowsJobMode(const UIContext& context) {

@@ -239,7 +239,7 @@ TEST(InitPrivateDevmode, TranslationChangesTheProcessWideRecordOnlyInItsName) {
   EXPECT_EQ(InitPrivateDevmode(&record, kOstrel), 0U);
   const ByteRecord all = ExpectedPrivateRecord(u"Standard", u"Kein");
   const auto first = all.begin() + std::ptrdiff_t{test::kWatermarkOffset};
-  EXPECT_EQ(Difference(test::BytesOf(two.world.process.DefaultWatermark),
+  EXPECT_EQ(Difference(test::BytesOf(two.world.process.DefaultWatermarks[kNoWatermark]),
                        ByteRecord(first, first + std::ptrdiff_t{test::kWatermarkBytes})),
             "");
 }
@@ -247,7 +247,7 @@ TEST(InitPrivateDevmode, TranslationChangesTheProcessWideRecordOnlyInItsName) {
 TEST(InitPrivateDevmode, ChangedDefaultWatermarkIsCopiedAsItStands) {
   test::TestWorld world;
   const ByteRecord watermark = test::RandomBytes(test::kWatermarkBytes, 1);
-  test::SetBytes(world.process.DefaultWatermark, watermark);
+  test::SetBytes(world.process.DefaultWatermarks[kNoWatermark], watermark);
   PrivateDevmode record = {};
   EXPECT_EQ(InitPrivateDevmode(&record, kOstrel), 0U);
   ByteRecord expected = ExpectedPrivateRecord(u"Default");

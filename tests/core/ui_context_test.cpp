@@ -270,7 +270,8 @@ TEST_F(UIContextCreation, MissingLanguageLibraryIsNoFailureAndNamesTheFavouriteB
     EXPECT_NE(context->bitmapModule, nullptr);
     EXPECT_EQ(FavoriteNameOf(*context), u"id:202 missing!");
     EXPECT_EQ(std::u16string(world_.process.DefaultContextCopy->privatePointer->FavoriteName), u"");
-    EXPECT_EQ(std::u16string(world_.process.DefaultWatermark.PageWMName), u"[No Watermark]");
+    EXPECT_EQ(std::u16string(world_.process.DefaultWatermarks[kNoWatermark].PageWMName),
+              u"[No Watermark]");
   }
   EXPECT_EQ(Leftovers(1), "");
 }

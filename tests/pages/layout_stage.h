@@ -4,6 +4,7 @@
 #include "pages/layout.h"
 #include "pages/page_stage.h"
 #include "support/case_name.h"
+#include "support/forget_key.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -83,15 +84,6 @@ class LayoutStage : public PageStage {
  private:
   std::map<std::int32_t, std::size_t> invalidated_;
 };
-
-// A key that no record can be asked for any more.
-inline void ForgetKey(UIContext& context, std::string_view key) {
-  for (UIParamSlot& slot : context.uiParams) {
-    if (slot.Key == key) {
-      slot.Key[0] = '#';
-    }
-  }
-}
 
 // The language's texts of these ids, one below the other as a tooltip tells them.
 inline std::u16string JoinedReasons(const std::vector<std::uint32_t>& ids) {

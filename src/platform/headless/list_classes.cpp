@@ -18,17 +18,13 @@ constexpr std::uint32_t kCbInsertString = 0x014A;
 constexpr std::uint32_t kCbFindString = 0x014C;
 constexpr std::uint32_t kCbSelectString = 0x014D;
 constexpr std::uint32_t kLbAddString = 0x0180;
-constexpr std::uint32_t kLbInsertString = 0x0181;
 constexpr std::uint32_t kLbDeleteString = 0x0182;
-constexpr std::uint32_t kLbResetContent = 0x0184;
-constexpr std::uint32_t kLbSetCurSel = 0x0186;
 constexpr std::uint32_t kLbGetCurSel = 0x0188;
 constexpr std::uint32_t kLbGetText = 0x0189;
 constexpr std::uint32_t kLbGetTextLength = 0x018A;
 constexpr std::uint32_t kLbGetCount = 0x018B;
 constexpr std::uint32_t kLbFindString = 0x018F;
 constexpr std::uint32_t kLbGetItemData = 0x0199;
-constexpr std::uint32_t kLbSetItemData = 0x019A;
 constexpr std::uint32_t kLbFindStringExact = 0x01A2;
 
 // What a list does, by whichever class's message it was asked.

@@ -1,0 +1,125 @@
+// Every operation on the user's watermarks, walked through all failures of the platform: the first
+// call fails, then the second, and so on until a run comes through untouched. Nothing crashes or
+// leaks, and no record is lost, not even where the whole file was: all of them were in memory.
+#include "core/ui_context.h"
+#include "support/case_name.h"
+#include "support/test_world.h"
+#include "support/watermark_bytes.h"
+#include "watermark/watermark_record.h"
+
+#include <algorithm>
+#include <gtest/gtest.h>
+#include <string>
+#include <vector>
+
+namespace ostrel {
+namespace {
+
+using test::Mark;
+using test::RecordOf;
+using test::Stored;
+using test::StoreOf;
+using test::WatermarkFacts;
+
+struct Walk {
+  const char* name;
+  std::vector<WatermarkFacts> before;
+  void (*run)();
+  std::vector<WatermarkFacts> after;
+  bool holdsAll;  // it reads all records before it writes any
+  std::size_t leastCalls;
+};
+void PrintTo(const Walk& walk, std::ostream* out) {
+  *out << walk.name;
+}
+
+std::vector<Walk> Walks() {
+  const std::vector<WatermarkFacts> three = {Mark(6, u"C"), Mark(4, u"A"), Mark(5, u"B")};
+  return {
+      {"Reading", three, [] { ReadWatermarkList(); }, three, false, 20},
+      {"ReadingAFirstTime", {}, [] { ReadWatermarkList(); }, test::FirstFour(), false, 50},
+      {"Adding",
+       three,
+       [] { AddWatermark(RecordOf(Mark(7, u"D"))); },
+       {three[0], three[1], three[2], Mark(7, u"D")},
+       false,
+       10},
+      {"Replacing",
+       three,
+       [] { ReplaceWatermark(RecordOf(Mark(4, u"D"))); },
+       {three[0], three[2], Mark(4, u"D")},
+       true,
+       40},
+      {"Sorting",
+       three,
+       [] {
+         const WatermarkList list = ReadWatermarkList();
+         KeepInOrder(list, SortByIndex(list));
+       },
+       {three[1], three[2], three[0]},
+       true,
+       100},
+      {"Naming", three,
+       [] {
+         UniqueName({true, 1}, u"A");
+       },
+       three, false, 20},
+  };
+}
+
+class WatermarkFailures : public testing::TestWithParam<Walk> {};
+INSTANTIATE_TEST_SUITE_P(Operations, WatermarkFailures, testing::ValuesIn(Walks()),
+                         test::CaseName());
+
+bool Holds(const std::string& file, const WatermarkFacts& facts) {
+  return file.find(Stored(facts)) != std::string::npos;
+}
+
+// Calls that reading takes before all records are in memory.
+std::size_t CallsOfReading() {
+  test::TestWorld world;
+  test::PutSettings(world, StoreOf(WatermarkFailures::GetParam().before));
+  world.platform.faults.StartTrace();
+  ReadWatermarkList();
+  return world.platform.faults.trace().size();
+}
+
+TEST_P(WatermarkFailures, LoseNoRecordAndLeaveNothingBehind) {
+  constexpr std::size_t kMostCalls = 2000;
+  const std::size_t callsOfReading = CallsOfReading();
+  std::size_t n = 1;
+  for (; n < kMostCalls; ++n) {
+    test::TestWorld world;
+    test::PutSettings(world, StoreOf(GetParam().before));
+    world.platform.faults.StartTrace();
+    world.platform.faults.FailCall(n);
+    GetParam().run();
+    const bool fired = world.platform.faults.fired();
+    const std::string left = test::Settings(world);
+    const std::string failed =
+        fired ? world.platform.faults.trace().at(n - 1) : std::string("nothing");
+    // A failed write empties the file, and one that a check takes for missing is made anew. What
+    // the operation hadn't read by then is gone.
+    const bool wholeFileWent = failed == "WriteFile" || failed == "GetFileAttributesW";
+    const bool isHeld = GetParam().holdsAll && n > callsOfReading;
+    for (const WatermarkFacts& facts : GetParam().before) {
+      const bool isReplaced = std::ranges::none_of(
+          GetParam().after, [&](const WatermarkFacts& kept) { return kept.name == facts.name; });
+      if (isHeld || !wholeFileWent) {
+        EXPECT_TRUE(Holds(left, facts) || (isReplaced && Holds(left, GetParam().after.back())))
+            << "call " << n << ", " << failed << ":\n"
+            << test::Readable(left);
+      }
+    }
+    EXPECT_EQ(world.Leftovers(), "") << n;
+    if (!fired) {
+      EXPECT_SETTINGS(world, StoreOf(GetParam().after));
+      break;
+    }
+  }
+  EXPECT_GT(n, GetParam().leastCalls);
+  EXPECT_LT(n, kMostCalls);
+}
+
+}  // namespace
+}  // namespace ostrel
