@@ -17,6 +17,7 @@
 #pragma once
 
 #include "platform/platform.h"
+#include "support/bitmap_rows.h"
 
 #include <array>
 #include <cstddef>
@@ -86,30 +87,6 @@ class WindowConformance : public testing::Test {
 
   // ---- Drawing
 
-  static BitmapInfoHeader Form(std::int32_t width, std::int32_t height) {
-    BitmapInfoHeader form = {};
-    form.biSize = sizeof(form);
-    form.biWidth = width;
-    form.biHeight = height;
-    form.biPlanes = 1;
-    form.biBitCount = 24;
-    return form;
-  }
-  static std::size_t RowBytes(std::int32_t width) {
-    return (static_cast<std::size_t>(width) * 3 + 3) / 4 * 4;
-  }
-  // Rows whose columns are numbered in the red byte: from 1 on in the first row, 2 in the second.
-  static std::vector<std::uint8_t> NumberedRows(std::int32_t width, std::int32_t height) {
-    std::vector<std::uint8_t> rows(RowBytes(width) * static_cast<std::size_t>(height));
-    for (std::int32_t y = 0; y < height; ++y) {
-      for (std::int32_t x = 0; x < width; ++x) {
-        const std::size_t row = RowBytes(width) * static_cast<std::size_t>(height - 1 - y);
-        rows[row + static_cast<std::size_t>(x) * 3 + 2] = static_cast<std::uint8_t>(x + y + 1);
-      }
-    }
-    return rows;
-  }
-
   // A picture in memory that a context holds.
   struct Picture {
     Graphics* graphics;
@@ -133,14 +110,15 @@ class WindowConformance : public testing::Test {
     // Its rows as digits of the red byte, "#" for 255.
     std::vector<std::string> Rows() {
       graphics->SelectObject(context, before);
-      BitmapInfoHeader form = Form(size.width, size.height);
+      BitmapInfoHeader form = test::Form(size.width, size.height);
       const auto count = static_cast<std::uint32_t>(size.height);
-      std::vector<std::uint8_t> bytes(RowBytes(size.width) * count);
+      std::vector<std::uint8_t> bytes(test::RowBytes(size.width) * count);
       EXPECT_EQ(graphics->GetDIBits(screen, bitmap, 0, count, bytes.data(), &form), size.height);
       graphics->SelectObject(context, bitmap);
       std::vector<std::string> rows;
       for (std::int32_t y = size.height - 1; y >= 0; --y) {
-        const std::uint8_t* row = bytes.data() + RowBytes(size.width) * static_cast<std::size_t>(y);
+        const std::uint8_t* row =
+            bytes.data() + test::RowBytes(size.width) * static_cast<std::size_t>(y);
         std::string digits;
         for (std::int32_t x = 0; x < size.width; ++x) {
           const std::uint8_t red = row[static_cast<std::size_t>(x) * 3 + 2];
@@ -153,10 +131,11 @@ class WindowConformance : public testing::Test {
   };
   // Six columns by three rows, numbered.
   void Number(Picture& picture) {
-    const std::vector<std::uint8_t> rows = NumberedRows(picture.size.width, picture.size.height);
+    const std::vector<std::uint8_t> rows =
+        test::NumberedRows(picture.size.width, picture.size.height);
     const Rect all = {0, 0, picture.size.width, picture.size.height};
     EXPECT_NE(graphics().StretchDIBits(picture.context, all, all, rows.data(),
-                                       Form(picture.size.width, picture.size.height)),
+                                       test::Form(picture.size.width, picture.size.height)),
               0);
   }
   using Rows = std::vector<std::string>;
@@ -417,13 +396,13 @@ TYPED_TEST_P(WindowConformance, RowsOfMemoryAreDrawnAndReadBack) {
     this->Number(picture);
     EXPECT_EQ(picture.Rows(), (std::vector<std::string>{"123456", "234567", "345678"}));
     // The first row of memory is the last of the picture.
-    const std::vector<std::uint8_t> rows = this->NumberedRows(6, 3);
+    const std::vector<std::uint8_t> rows = test::NumberedRows(6, 3);
     EXPECT_NE(graphics.StretchDIBits(picture.context, {0, 0, 6, 1}, {0, 0, 6, 1}, rows.data(),
-                                     this->Form(6, 3)),
+                                     test::Form(6, 3)),
               0);
     EXPECT_EQ(picture.Rows(), (std::vector<std::string>{"345678", "234567", "345678"}));
     EXPECT_NE(graphics.StretchDIBits(picture.context, {5, 2, -1, -1}, {0, 0, 6, 3}, rows.data(),
-                                     this->Form(6, 3)),
+                                     test::Form(6, 3)),
               0);
     EXPECT_EQ(picture.Rows(), (std::vector<std::string>{"876543", "765432", "654321"}));
   }
@@ -439,7 +418,7 @@ TYPED_TEST_P(WindowConformance, ABitmapTellsItsFormAndASingleRow) {
   EXPECT_NE(graphics.GetDIBits(screen, bitmap, 0, 0, nullptr, &form), 0);
   EXPECT_EQ(form.biWidth, 3);
   EXPECT_EQ(form.biHeight, 2);
-  form = this->Form(3, 2);
+  form = test::Form(3, 2);
   EXPECT_NE(graphics.GetDIBits(screen, bitmap, 0, 2, nullptr, &form), 0);
   EXPECT_EQ(form.biSizeImage, 24U);
   std::array<std::uint8_t, 24> rows;
@@ -509,10 +488,10 @@ TYPED_TEST_P(WindowConformance, ShrunkCopiesCombineWhatComesTogether) {
       typename TestFixture::Picture source(graphics, screen, {6, 3});
       typename TestFixture::Picture target(graphics, screen, {6, 3});
       this->Number(source);
-      const std::vector<std::uint8_t> rows = this->NumberedRows(6, 3);
+      const std::vector<std::uint8_t> rows = test::NumberedRows(6, 3);
       EXPECT_TRUE(fromMemory
                       ? graphics.StretchDIBits(target.context, row.place, row.from, rows.data(),
-                                               this->Form(6, 3)) != 0
+                                               test::Form(6, 3)) != 0
                       : graphics.StretchBlt(target.context, row.place, source.context, row.from));
       EXPECT_EQ(target.Rows(), row.rows);
     }
@@ -541,9 +520,9 @@ TYPED_TEST_P(WindowConformance, RowsOfMemoryAreTurnedInAMirroredContext) {
       SCOPED_TRACE(std::string(row.name) + (upright != 0 ? ", bitmaps upright" : ""));
       typename TestFixture::Picture target(graphics, screen, {8, 3});
       graphics.SetLayout(target.context, kLayoutRightToLeft | upright);
-      const std::vector<std::uint8_t> rows = this->NumberedRows(6, 3);
+      const std::vector<std::uint8_t> rows = test::NumberedRows(6, 3);
       EXPECT_NE(graphics.StretchDIBits(target.context, row.place, row.from, rows.data(),
-                                       this->Form(6, 3)),
+                                       test::Form(6, 3)),
                 0);
       EXPECT_EQ(target.Rows(), row.rows);
     }
