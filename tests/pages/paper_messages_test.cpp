@@ -127,25 +127,18 @@ TEST(PaperTools, MouseMovementRefreshesAllThree) {
 // ---- Help ---------------------------------------------------------------------------------------
 
 TEST(PaperHelp, OpensAtTheControlsTopic) {
-  constexpr std::pair<std::int32_t, std::uint32_t> kTopics[] = {
-      {1404, 1157}, {1009, 1157}, {1407, 1157}, {1393, 1158}, {1240, 1158},
-      {1125, 1158}, {1064, 2002}, {1446, 0},    {1400, 0},    {-1, 0}};
   PaperStage stage;
   ASSERT_TRUE(stage.OpenWith({}));
-  auto& help = stage.world().platform.shell.help;
-  for (const auto& [control, topic] : kTopics) {
-    help.clear();
-    HelpInfo question = {};
-    question.cbSize = sizeof(question);
-    question.iContextType = 1;
-    question.iCtrlId = control;
-    stage.Send(kWmHelp, 0, reinterpret_cast<std::intptr_t>(&question));
-    ASSERT_EQ(help.size(), topic == 0 ? 0U : 1U) << control;
-    if (topic != 0) {
-      EXPECT_EQ(help[0].command, 15U);
-      EXPECT_EQ(help[0].data, topic) << control;
-    }
-  }
+  stage.ExpectHelpTopics({{1404, 1157},
+                          {1009, 1157},
+                          {1407, 1157},
+                          {1393, 1158},
+                          {1240, 1158},
+                          {1125, 1158},
+                          {1064, 2002},
+                          {1446, 0},
+                          {1400, 0},
+                          {-1, 0}});
 }
 
 TEST(PaperHelp, ButtonOpensThePagesTopic) {
