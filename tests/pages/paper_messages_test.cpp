@@ -7,10 +7,6 @@
 namespace ostrel {
 namespace {
 
-using test::PaperRecord;
-using test::PaperStage;
-using test::Words;
-
 // ---- Tooltips -----------------------------------------------------------------------------------
 
 TEST(MediaTip, NamesTheBookletOrTwoSidedPrinting) {
@@ -43,7 +39,7 @@ constexpr SourceTipCase kSourceTips[] = {
     {265, true, true}, {261, true, true},   {3, true, true},    {266, true, true},
 };
 
-class SourceTip : public testing::TestWithParam<test::FamilyModel> {};
+class SourceTip : public testing::TestWithParam<FamilyModel> {};
 INSTANTIATE_TEST_SUITE_P(Families, SourceTip, testing::ValuesIn(test::kFamilyModels),
                          [](const auto& row) {
                            return "Family" + std::to_string(row.param.family);
@@ -177,7 +173,7 @@ void PutConfig(PaperStage& stage, std::string_view text) {
   stage.world().platform.files.Put(kConfigPath, {bytes.begin(), bytes.end()});
 }
 
-class EnvelopeProgram : public testing::TestWithParam<test::FamilyModel> {};
+class EnvelopeProgram : public testing::TestWithParam<FamilyModel> {};
 INSTANTIATE_TEST_SUITE_P(Families, EnvelopeProgram, testing::ValuesIn(test::kFamilyModels),
                          [](const auto& row) {
                            return "Family" + std::to_string(row.param.family);

@@ -8,8 +8,6 @@
 namespace ostrel {
 namespace {
 
-using test::FamilyModel;
-
 constexpr SourceLock kKeep = SourceLock::kKeep;
 constexpr SourceLock kLive = SourceLock::kLive;
 constexpr SourceLock kLiveWithIcon = SourceLock::kLiveWithIcon;
