@@ -2,6 +2,7 @@
 
 #include "core/process_state.h"
 #include "core/text.h"
+#include "platform/window_types.h"
 
 #include <array>
 #include <string_view>
@@ -62,7 +63,7 @@ void StartUninstaller(const ShortcutRow& row) {
       .Add(row.name)
       .Add(u"\"");
   if (path.fits() && arguments.fits()) {
-    World().shell.ShellExecuteW(u"runas", program, parameters);
+    World().shell.ShellExecuteW(u"runas", program, parameters, kSwShowNormal);
   }
 }
 

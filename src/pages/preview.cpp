@@ -170,7 +170,8 @@ class Picture {
                                       &form) == rows_.height;
   }
   bool Draw(const MemoryContext& target, const Rect& place) const {
-    return World().graphics.StretchDIBits(target.get(), place, bounds(), block_.get(), form_) != 0;
+    return World().graphics.StretchDIBits(target.get(), place, bounds(), block_.get(), form_,
+                                          kRasterCopy) != 0;
   }
 
  private:

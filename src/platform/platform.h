@@ -28,6 +28,10 @@ class PrintSystem {
   virtual bool GetPrinterDriverDirectoryW(const char16_t* server, const char16_t* environment,
                                           std::uint32_t level, void* buffer,
                                           std::uint32_t sizeBytes, std::uint32_t* neededBytes) = 0;
+  // The same in 8-bit text of the system's code page, with "?" for what it has no letter for.
+  virtual bool GetPrinterDriverDirectoryA(const char* server, const char* environment,
+                                          std::uint32_t level, void* buffer,
+                                          std::uint32_t sizeBytes, std::uint32_t* neededBytes) = 0;
   // Results of the printer data: an error code, 0 for success.
   virtual std::uint32_t GetPrinterDataW(PrinterHandle printer, const char16_t* name,
                                         std::uint32_t* type, void* data, std::uint32_t sizeBytes,
@@ -49,6 +53,15 @@ class Locale {
   virtual int GetLocaleInfoW(std::uint32_t locale, std::uint32_t type, char16_t* buffer,
                              int units) = 0;
   virtual std::uint16_t GetUserDefaultUILanguage() = 0;
+  // A day and a time of day in the locale's form, or in that of `format` if there is one. Result:
+  // units written with the terminator, 0 when the text doesn't fit or can't be had.
+  virtual int GetDateFormatW(std::uint32_t locale, std::uint32_t flags, const SystemTime& time,
+                             const char16_t* format, char16_t* buffer, int units) = 0;
+  virtual int GetTimeFormatW(std::uint32_t locale, std::uint32_t flags, const SystemTime& time,
+                             const char16_t* format, char16_t* buffer, int units) = 0;
+  // Widens a terminated text. Result: units written with the terminator, 0 when it doesn't fit.
+  virtual int MultiByteToWideChar(std::uint32_t codePage, const char* text, char16_t* buffer,
+                                  int units) = 0;
 
  protected:
   ~Locale() = default;
@@ -149,8 +162,9 @@ class Shell {
  public:
   // Writes the folder's path, without a separator at the end, into 260 units. Result: an HRESULT.
   virtual std::uint32_t SHGetFolderPathW(std::uint32_t folder, char16_t* path) = 0;
-  virtual bool ShellExecuteW(const char16_t* verb, const char16_t* file,
-                             const char16_t* parameters) = 0;
+  // `verb` may be null for the usual one; `showCommand` is one of ShowWindow's.
+  virtual bool ShellExecuteW(const char16_t* verb, const char16_t* file, const char16_t* parameters,
+                             std::int32_t showCommand) = 0;
   virtual WindowHandle HtmlHelpW(WindowHandle window, const char16_t* file, std::uint32_t command,
                                  std::uintptr_t data) = 0;
 
@@ -175,6 +189,10 @@ class Windows {
   virtual bool InvalidateRect(WindowHandle window) = 0;  // the whole window, its background too
   virtual std::intptr_t SendMessageW(WindowHandle window, std::uint32_t message,
                                      std::uintptr_t wParam, std::intptr_t lParam) = 0;
+  virtual bool PostMessageW(WindowHandle window, std::uint32_t message, std::uintptr_t wParam,
+                            std::intptr_t lParam) = 0;
+  // A top window of this class, whatever its title and whosever it is; null when there is none.
+  virtual WindowHandle FindWindowW(const char16_t* className) = 0;
 
   // Result: units copied, without the terminator.
   virtual int GetWindowTextW(WindowHandle window, char16_t* buffer, int units) = 0;
@@ -263,9 +281,11 @@ class Graphics {
   virtual int GetDIBits(DeviceContext context, GdiObject bitmap, std::uint32_t firstRow,
                         std::uint32_t rows, void* pixels, BitmapInfoHeader* form) = 0;
   // Draws pixels of memory; `from` counts in their rows, the last of which lies at its top when the
-  // form has them last row first. Result: rows drawn, 0 on failure.
+  // form has them last row first. `rasterOperation` is kRasterCopy or another of the ternary ones.
+  // Result: rows drawn, 0 on failure.
   virtual int StretchDIBits(DeviceContext target, const Rect& place, const Rect& from,
-                            const void* pixels, const BitmapInfoHeader& form) = 0;
+                            const void* pixels, const BitmapInfoHeader& form,
+                            std::uint32_t rasterOperation) = 0;
   virtual bool BitBlt(DeviceContext target, const Rect& place, DeviceContext source,
                       Point from) = 0;
   // A place whose right lies left of its left, or whose bottom above its top, turns the picture.
@@ -276,6 +296,58 @@ class Graphics {
   virtual bool FillRect(DeviceContext target, const Rect& place, GdiObject brush) = 0;
   // With the context's pen and brush.
   virtual bool Rectangle(DeviceContext target, const Rect& place) = 0;
+  // Two more shapes with the context's pen and brush.
+  virtual bool Ellipse(DeviceContext target, const Rect& place) = 0;
+  virtual bool Polygon(DeviceContext target, const Point* corners, int count) = 0;
+
+  // The bitmap in a file, in its own size. `flags` are LR_... of LoadImage. Null when there is
+  // none. Freed with DeleteObject.
+  virtual GdiObject LoadImageW(const char16_t* path, std::uint32_t flags) = 0;
+  // Null on failure. All are freed with DeleteObject.
+  virtual GdiObject CreateSolidBrush(std::uint32_t color) = 0;
+  virtual GdiObject CreateBrushIndirect(const LogBrush& brush) = 0;
+  virtual GdiObject CreateFontIndirectW(const LogFont& font) = 0;
+  // Reports the fonts of the face and the character set of `wanted` until the callback says 0.
+  // Result: what the callback said last; what it says when there is no font is up to the platform.
+  virtual int EnumFontFamiliesExW(DeviceContext context, const LogFont& wanted,
+                                  FontCallback callback, std::intptr_t callersWord) = 0;
+
+  // The mapping of a context: from its window, in the units that callers count in, to its viewport,
+  // in the device's. `before` takes what was in force.
+  virtual bool SetWindowOrgEx(DeviceContext context, std::int32_t x, std::int32_t y,
+                              Point* before) = 0;
+  virtual bool SetViewportOrgEx(DeviceContext context, std::int32_t x, std::int32_t y,
+                                Point* before) = 0;
+  virtual bool SetWindowExtEx(DeviceContext context, std::int32_t width, std::int32_t height,
+                              Size* before) = 0;
+  virtual bool SetViewportExtEx(DeviceContext context, std::int32_t width, std::int32_t height,
+                                Size* before) = 0;
+  // Turns points of the device's into callers' ones.
+  virtual bool DPtoLP(DeviceContext context, Point* points, int count) = 0;
+
+  // What drawing goes by. Results: what was in force before; on failure 0, and kInvalidColor or
+  // kInvalidTextAlign where 0 is a value.
+  virtual int SetBkMode(DeviceContext context, std::int32_t mode) = 0;
+  virtual int SetROP2(DeviceContext context, std::int32_t operation) = 0;
+  virtual int SetPolyFillMode(DeviceContext context, std::int32_t mode) = 0;
+  virtual std::uint32_t SetTextAlign(DeviceContext context, std::uint32_t align) = 0;
+  virtual std::uint32_t SetTextColor(DeviceContext context, std::uint32_t color) = 0;
+  virtual std::uint32_t SetBkColor(DeviceContext context, std::uint32_t color) = 0;
+
+  // What is drawn between the first two becomes the context's path instead of a picture.
+  virtual bool BeginPath(DeviceContext context) = 0;
+  virtual bool EndPath(DeviceContext context) = 0;
+  // Fills the path with the context's brush, and drops it.
+  virtual bool FillPath(DeviceContext context) = 0;
+  // `options` are ETO_...; `place` may be null.
+  virtual bool ExtTextOutW(DeviceContext context, std::int32_t x, std::int32_t y,
+                           std::uint32_t options, const Rect* place, const char16_t* text,
+                           int units) = 0;
+  // A word to the driver behind the context. Result: what it answers; 0 for a code that it doesn't
+  // know, below 0 for a failure.
+  virtual int ExtEscape(DeviceContext context, std::int32_t code, std::int32_t inputBytes,
+                        const void* input, std::int32_t outputBytes, void* output) = 0;
+
   // The size of a line of text in the context's font.
   virtual bool GetTextExtentPointW(DeviceContext context, const char16_t* text, int units,
                                    Size* size) = 0;
@@ -284,7 +356,7 @@ class Graphics {
   ~Graphics() = default;
 };
 
-// Threads, processes, versions and activation contexts (kernel32).
+// Threads, processes, versions, the clock, the computer and activation contexts (kernel32).
 class System {
  public:
   virtual std::uint32_t GetCurrentThreadId() = 0;
@@ -300,6 +372,13 @@ class System {
                               std::uint32_t creationFlags, const char16_t* windowTitle,
                               ProcessInformation* information) = 0;
   virtual bool CloseHandle(ProcessHandle handle) = 0;
+  virtual void GetLocalTime(SystemTime* time) = 0;
+  virtual void Sleep(std::uint32_t duration_ms) = 0;
+  // `units` tells the buffer's size and takes the units written, without the terminator.
+  virtual bool GetComputerNameW(char16_t* buffer, std::uint32_t* units) = 0;
+  // Result: units written without the terminator; 0 or a number not below `units` on failure.
+  virtual std::uint32_t GetSystemDirectoryW(char16_t* path, std::uint32_t units) = 0;
+  virtual bool SetCurrentDirectoryW(const char16_t* path) = 0;
 
  protected:
   ~System() = default;

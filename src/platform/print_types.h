@@ -354,8 +354,23 @@ inline constexpr std::size_t kPaperNameUnits = 64;
 struct Point {
   std::int32_t x;
   std::int32_t y;
+  bool operator==(const Point&) const = default;
 };
 static_assert(sizeof(Point) == 8);
+
+// SYSTEMTIME (minwinbase.h): a day and a time of day.
+struct SystemTime {
+  std::uint16_t wYear;
+  std::uint16_t wMonth;      // 1..12
+  std::uint16_t wDayOfWeek;  // 0 is Sunday
+  std::uint16_t wDay;
+  std::uint16_t wHour;
+  std::uint16_t wMinute;
+  std::uint16_t wSecond;
+  std::uint16_t wMilliseconds;
+  bool operator==(const SystemTime&) const = default;
+};
+static_assert(sizeof(SystemTime) == 16);
 
 // ---- Errors and locale --------------------------------------------------------------------------
 
@@ -374,12 +389,15 @@ enum ErrorCode : std::uint32_t {
   kErrorModuleNotFound = 126,
   kErrorAlreadyExists = 183,
   kErrorMoreData = 234,
+  kErrorCanNotComplete = 1003,
   kErrorInvalidPrinterName = 1801,
   kErrorResourceNameNotFound = 1814,
 };
 
 inline constexpr std::uint32_t kLocaleUserDefault = 0x400;  // LOCALE_USER_DEFAULT, winnt.h
 inline constexpr std::uint32_t kLocaleICountry = 5;         // LOCALE_ICOUNTRY, winnls.h
+inline constexpr std::uint32_t kAnsiCodePage = 0;           // CP_ACP, winnls.h
+inline constexpr std::uint32_t kTimeForce24Hours = 0x8;     // TIME_FORCE24HOURFORMAT, winnls.h
 
 inline constexpr std::size_t kMaxPathUnits = 260;  // MAX_PATH
 

@@ -44,6 +44,7 @@ static_assert(sizeof(Rect) == 16);
 struct Size {
   std::int32_t width;
   std::int32_t height;
+  bool operator==(const Size&) const = default;
 };
 static_assert(sizeof(Size) == 8);
 
@@ -57,6 +58,7 @@ enum WindowMessage : std::uint32_t {
   kWmMeasureItem = 0x002C,
   kWmGetFont = 0x0031,
   kWmNotify = 0x004E,
+  kWmCopyData = 0x004A,
   kWmHelp = 0x0053,
   kWmInitDialog = 0x0110,
   kWmCommand = 0x0111,
@@ -269,6 +271,63 @@ static_assert(sizeof(BitmapInfoHeader) == 40);
 static_assert(offsetof(BitmapInfoHeader, biBitCount) == 14);
 static_assert(offsetof(BitmapInfoHeader, biSizeImage) == 20);
 
+// BITMAPINFO (wingdi.h): a header with the first entry of a colour table, which rows of 24 bits a
+// pixel don't look at.
+struct BitmapInfo {
+  BitmapInfoHeader header;
+  std::uint32_t firstColor;
+};
+static_assert(sizeof(BitmapInfo) == 44);
+
+inline constexpr std::size_t kFaceNameUnits = 32;  // LF_FACESIZE, with the terminator
+
+// LOGFONTW (wingdi.h): the font that is wished for.
+struct LogFont {
+  std::int32_t lfHeight;  // callers' units; below 0 without the room above the letters
+  std::int32_t lfWidth;
+  std::int32_t lfEscapement;   // tenths of a degree, against the clock
+  std::int32_t lfOrientation;  // the same, of each letter
+  std::int32_t lfWeight;       // 400 is normal, 700 bold, 0 don't care
+  std::uint8_t lfItalic;
+  std::uint8_t lfUnderline;
+  std::uint8_t lfStrikeOut;
+  std::uint8_t lfCharSet;
+  std::uint8_t lfOutPrecision;
+  std::uint8_t lfClipPrecision;
+  std::uint8_t lfQuality;
+  std::uint8_t lfPitchAndFamily;
+  char16_t lfFaceName[kFaceNameUnits];
+  bool operator==(const LogFont&) const = default;
+};
+static_assert(sizeof(LogFont) == 92);
+static_assert(offsetof(LogFont, lfItalic) == 20);
+static_assert(offsetof(LogFont, lfCharSet) == 23);
+static_assert(offsetof(LogFont, lfFaceName) == 28);
+
+// FONTENUMPROCW: a font that was found, and its metrics, which nobody here looks at. 0 ends the
+// enumeration.
+using FontCallback = int (*)(const LogFont* font, const void* metrics, std::uint32_t fontType,
+                             std::intptr_t callersWord);
+
+// LOGBRUSH (wingdi.h).
+struct LogBrush {
+  std::uint32_t lbStyle;
+  std::uint32_t lbColor;
+  std::uintptr_t lbHatch;
+};
+static_assert(sizeof(LogBrush) == 16);
+static_assert(offsetof(LogBrush, lbColor) == 4);
+
+// COPYDATASTRUCT (winuser.h), what WM_COPYDATA carries into another process.
+struct CopyData {
+  std::uintptr_t dwData;
+  std::uint32_t cbData;  // bytes of lpData
+  void* lpData;
+};
+static_assert(sizeof(CopyData) == 24);
+static_assert(offsetof(CopyData, cbData) == 8);
+static_assert(offsetof(CopyData, lpData) == 16);
+
 // PROCESS_INFORMATION (processthreadsapi.h).
 struct ProcessInformation {
   ProcessHandle hProcess;
@@ -402,6 +461,7 @@ inline constexpr std::int32_t kGclCursor = -12;        // GCL_HCURSOR
 
 // ShowWindow commands.
 inline constexpr std::int32_t kSwHide = 0;
+inline constexpr std::int32_t kSwShowNormal = 1;
 inline constexpr std::int32_t kSwShow = 5;
 
 // Button states of CheckDlgButton.
@@ -420,7 +480,32 @@ inline constexpr std::uint32_t kResourceDialog = 5;  // RT_DIALOG
 inline constexpr std::uint32_t kTtfIdIsWindow = 0x01;
 inline constexpr std::uint32_t kTtfSubclass = 0x10;
 
+// What GetDeviceCaps is asked for.
+inline constexpr std::int32_t kDeviceCapHorzRes = 8;      // HORZRES, pixels
+inline constexpr std::int32_t kDeviceCapVertRes = 10;     // VERTRES, pixels
+inline constexpr std::int32_t kDeviceCapLogPixelsX = 88;  // LOGPIXELSX, dots an inch
 inline constexpr std::int32_t kDeviceCapLogPixelsY = 90;  // LOGPIXELSY
+
+inline constexpr std::uint32_t kInvalidColor = 0xFFFFFFFF;      // CLR_INVALID
+inline constexpr std::uint32_t kInvalidTextAlign = 0xFFFFFFFF;  // GDI_ERROR
+
+inline constexpr std::int32_t kBackgroundTransparent = 1;  // TRANSPARENT
+inline constexpr std::int32_t kFillAlternate = 1;          // ALTERNATE
+inline constexpr std::int32_t kFillWinding = 2;            // WINDING
+inline constexpr std::uint32_t kBrushSolid = 0;            // BS_SOLID
+
+// Options of ExtTextOut, ETO_....
+inline constexpr std::uint32_t kTextOpaque = 0x0002;
+inline constexpr std::uint32_t kTextClipped = 0x0004;
+inline constexpr std::uint32_t kTextRightToLeft = 0x0080;  // ETO_RTLREADING
+
+inline constexpr std::uint32_t kRasterCopy = 0x00CC0020;  // SRCCOPY
+inline constexpr std::uint32_t kRasterAnd = 0x008800C6;   // SRCAND
+
+inline constexpr std::uint8_t kDefaultCharSet = 1;         // DEFAULT_CHARSET
+inline constexpr std::uint8_t kOutTrueTypeOnly = 7;        // OUT_TT_ONLY_PRECIS
+inline constexpr std::uint32_t kLoadFromFile = 0x10;       // LR_LOADFROMFILE
+inline constexpr std::uint32_t kLoadInDefaultSize = 0x40;  // LR_DEFAULTSIZE; a bitmap has its own
 
 // Objects that the system keeps at hand, for GetStockObject.
 inline constexpr std::int32_t kWhiteBrush = 0;  // WHITE_BRUSH

@@ -89,7 +89,7 @@ class AskedShell final : public Shell {
     return next_.SHGetFolderPathW(folder, path);
   }
   bool ShellExecuteW(const char16_t* /*verb*/, const char16_t* /*file*/,
-                     const char16_t* /*parameters*/) override {
+                     const char16_t* /*parameters*/, std::int32_t /*showCommand*/) override {
     return false;
   }
   WindowHandle HtmlHelpW(WindowHandle /*window*/, const char16_t* /*file*/,

@@ -134,9 +134,10 @@ class WindowConformance : public testing::Test {
     const std::vector<std::uint8_t> rows =
         test::NumberedRows(picture.size.width, picture.size.height);
     const Rect all = {0, 0, picture.size.width, picture.size.height};
-    EXPECT_NE(graphics().StretchDIBits(picture.context, all, all, rows.data(),
-                                       test::Form(picture.size.width, picture.size.height)),
-              0);
+    EXPECT_NE(
+        graphics().StretchDIBits(picture.context, all, all, rows.data(),
+                                 test::Form(picture.size.width, picture.size.height), kRasterCopy),
+        0);
   }
   using Rows = std::vector<std::string>;
 
@@ -165,7 +166,8 @@ class WindowConformance : public testing::Test {
   // The same numbered picture, out of memory.
   bool CopyNumberedRows(Picture& target, const Copy& copy) {
     return graphics().StretchDIBits(target.context, copy.place, copy.from,
-                                    test::NumberedRows(6, 3).data(), test::Form(6, 3)) != 0;
+                                    test::NumberedRows(6, 3).data(), test::Form(6, 3),
+                                    kRasterCopy) != 0;
   }
 
   Host host_;
@@ -426,11 +428,11 @@ TYPED_TEST_P(WindowConformance, RowsOfMemoryAreDrawnAndReadBack) {
     // The first row of memory is the last of the picture.
     const std::vector<std::uint8_t> rows = test::NumberedRows(6, 3);
     EXPECT_NE(graphics.StretchDIBits(picture.context, {0, 0, 6, 1}, {0, 0, 6, 1}, rows.data(),
-                                     test::Form(6, 3)),
+                                     test::Form(6, 3), kRasterCopy),
               0);
     EXPECT_EQ(picture.Rows(), (std::vector<std::string>{"345678", "234567", "345678"}));
     EXPECT_NE(graphics.StretchDIBits(picture.context, {5, 2, -1, -1}, {0, 0, 6, 3}, rows.data(),
-                                     test::Form(6, 3)),
+                                     test::Form(6, 3), kRasterCopy),
               0);
     EXPECT_EQ(picture.Rows(), (std::vector<std::string>{"876543", "765432", "654321"}));
   }

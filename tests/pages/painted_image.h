@@ -66,7 +66,7 @@ class Canvas {
     Hold();
     const std::vector<std::uint8_t> rows = RowsOf(image);
     const Rect all = {0, 0, image.width, image.height};
-    graphics.StretchDIBits(context_, all, all, rows.data(), Form());
+    graphics.StretchDIBits(context_, all, all, rows.data(), Form(), kRasterCopy);
   }
   ~Canvas() {
     Release();

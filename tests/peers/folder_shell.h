@@ -18,7 +18,7 @@ class FolderShell final : public Shell {
     return 0;
   }
   bool ShellExecuteW(const char16_t* /*verb*/, const char16_t* /*file*/,
-                     const char16_t* /*parameters*/) override {
+                     const char16_t* /*parameters*/, std::int32_t /*showCommand*/) override {
     return false;
   }
   WindowHandle HtmlHelpW(WindowHandle /*window*/, const char16_t* /*file*/,

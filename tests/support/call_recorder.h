@@ -136,6 +136,13 @@ class CallRecorder final : public PrintSystem,
     return world_.platform.print.GetPrinterDriverDirectoryW(server, environment, level, buffer,
                                                             sizeBytes, neededBytes);
   }
+  bool GetPrinterDriverDirectoryA(const char* server, const char* environment, std::uint32_t level,
+                                  void* buffer, std::uint32_t sizeBytes,
+                                  std::uint32_t* neededBytes) override {
+    calls.push_back("GetPrinterDriverDirectoryA level " + std::to_string(level));
+    return world_.platform.print.GetPrinterDriverDirectoryA(server, environment, level, buffer,
+                                                            sizeBytes, neededBytes);
+  }
   std::uint32_t GetPrinterDataW(PrinterHandle printer, const char16_t* name, std::uint32_t* type,
                                 void* data, std::uint32_t sizeBytes,
                                 std::uint32_t* neededBytes) override {
@@ -162,6 +169,21 @@ class CallRecorder final : public PrintSystem,
   std::uint16_t GetUserDefaultUILanguage() override {
     calls.emplace_back("GetUserDefaultUILanguage");
     return world_.platform.locale.GetUserDefaultUILanguage();
+  }
+  int GetDateFormatW(std::uint32_t locale, std::uint32_t flags, const SystemTime& time,
+                     const char16_t* format, char16_t* buffer, int units) override {
+    calls.emplace_back("GetDateFormatW");
+    return world_.platform.locale.GetDateFormatW(locale, flags, time, format, buffer, units);
+  }
+  int GetTimeFormatW(std::uint32_t locale, std::uint32_t flags, const SystemTime& time,
+                     const char16_t* format, char16_t* buffer, int units) override {
+    calls.emplace_back("GetTimeFormatW");
+    return world_.platform.locale.GetTimeFormatW(locale, flags, time, format, buffer, units);
+  }
+  int MultiByteToWideChar(std::uint32_t codePage, const char* text, char16_t* buffer,
+                          int units) override {
+    calls.emplace_back("MultiByteToWideChar");
+    return world_.platform.locale.MultiByteToWideChar(codePage, text, buffer, units);
   }
 
   // ---- Modules

@@ -108,6 +108,11 @@ class DialogRecorder final : public Windows {
     return !Fails("InvalidateRect");
   }
 
+  bool PostMessageW(WindowHandle /*window*/, std::uint32_t /*message*/, std::uintptr_t /*wParam*/,
+                    std::intptr_t /*lParam*/) override {
+    return false;
+  }
+  WindowHandle FindWindowW(const char16_t* /*className*/) override { return nullptr; }
   std::intptr_t SendMessageW(WindowHandle window, std::uint32_t message, std::uintptr_t wParam,
                              std::intptr_t lParam) override {
     if (Fails("SendMessageW")) {

@@ -1,5 +1,6 @@
 #include "platform/headless/headless_graphics.h"
 
+#include "platform/headless/context_places.h"
 #include "platform/headless/headless_platform.h"
 #include "platform/headless/names.h"
 #include "platform/headless/stock_objects.h"
@@ -18,20 +19,6 @@ constexpr std::uint32_t kFaceColor = 0x00F0F0F0;
 // What a new context in memory holds: a bitmap of one pixel that belongs to nobody.
 GdiObject StockBitmap() {
   return HandleOf<GdiObject>(0x600000);
-}
-
-// ---- Places -------------------------------------------------------------------------------------
-
-Extent Across(const Rect& rect) {
-  return {rect.left, rect.Width()};
-}
-Extent Down(const Rect& rect) {
-  return {rect.top, rect.Height()};
-}
-
-// The same pixels, counted from the other edge of a picture of this width.
-Extent FromOtherEdge(Extent extent, std::int32_t width) {
-  return {width - 1 - extent.start, -extent.length};
 }
 
 }  // namespace
@@ -83,7 +70,8 @@ std::optional<HeadlessGraphics::Pen> HeadlessGraphics::PenOf(GdiObject pen) cons
 bool HeadlessGraphics::IsSelected(GdiObject object) const {
   return std::ranges::any_of(contexts_, [object](const auto& entry) {
     const Context& context = entry.second;
-    return context.bitmap == object || context.pen == object;
+    return context.bitmap == object || context.pen == object || context.brush == object ||
+           context.font == object;
   });
 }
 
@@ -123,17 +111,6 @@ GdiObject HeadlessGraphics::CreateCompatibleBitmap(DeviceContext context, std::i
                     .pixels = Surface(size.width, size.height)});
 }
 
-GdiObject HeadlessGraphics::CreatePen(std::int32_t style, std::int32_t width, std::uint32_t color) {
-  if (faults_.ShouldFail("CreatePen") || style != kPenSolid) {
-    Fail(kErrorInvalidParameter);
-    return nullptr;
-  }
-  const auto handle = HandleOf<GdiObject>(nextHandle_);
-  nextHandle_ += kHandleStep;
-  pens_[handle] = {color, std::max(width, 1)};
-  return handle;
-}
-
 GdiObject HeadlessGraphics::GetStockObject(std::int32_t index) {
   const bool known =
       IsStockBrush(index) || (index >= kWhitePen && index <= kNullPen) || IsStockFont(index);
@@ -144,7 +121,8 @@ bool HeadlessGraphics::DeleteObject(GdiObject object) {
   if (StockIndex(object) >= 0) {
     return true;
   }
-  return (!IsSelected(object) && (bitmaps_.erase(object) != 0 || pens_.erase(object) != 0)) ||
+  const auto isErased = [object](auto&... objects) { return (objects.erase(object) + ...) != 0; };
+  return (!IsSelected(object) && isErased(bitmaps_, pens_, brushes_, fonts_)) ||
          Fail(kErrorInvalidHandle);
 }
 
@@ -217,7 +195,18 @@ int HeadlessGraphics::GetDeviceCaps(DeviceContext context, std::int32_t index) {
   if (faults_.ShouldFail("GetDeviceCaps") || Find(context) == nullptr) {
     return 0;
   }
-  return index == kDeviceCapLogPixelsY ? logPixelsY : 0;
+  const PrinterDevice* printer = Find(context)->printer;
+  switch (index) {
+    case kDeviceCapLogPixelsX:
+    case kDeviceCapLogPixelsY:
+      return printer == nullptr ? logPixelsY : printer->dotsPerInch;
+    case kDeviceCapHorzRes:
+      return printer == nullptr ? 0 : printer->page.width;
+    case kDeviceCapVertRes:
+      return printer == nullptr ? 0 : printer->page.height;
+    default:
+      return 0;
+  }
 }
 
 DeviceContext HeadlessGraphics::CreateCompatibleDC(DeviceContext context) {
@@ -235,7 +224,7 @@ DeviceContext HeadlessGraphics::CreateCompatibleDC(DeviceContext context) {
 
 bool HeadlessGraphics::DeleteDC(DeviceContext context) {
   const Context* found = Find(context);
-  if (found == nullptr || !found->isInMemory) {
+  if (found == nullptr || (!found->isInMemory && found->printer == nullptr)) {
     return Fail(kErrorInvalidHandle);
   }
   contexts_.erase(context);
@@ -245,10 +234,10 @@ bool HeadlessGraphics::DeleteDC(DeviceContext context) {
 // Where a context keeps what an object is; null for an object that it can't have.
 GdiObject* HeadlessGraphics::PlaceFor(Context& context, GdiObject object) {
   const std::int32_t index = StockIndex(object);
-  if (IsStockBrush(index)) {
+  if (IsStockBrush(index) || brushes_.contains(object)) {
     return &context.brush;
   }
-  if (IsStockFont(index) || object == DialogFont()) {
+  if (IsStockFont(index) || object == DialogFont() || fonts_.contains(object)) {
     return &context.font;
   }
   if (index == kNullPen || PenOf(object)) {
@@ -272,7 +261,9 @@ GdiObject HeadlessGraphics::SelectObject(DeviceContext context, GdiObject object
     found->pixels = isFirst ? &firstBitmap_ : &bitmap->second.pixels;
     found->isTwoColored = isFirst || bitmap->second.isTwoColored;
   }
-  return std::exchange(*place, object);
+  const GdiObject before = std::exchange(*place, object);
+  RecordSelection(*found, object);
+  return before;
 }
 
 std::uint32_t HeadlessGraphics::GetLayout(DeviceContext context) {
@@ -296,22 +287,14 @@ int HeadlessGraphics::SetStretchBltMode(DeviceContext context, std::int32_t mode
   if (found == nullptr || mode < 1 || mode > kStretchHalftone) {
     return 0;
   }
-  return std::exchange(found->stretchMode, mode);
+  const std::int32_t before = std::exchange(found->state.stretchMode, mode);
+  Record(*found, {.call = DrawingCall::kSetStretchBltMode, .numbers = {mode}});
+  return before;
 }
 
 // ---- Copies -------------------------------------------------------------------------------------
 
 namespace {
-
-// Counts an extent of a context from its left edge. Upright bitmaps keep their way then.
-Extent OnSurface(Extent extent, std::int32_t width, std::uint32_t layout, bool mayStayUpright) {
-  if ((layout & kLayoutRightToLeft) == 0) {
-    return extent;
-  }
-  const Extent mirrored = FromOtherEdge(extent, width);
-  const bool staysUpright = mayStayUpright && (layout & kLayoutBitmapsUpright) != 0;
-  return staysUpright ? mirrored.Turned() : mirrored;
-}
 
 Sampling SamplingOf(std::int32_t stretchMode) {
   switch (stretchMode) {
@@ -339,7 +322,7 @@ bool HeadlessGraphics::DrawCopy(Context& target, const Rect& place, Context& sou
       .toY = Down(place),
       .fromX = OnSurface(Across(from), source.pixels->width(), source.layout, true),
       .fromY = Down(from),
-      .sampling = SamplingOf(target.stretchMode),
+      .sampling = SamplingOf(target.state.stretchMode),
       .leftOut = leftOut};
   if (target.pixels == source.pixels) {
     const Surface before = *source.pixels;
@@ -415,71 +398,35 @@ int HeadlessGraphics::GetDIBits(DeviceContext context, GdiObject bitmap, std::ui
 }
 
 int HeadlessGraphics::StretchDIBits(DeviceContext target, const Rect& place, const Rect& from,
-                                    const void* pixels, const BitmapInfoHeader& form) {
+                                    const void* pixels, const BitmapInfoHeader& form,
+                                    std::uint32_t rasterOperation) {
   Context* onto = Take("StretchDIBits", target);
-  if (onto == nullptr || pixels == nullptr || !IsKnownForm(form)) {
+  const bool isKnownOperation = rasterOperation == kRasterCopy || rasterOperation == kRasterAnd;
+  if (onto == nullptr || pixels == nullptr || !IsKnownForm(form) || !isKnownOperation) {
     return Fail(kErrorInvalidParameter);
   }
   const PixelRows rows = RowsOf(pixels, form);
+  if (onto->printer != nullptr) {
+    RecordPicture(*onto, place, from, pixels, form, rasterOperation);
+  }
   if (onto->pixels == nullptr) {
     return rows.height;
   }
   const bool lastRowFirst = form.biHeight > 0;
+  const Surface before = rasterOperation == kRasterAnd ? *onto->pixels : Surface();
   CopyPixels(*onto->pixels, rows,
              {.toX = OnSurface(Across(place), onto->pixels->width(), onto->layout, false),
               .toY = Down(place),
               .fromX = Across(from),
               .fromY = lastRowFirst ? FromOtherEdge(Down(from), rows.height).Turned() : Down(from),
-              .sampling = SamplingOf(onto->stretchMode)});
+              .sampling = SamplingOf(onto->state.stretchMode)});
+  if (rasterOperation == kRasterAnd) {
+    KeepCommonBits(*onto->pixels, before);
+  }
   if (onto->isTwoColored) {
     MakeBlackAndWhite(*onto->pixels);
   }
   return rows.height;
-}
-
-// ---- Shapes and texts ---------------------------------------------------------------------------
-
-bool HeadlessGraphics::FillRect(DeviceContext target, const Rect& place, GdiObject brush) {
-  Context* onto = Take("FillRect", target);
-  if (onto == nullptr || !IsStockBrush(StockIndex(brush))) {
-    return Fail(kErrorInvalidHandle);
-  }
-  if (const auto color = BrushColor(brush); color && onto->pixels != nullptr) {
-    FillPixels(*onto->pixels, OnSurface(Across(place), onto->pixels->width(), onto->layout, false),
-               Down(place), *color);
-  }
-  return true;
-}
-
-bool HeadlessGraphics::Rectangle(DeviceContext target, const Rect& place) {
-  Context* onto = Take("Rectangle", target);
-  if (onto == nullptr) {
-    return Fail(kErrorInvalidHandle);
-  }
-  if (onto->pixels == nullptr) {
-    return true;
-  }
-  // In whichever order the corners are given.
-  const Rect ordered = {std::min(place.left, place.right), std::min(place.top, place.bottom),
-                        std::max(place.left, place.right), std::max(place.top, place.bottom)};
-  const Extent across = OnSurface(Across(ordered), onto->pixels->width(), onto->layout, false);
-  if (const auto color = BrushColor(onto->brush); color) {
-    FillPixels(*onto->pixels, across, Down(ordered), *color);
-  }
-  if (const auto pen = PenOf(onto->pen); pen) {
-    FramePixels(*onto->pixels, across, Down(ordered), pen->color, pen->width);
-  }
-  return true;
-}
-
-bool HeadlessGraphics::GetTextExtentPointW(DeviceContext context, const char16_t* text, int units,
-                                           Size* size) {
-  constexpr std::int32_t kLineHeight = 12;
-  if (faults_.ShouldFail("GetTextExtentPointW") || Find(context) == nullptr || text == nullptr) {
-    return Fail(kErrorInvalidHandle);
-  }
-  *size = {units * kLineHeight / 2, kLineHeight};
-  return true;
 }
 
 }  // namespace ostrel::headless

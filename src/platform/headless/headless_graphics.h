@@ -1,7 +1,8 @@
 // The drawing of the in-memory platform: bitmaps of installed libraries and in memory, device
-// contexts of windows and in memory, pens, and the pixels of all of them. A test looks at the
-// pixels of a window, or at the transparent copies, which are kept as data too: which bitmap,
-// where, and under which layout.
+// contexts of windows, in memory and of printers, pens, brushes and fonts, and the pixels of all of
+// them but the printers, whose contexts write down what is done on them. A test looks at the pixels
+// of a window, at a printer's operations, or at the transparent copies, which are kept as data too:
+// which bitmap, where, and under which layout.
 //
 // A mirrored context counts from its right edge. A copy between a mirrored context and one that
 // isn't turns the picture, unless the mirrored one keeps bitmaps upright; a copy out of memory onto
@@ -9,19 +10,24 @@
 // nothing can be copied from it.
 #pragma once
 
+#include "platform/headless/drawing_record.h"
 #include "platform/headless/fault_plan.h"
 #include "platform/headless/pixel_surface.h"
 #include "platform/platform.h"
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <optional>
+#include <string>
+#include <string_view>
 #include <vector>
 
 namespace ostrel::headless {
 
 class HeadlessDebugOutput;
+class HeadlessFiles;
 class HeadlessModules;
 class HeadlessWindows;
 
@@ -30,8 +36,9 @@ GdiObject DialogFont();
 
 class HeadlessGraphics final : public Graphics {
  public:
-  HeadlessGraphics(FaultPlan& faults, HeadlessDebugOutput& debug, HeadlessModules& modules)
-      : faults_(faults), debug_(debug), modules_(modules) {}
+  HeadlessGraphics(FaultPlan& faults, HeadlessDebugOutput& debug, HeadlessModules& modules,
+                   const HeadlessFiles& files)
+      : faults_(faults), debug_(debug), modules_(modules), files_(files) {}
 
   GdiObject LoadBitmapW(ModuleHandle module, std::uint32_t id) override;
   // A bitmap or a pen that a context still holds is not deleted; the system's own objects never
@@ -63,7 +70,7 @@ class HeadlessGraphics final : public Graphics {
   int GetDIBits(DeviceContext context, GdiObject bitmap, std::uint32_t firstRow, std::uint32_t rows,
                 void* pixels, BitmapInfoHeader* form) override;
   int StretchDIBits(DeviceContext target, const Rect& place, const Rect& from, const void* pixels,
-                    const BitmapInfoHeader& form) override;
+                    const BitmapInfoHeader& form, std::uint32_t rasterOperation) override;
   bool BitBlt(DeviceContext target, const Rect& place, DeviceContext source, Point from) override;
   bool StretchBlt(DeviceContext target, const Rect& place, DeviceContext source,
                   const Rect& from) override;
@@ -71,9 +78,49 @@ class HeadlessGraphics final : public Graphics {
   int SetStretchBltMode(DeviceContext context, std::int32_t mode) override;
   bool FillRect(DeviceContext target, const Rect& place, GdiObject brush) override;
   bool Rectangle(DeviceContext target, const Rect& place) override;
-  // A character is half as wide as it is high, in the font of every context.
+  // Shapes, paths and texts leave no pixels; a printer's context writes them down.
+  bool Ellipse(DeviceContext target, const Rect& place) override;
+  bool Polygon(DeviceContext target, const Point* corners, int count) override;
+  // A file of the in-memory file system, in a form that is known here.
+  GdiObject LoadImageW(const char16_t* path, std::uint32_t flags) override;
+  GdiObject CreateSolidBrush(std::uint32_t color) override;
+  GdiObject CreateBrushIndirect(const LogBrush& brush) override;
+  GdiObject CreateFontIndirectW(const LogFont& font) override;
+  // Reports the character sets of `fonts` under the face; 0 when there is none.
+  int EnumFontFamiliesExW(DeviceContext context, const LogFont& wanted, FontCallback callback,
+                          std::intptr_t callersWord) override;
+  bool SetWindowOrgEx(DeviceContext context, std::int32_t x, std::int32_t y,
+                      Point* before) override;
+  bool SetViewportOrgEx(DeviceContext context, std::int32_t x, std::int32_t y,
+                        Point* before) override;
+  // A context counts in pixels until it is told otherwise: extents change nothing then.
+  bool SetWindowExtEx(DeviceContext context, std::int32_t width, std::int32_t height,
+                      Size* before) override;
+  bool SetViewportExtEx(DeviceContext context, std::int32_t width, std::int32_t height,
+                        Size* before) override;
+  bool DPtoLP(DeviceContext context, Point* points, int count) override;
+  int SetBkMode(DeviceContext context, std::int32_t mode) override;
+  int SetROP2(DeviceContext context, std::int32_t operation) override;
+  int SetPolyFillMode(DeviceContext context, std::int32_t mode) override;
+  std::uint32_t SetTextAlign(DeviceContext context, std::uint32_t align) override;
+  std::uint32_t SetTextColor(DeviceContext context, std::uint32_t color) override;
+  std::uint32_t SetBkColor(DeviceContext context, std::uint32_t color) override;
+  bool BeginPath(DeviceContext context) override;
+  bool EndPath(DeviceContext context) override;
+  bool FillPath(DeviceContext context) override;
+  bool ExtTextOutW(DeviceContext context, std::int32_t x, std::int32_t y, std::uint32_t options,
+                   const Rect* place, const char16_t* text, int units) override;
+  int ExtEscape(DeviceContext context, std::int32_t code, std::int32_t inputBytes,
+                const void* input, std::int32_t outputBytes, void* output) override;
+  // What `measureText` says. Without it a character is half as wide as it is high, in the height of
+  // the font that the context was given, or of every other one.
   bool GetTextExtentPointW(DeviceContext context, const char16_t* text, int units,
                            Size* size) override;
+
+  // A context on a printer's device, which must outlive it. Freed with DeleteDC.
+  DeviceContext OpenPrinter(PrinterDevice& device);
+  // Moves the origin of the device behind a context, as its driver does.
+  void MoveDeviceOrigin(DeviceContext context, Point origin);
 
   // Where a bitmap came from, and its pixels.
   struct Bitmap {
@@ -98,10 +145,16 @@ class HeadlessGraphics final : public Graphics {
   // Whether a new context in memory has the layout of its model: systems differ.
   bool memoryTakesLayout = true;
   std::uint32_t mostRowsRead = 0xFFFFFFFF;  // by one GetDIBits
+  // The size of a text in a font that was made.
+  std::function<Size(const LogFont& font, std::u16string_view text)> measureText = {};
+  // The computer's fonts: the character sets of each face.
+  std::map<std::u16string, std::vector<std::uint8_t>> fonts = {{u"Arial", {0, 177, 204}}};
 
-  // Bitmaps, pens and contexts that were not given back.
+  // Bitmaps, pens, brushes, fonts and contexts that were not given back.
   std::size_t liveBitmaps() const { return bitmaps_.size(); }
   std::size_t livePens() const { return pens_.size(); }
+  std::size_t liveBrushes() const { return brushes_.size(); }
+  std::size_t liveFonts() const { return fonts_.size(); }
   std::size_t liveContexts() const { return contexts_.size(); }
   // Null for what is no bitmap (any more).
   const Bitmap* BitmapOf(GdiObject bitmap) const;
@@ -116,10 +169,10 @@ class HeadlessGraphics final : public Graphics {
   void EndPaint(DeviceContext context) { contexts_.erase(context); }
 
  private:
-  struct Pen {
-    std::uint32_t color = 0;
-    std::int32_t width = 1;
-  };
+  using Pen = DrawingPen;
+  // What becomes of shapes and texts: they are drawn, or they go into a path that is begun, or is
+  // there to be filled.
+  enum class PathState { kNone, kBegun, kEnded };
   struct Context {
     WindowHandle window = nullptr;
     bool isInMemory = false;
@@ -130,7 +183,9 @@ class HeadlessGraphics final : public Graphics {
     GdiObject brush = nullptr;
     GdiObject font = nullptr;
     std::uint32_t layout = 0;
-    std::int32_t stretchMode = 1;  // BLACKONWHITE
+    PrinterDevice* printer = nullptr;
+    DrawingState state = {};  // but for the objects, which stand above
+    PathState path = PathState::kNone;
 
     bool IsMirrored() const { return (layout & kLayoutRightToLeft) != 0; }
   };
@@ -142,6 +197,23 @@ class HeadlessGraphics final : public Graphics {
   GdiObject AddBitmap(Bitmap bitmap);
   GdiObject* PlaceFor(Context& context, GdiObject object);
   bool IsSelected(GdiObject object) const;
+  std::optional<std::uint32_t> BrushColorOf(GdiObject brush) const;
+  const LogFont* FontOf(GdiObject font) const;
+  // Writes an operation down where the context is a printer's.
+  void Record(Context& context, DrawingOperation operation);
+  void RecordSelection(Context& context, GdiObject object);
+  void RecordPicture(Context& context, const Rect& place, const Rect& from, const void* pixels,
+                     const BitmapInfoHeader& form, std::uint32_t rasterOperation);
+  bool Shape(const char* name, DeviceContext context, DrawingOperation operation);
+  bool SetPoint(const char* name, DeviceContext context, DrawingCall call,
+                Point DrawingMapping::*member, Point value, Point* before);
+  bool SetExtent(const char* name, DeviceContext context, DrawingCall call,
+                 Size DrawingMapping::*member, Size value, Size* before);
+  template <typename Value>
+  Value SetWord(const char* name, DeviceContext context, DrawingCall call,
+                Value DrawingState::*member, Value value, bool isValid, Value onFailure);
+  template <typename Object>
+  GdiObject AddObject(std::map<GdiObject, Object>& objects, Object object);
   std::optional<Pen> PenOf(GdiObject pen) const;
   // Draws a copy of what another context shows.
   bool DrawCopy(Context& target, const Rect& place, Context& source, const Rect& from,
@@ -151,9 +223,12 @@ class HeadlessGraphics final : public Graphics {
   FaultPlan& faults_;
   HeadlessDebugOutput& debug_;
   HeadlessModules& modules_;
+  const HeadlessFiles& files_;
   const HeadlessWindows* windows_ = nullptr;
   std::map<GdiObject, Bitmap> bitmaps_;
   std::map<GdiObject, Pen> pens_;
+  std::map<GdiObject, std::optional<std::uint32_t>> brushes_;
+  std::map<GdiObject, LogFont> fonts_;
   std::map<DeviceContext, Context> contexts_;
   std::map<WindowHandle, Surface> windowPixels_;
   Surface firstBitmap_{1, 1};  // that new contexts in memory hold

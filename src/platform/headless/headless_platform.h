@@ -11,6 +11,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
@@ -59,9 +60,19 @@ class HeadlessLocale final : public Locale {
   int GetLocaleInfoW(std::uint32_t locale, std::uint32_t type, char16_t* buffer,
                      int units) override;
   std::uint16_t GetUserDefaultUILanguage() override { return uiLanguage; }
+  // The locale's form of a day is `dateFormat`, of a time "HH:mm:ss". Of formats, the letters yyyy,
+  // MM, dd, HH, mm and ss are known.
+  int GetDateFormatW(std::uint32_t locale, std::uint32_t flags, const SystemTime& time,
+                     const char16_t* format, char16_t* buffer, int units) override;
+  int GetTimeFormatW(std::uint32_t locale, std::uint32_t flags, const SystemTime& time,
+                     const char16_t* format, char16_t* buffer, int units) override;
+  // For texts of ASCII letters, whatever the code page; others count as Latin 1.
+  int MultiByteToWideChar(std::uint32_t codePage, const char* text, char16_t* buffer,
+                          int units) override;
 
   std::u16string country = u"1";      // LOCALE_ICOUNTRY
   std::uint16_t uiLanguage = 0x0409;  // LANGID: English, United States
+  std::u16string dateFormat = u"MM/dd/yyyy";
 
  private:
   FaultPlan& faults_;
@@ -106,6 +117,9 @@ class HeadlessPrintSystem final : public PrintSystem {
                          std::uint32_t* neededBytes) override;
   bool GetPrinterDriverDirectoryW(const char16_t* server, const char16_t* environment,
                                   std::uint32_t level, void* buffer, std::uint32_t sizeBytes,
+                                  std::uint32_t* neededBytes) override;
+  bool GetPrinterDriverDirectoryA(const char* server, const char* environment, std::uint32_t level,
+                                  void* buffer, std::uint32_t sizeBytes,
                                   std::uint32_t* neededBytes) override;
   std::uint32_t GetPrinterDataW(PrinterHandle printer, const char16_t* name, std::uint32_t* type,
                                 void* data, std::uint32_t sizeBytes,
@@ -312,8 +326,8 @@ class HeadlessShell final : public Shell {
   explicit HeadlessShell(FaultPlan& faults) : faults_(faults) {}
 
   std::uint32_t SHGetFolderPathW(std::uint32_t folder, char16_t* path) override;
-  bool ShellExecuteW(const char16_t* verb, const char16_t* file,
-                     const char16_t* parameters) override;
+  bool ShellExecuteW(const char16_t* verb, const char16_t* file, const char16_t* parameters,
+                     std::int32_t showCommand) override;
   WindowHandle HtmlHelpW(WindowHandle window, const char16_t* file, std::uint32_t command,
                          std::uintptr_t data) override;
 
@@ -321,6 +335,7 @@ class HeadlessShell final : public Shell {
     std::u16string verb;
     std::u16string file;
     std::u16string parameters;
+    std::int32_t showCommand = kSwShowNormal;
     bool operator==(const Started&) const = default;
   };
   struct HelpCall {
@@ -353,6 +368,11 @@ class HeadlessSystem final : public System {
                       std::uint32_t creationFlags, const char16_t* windowTitle,
                       ProcessInformation* information) override;
   bool CloseHandle(ProcessHandle handle) override;
+  void GetLocalTime(SystemTime* time) override { *time = localTime; }
+  void Sleep(std::uint32_t duration_ms) override;
+  bool GetComputerNameW(char16_t* buffer, std::uint32_t* units) override;
+  std::uint32_t GetSystemDirectoryW(char16_t* path, std::uint32_t units) override;
+  bool SetCurrentDirectoryW(const char16_t* path) override;
 
   // Programs that were started, in order.
   struct StartedProcess {
@@ -367,6 +387,13 @@ class HeadlessSystem final : public System {
 
   std::uint32_t threadId = 0x1234;
   std::uint32_t majorVersion = 10;
+  SystemTime localTime = {2026, 3, 1, 9, 14, 5, 7, 0};  // Monday, 9 March 2026, 14:05:07
+  std::u16string computerName = u"DESK-7";
+  std::u16string systemDirectory = u"C:\\windows\\system32";
+  std::u16string currentDirectory = u"C:\\";
+  // Waits that were asked for; none of them takes any time. `onSleep` plays what happens meanwhile.
+  std::vector<std::uint32_t> sleeps_ms;
+  std::function<void()> onSleep;
 
   std::size_t liveContexts() const { return contexts_.size(); }
   // The manifests that contexts were asked for, in order.
@@ -392,7 +419,7 @@ struct HeadlessPlatform {
   HeadlessRegistry registry{faults};
   HeadlessSecurity security{faults, debug};
   HeadlessShell shell{faults};
-  HeadlessGraphics graphics{faults, debug, modules};
+  HeadlessGraphics graphics{faults, debug, modules, files};
   HeadlessWindows windows{faults, debug, modules, graphics};
   HeadlessSystem system{faults, modules};
   Platform lists{print, locale,  modules,  files,  registry, security,

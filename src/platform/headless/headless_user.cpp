@@ -436,11 +436,11 @@ std::uint32_t HeadlessShell::SHGetFolderPathW(std::uint32_t folder, char16_t* pa
 }
 
 bool HeadlessShell::ShellExecuteW(const char16_t* verb, const char16_t* file,
-                                  const char16_t* parameters) {
+                                  const char16_t* parameters, std::int32_t showCommand) {
   if (faults_.ShouldFail("ShellExecuteW")) {
     return false;
   }
-  started.push_back({verb, file, parameters});
+  started.push_back({verb == nullptr ? u"" : verb, file, parameters, showCommand});
   return true;
 }
 

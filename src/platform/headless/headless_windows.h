@@ -51,6 +51,10 @@ class HeadlessWindows final : public Windows {
   bool InvalidateRect(WindowHandle window) override;
   std::intptr_t SendMessageW(WindowHandle window, std::uint32_t message, std::uintptr_t wParam,
                              std::intptr_t lParam) override;
+  // Kept until DeliverPosted.
+  bool PostMessageW(WindowHandle window, std::uint32_t message, std::uintptr_t wParam,
+                    std::intptr_t lParam) override;
+  WindowHandle FindWindowW(const char16_t* className) override;
   int GetWindowTextW(WindowHandle window, char16_t* buffer, int units) override;
   bool SetWindowTextW(WindowHandle window, const char16_t* text) override;
   bool SetWindowTextA(WindowHandle window, const char* text) override;
@@ -155,10 +159,13 @@ class HeadlessWindows final : public Windows {
   WindowHandle CreateDialogWindow(ModuleHandle module, std::uint32_t templateId,
                                   WindowHandle parent, DialogProcedure procedure,
                                   std::intptr_t initParam, bool asChild);
-  // A window that `answerer` answers for.
+  // A window that `answerer` answers for; FindWindowW finds it by its class, in lower case.
   WindowHandle CreatePlayedWindow(
       Rect place,
-      std::function<std::intptr_t(std::uint32_t, std::uintptr_t, std::intptr_t)> answerer);
+      std::function<std::intptr_t(std::uint32_t, std::uintptr_t, std::intptr_t)> answerer,
+      const std::u16string& className = u"");
+  // Hands the messages over that were posted so far, as a thread does that asks for them.
+  void DeliverPosted();
   // A message to a window, handled by whoever has to. A dialog's answer is what it put into
   // DWLP_MSGRESULT, when its procedure says that it has answered.
   std::intptr_t Deliver(WindowHandle window, std::uint32_t message, std::uintptr_t wParam,
@@ -199,9 +206,17 @@ class HeadlessWindows final : public Windows {
   Window* Take(const char* operation, WindowHandle window);
   bool Fail(std::uint32_t code);
 
+  struct PostedMessage {
+    WindowHandle window;
+    std::uint32_t message;
+    std::uintptr_t wParam;
+    std::intptr_t lParam;
+  };
+
   FaultPlan& faults_;
   HeadlessDebugOutput& debug_;
   HeadlessModules& modules_;
+  std::vector<PostedMessage> posted_;
   std::map<WindowHandle, std::unique_ptr<Window>> windows_;
   std::map<std::pair<std::u16string, std::int32_t>, std::intptr_t> classLongs_;
   std::map<ImageHandle, Image> images_;

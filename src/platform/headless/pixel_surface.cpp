@@ -340,6 +340,16 @@ void FramePixels(Surface& target, Extent x, Extent y, std::uint32_t color, std::
   FillPixels(target, {right - deepX, deepX}, y, color);
 }
 
+void KeepCommonBits(Surface& surface, const Surface& before) {
+  for (std::int32_t y = 0; y < surface.height(); ++y) {
+    std::uint8_t* row = surface.Row(y);
+    const std::uint8_t* old = before.Row(y);
+    for (std::size_t i = 0; i < surface.strideBytes(); ++i) {
+      row[i] &= old[i];
+    }
+  }
+}
+
 void MakeBlackAndWhite(Surface& surface) {
   constexpr std::uint32_t kWhite = 0x00FFFFFF;
   for (std::int32_t y = 0; y < surface.height(); ++y) {

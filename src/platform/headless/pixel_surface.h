@@ -104,6 +104,8 @@ void CopyPixels(Surface& target, const PixelRows& source, const CopyJob& job);
 void FillPixels(Surface& target, Extent x, Extent y, std::uint32_t color);
 // Draws the outermost pixels of a rectangle, as many deep as the pen is wide.
 void FramePixels(Surface& target, Extent x, Extent y, std::uint32_t color, std::int32_t penWidth);
+// Leaves the bits that the picture has had before, in a picture of the same size.
+void KeepCommonBits(Surface& surface, const Surface& before);
 // Leaves two colours: what isn't white becomes black.
 void MakeBlackAndWhite(Surface& surface);
 

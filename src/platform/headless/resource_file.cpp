@@ -169,4 +169,14 @@ Resources ReadResources(std::span<const std::byte> resourceFile) {
   return resources;
 }
 
+BitmapResource ReadBitmapFile(std::span<const std::byte> file) {
+  constexpr std::uint16_t kMark = 0x4D42;  // "BM"
+  ByteReader reader(file);
+  if (reader.Take<std::uint16_t>() != kMark) {
+    Refuse("not a bitmap");
+  }
+  reader.TakeBytes(3 * sizeof(std::uint32_t));  // the file's size, nothing, where the rows start
+  return ReadBitmap(file.subspan(kBitmapFileHeaderBytes));
+}
+
 }  // namespace ostrel::headless

@@ -68,4 +68,11 @@ StringTable ReadStringTable(std::span<const std::byte> resourceFile);
 // that is malformed.
 Resources ReadResources(std::span<const std::byte> resourceFile);
 
+// BITMAPFILEHEADER (wingdi.h), which stands before the bitmap in a file of its own.
+inline constexpr std::size_t kBitmapFileHeaderBytes = 14;
+
+// The bitmap of such a file. Throws std::runtime_error for one that is cut short, or whose form
+// isn't known.
+BitmapResource ReadBitmapFile(std::span<const std::byte> file);
+
 }  // namespace ostrel::headless

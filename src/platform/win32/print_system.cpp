@@ -58,6 +58,18 @@ bool SystemPrintSystem::GetPrinterDriverDirectoryW(const char16_t* server,
   return had != FALSE;
 }
 
+bool SystemPrintSystem::GetPrinterDriverDirectoryA(const char* server, const char* environment,
+                                                   std::uint32_t level, void* buffer,
+                                                   std::uint32_t sizeBytes,
+                                                   std::uint32_t* neededBytes) {
+  DWORD needed = 0;
+  const BOOL had =
+      ::GetPrinterDriverDirectoryA(const_cast<char*>(server), const_cast<char*>(environment), level,
+                                   static_cast<BYTE*>(buffer), sizeBytes, &needed);
+  *neededBytes = needed;
+  return had != FALSE;
+}
+
 std::uint32_t SystemPrintSystem::GetPrinterDataW(PrinterHandle printer, const char16_t* name,
                                                  std::uint32_t* type, void* data,
                                                  std::uint32_t sizeBytes,

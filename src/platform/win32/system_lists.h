@@ -18,6 +18,9 @@ class SystemPrintSystem final : public PrintSystem {
   bool GetPrinterDriverDirectoryW(const char16_t* server, const char16_t* environment,
                                   std::uint32_t level, void* buffer, std::uint32_t sizeBytes,
                                   std::uint32_t* neededBytes) override;
+  bool GetPrinterDriverDirectoryA(const char* server, const char* environment, std::uint32_t level,
+                                  void* buffer, std::uint32_t sizeBytes,
+                                  std::uint32_t* neededBytes) override;
   std::uint32_t GetPrinterDataW(PrinterHandle printer, const char16_t* name, std::uint32_t* type,
                                 void* data, std::uint32_t sizeBytes,
                                 std::uint32_t* neededBytes) override;
@@ -32,6 +35,12 @@ class SystemLocale final : public Locale {
   int GetLocaleInfoW(std::uint32_t locale, std::uint32_t type, char16_t* buffer,
                      int units) override;
   std::uint16_t GetUserDefaultUILanguage() override;
+  int GetDateFormatW(std::uint32_t locale, std::uint32_t flags, const SystemTime& time,
+                     const char16_t* format, char16_t* buffer, int units) override;
+  int GetTimeFormatW(std::uint32_t locale, std::uint32_t flags, const SystemTime& time,
+                     const char16_t* format, char16_t* buffer, int units) override;
+  int MultiByteToWideChar(std::uint32_t codePage, const char* text, char16_t* buffer,
+                          int units) override;
 };
 
 class SystemModules final : public Modules {
@@ -88,8 +97,8 @@ class SystemSecurity final : public Security {
 class SystemShell final : public Shell {
  public:
   std::uint32_t SHGetFolderPathW(std::uint32_t folder, char16_t* path) override;
-  bool ShellExecuteW(const char16_t* verb, const char16_t* file,
-                     const char16_t* parameters) override;
+  bool ShellExecuteW(const char16_t* verb, const char16_t* file, const char16_t* parameters,
+                     std::int32_t showCommand) override;
   WindowHandle HtmlHelpW(WindowHandle window, const char16_t* file, std::uint32_t command,
                          std::uintptr_t data) override;
 };
@@ -107,6 +116,9 @@ class SystemWindows final : public Windows {
   bool InvalidateRect(WindowHandle window) override;
   std::intptr_t SendMessageW(WindowHandle window, std::uint32_t message, std::uintptr_t wParam,
                              std::intptr_t lParam) override;
+  bool PostMessageW(WindowHandle window, std::uint32_t message, std::uintptr_t wParam,
+                    std::intptr_t lParam) override;
+  WindowHandle FindWindowW(const char16_t* className) override;
   int GetWindowTextW(WindowHandle window, char16_t* buffer, int units) override;
   bool SetWindowTextW(WindowHandle window, const char16_t* text) override;
   bool SetWindowTextA(WindowHandle window, const char* text) override;
@@ -160,13 +172,43 @@ class SystemGraphics final : public Graphics {
   int GetDIBits(DeviceContext context, GdiObject bitmap, std::uint32_t firstRow, std::uint32_t rows,
                 void* pixels, BitmapInfoHeader* form) override;
   int StretchDIBits(DeviceContext target, const Rect& place, const Rect& from, const void* pixels,
-                    const BitmapInfoHeader& form) override;
+                    const BitmapInfoHeader& form, std::uint32_t rasterOperation) override;
   bool BitBlt(DeviceContext target, const Rect& place, DeviceContext source, Point from) override;
   bool StretchBlt(DeviceContext target, const Rect& place, DeviceContext source,
                   const Rect& from) override;
   int SetStretchBltMode(DeviceContext context, std::int32_t mode) override;
   bool FillRect(DeviceContext target, const Rect& place, GdiObject brush) override;
   bool Rectangle(DeviceContext target, const Rect& place) override;
+  bool Ellipse(DeviceContext target, const Rect& place) override;
+  bool Polygon(DeviceContext target, const Point* corners, int count) override;
+  GdiObject LoadImageW(const char16_t* path, std::uint32_t flags) override;
+  GdiObject CreateSolidBrush(std::uint32_t color) override;
+  GdiObject CreateBrushIndirect(const LogBrush& brush) override;
+  GdiObject CreateFontIndirectW(const LogFont& font) override;
+  int EnumFontFamiliesExW(DeviceContext context, const LogFont& wanted, FontCallback callback,
+                          std::intptr_t callersWord) override;
+  bool SetWindowOrgEx(DeviceContext context, std::int32_t x, std::int32_t y,
+                      Point* before) override;
+  bool SetViewportOrgEx(DeviceContext context, std::int32_t x, std::int32_t y,
+                        Point* before) override;
+  bool SetWindowExtEx(DeviceContext context, std::int32_t width, std::int32_t height,
+                      Size* before) override;
+  bool SetViewportExtEx(DeviceContext context, std::int32_t width, std::int32_t height,
+                        Size* before) override;
+  bool DPtoLP(DeviceContext context, Point* points, int count) override;
+  int SetBkMode(DeviceContext context, std::int32_t mode) override;
+  int SetROP2(DeviceContext context, std::int32_t operation) override;
+  int SetPolyFillMode(DeviceContext context, std::int32_t mode) override;
+  std::uint32_t SetTextAlign(DeviceContext context, std::uint32_t align) override;
+  std::uint32_t SetTextColor(DeviceContext context, std::uint32_t color) override;
+  std::uint32_t SetBkColor(DeviceContext context, std::uint32_t color) override;
+  bool BeginPath(DeviceContext context) override;
+  bool EndPath(DeviceContext context) override;
+  bool FillPath(DeviceContext context) override;
+  bool ExtTextOutW(DeviceContext context, std::int32_t x, std::int32_t y, std::uint32_t options,
+                   const Rect* place, const char16_t* text, int units) override;
+  int ExtEscape(DeviceContext context, std::int32_t code, std::int32_t inputBytes,
+                const void* input, std::int32_t outputBytes, void* output) override;
   bool GetTextExtentPointW(DeviceContext context, const char16_t* text, int units,
                            Size* size) override;
 };
@@ -181,6 +223,11 @@ class SystemSystem final : public System {
                       std::uint32_t creationFlags, const char16_t* windowTitle,
                       ProcessInformation* information) override;
   bool CloseHandle(ProcessHandle handle) override;
+  void GetLocalTime(SystemTime* time) override;
+  void Sleep(std::uint32_t duration_ms) override;
+  bool GetComputerNameW(char16_t* buffer, std::uint32_t* units) override;
+  std::uint32_t GetSystemDirectoryW(char16_t* path, std::uint32_t units) override;
+  bool SetCurrentDirectoryW(const char16_t* path) override;
 };
 
 class SystemMemory final : public Memory {

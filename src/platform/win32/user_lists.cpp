@@ -95,10 +95,10 @@ std::uint32_t SystemShell::SHGetFolderPathW(std::uint32_t folder, char16_t* path
 }
 
 bool SystemShell::ShellExecuteW(const char16_t* verb, const char16_t* file,
-                                const char16_t* parameters) {
+                                const char16_t* parameters, std::int32_t showCommand) {
   // The platform documents values above 32 as success.
   return reinterpret_cast<INT_PTR>(::ShellExecuteW(nullptr, Wide(verb), Wide(file),
-                                                   Wide(parameters), nullptr, SW_SHOWNORMAL)) > 32;
+                                                   Wide(parameters), nullptr, showCommand)) > 32;
 }
 
 WindowHandle SystemShell::HtmlHelpW(WindowHandle window, const char16_t* file,

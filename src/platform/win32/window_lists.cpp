@@ -1,5 +1,5 @@
-// Windows, dialogs and controls of user32, drawing of gdi32, and what kernel32 tells of threads and
-// versions.
+// Windows, dialogs and controls of user32, and what kernel32 tells of threads, versions, the clock
+// and the computer.
 #include "platform/win32/native_types.h"
 #include "platform/win32/system_lists.h"
 
@@ -13,19 +13,6 @@ namespace {
 // A resource's id, and a length that a caller counts in another type.
 const wchar_t* ResourceId(std::uint32_t id) {
   return MAKEINTRESOURCEW(id);
-}
-
-HDC FromContext(DeviceContext context) {
-  return reinterpret_cast<HDC>(context);
-}
-DeviceContext ToContext(HDC context) {
-  return reinterpret_cast<DeviceContext>(context);
-}
-HGDIOBJ FromObject(GdiObject object) {
-  return static_cast<HGDIOBJ>(object);
-}
-GdiObject ToObject(HGDIOBJ object) {
-  return static_cast<GdiObject>(object);
 }
 
 }  // namespace
@@ -70,6 +57,16 @@ bool SystemWindows::InvalidateRect(WindowHandle window) {
 std::intptr_t SystemWindows::SendMessageW(WindowHandle window, std::uint32_t message,
                                           std::uintptr_t wParam, std::intptr_t lParam) {
   return ::SendMessageW(FromWindow(window), message, wParam, lParam);
+}
+
+bool SystemWindows::PostMessageW(WindowHandle window, std::uint32_t message, std::uintptr_t wParam,
+                                 std::intptr_t lParam) {
+  // The platform takes null for "the calling thread".
+  return window != nullptr && ::PostMessageW(FromWindow(window), message, wParam, lParam) != FALSE;
+}
+
+WindowHandle SystemWindows::FindWindowW(const char16_t* className) {
+  return ToWindow(::FindWindowW(Wide(className), nullptr));
 }
 
 int SystemWindows::GetWindowTextW(WindowHandle window, char16_t* buffer, int units) {
@@ -169,123 +166,6 @@ ImageHandle SystemWindows::LoadImageW(ModuleHandle module, std::uint32_t id, std
       ::LoadImageW(FromModule(module), ResourceId(id), kind, width, height, LR_DEFAULTCOLOR));
 }
 
-// ---- Graphics -----------------------------------------------------------------------------------
-
-GdiObject SystemGraphics::LoadBitmapW(ModuleHandle module, std::uint32_t id) {
-  return ToObject(::LoadBitmapW(FromModule(module), ResourceId(id)));
-}
-
-bool SystemGraphics::DeleteObject(GdiObject object) {
-  return ::DeleteObject(FromObject(object)) != FALSE;
-}
-
-bool SystemGraphics::GetBitmapSize(GdiObject bitmap, Size* size) {
-  BITMAP description = {};
-  if (::GetObjectW(FromObject(bitmap), sizeof(description), &description) == 0) {
-    return false;
-  }
-  *size = {description.bmWidth, description.bmHeight};
-  return true;
-}
-
-DeviceContext SystemGraphics::GetDC(WindowHandle window) {
-  return ToContext(::GetDC(FromWindow(window)));
-}
-
-int SystemGraphics::ReleaseDC(WindowHandle window, DeviceContext context) {
-  return ::ReleaseDC(FromWindow(window), FromContext(context));
-}
-
-int SystemGraphics::GetDeviceCaps(DeviceContext context, std::int32_t index) {
-  return ::GetDeviceCaps(FromContext(context), index);
-}
-
-DeviceContext SystemGraphics::CreateCompatibleDC(DeviceContext context) {
-  return ToContext(::CreateCompatibleDC(FromContext(context)));
-}
-
-bool SystemGraphics::DeleteDC(DeviceContext context) {
-  return ::DeleteDC(FromContext(context)) != FALSE;
-}
-
-GdiObject SystemGraphics::SelectObject(DeviceContext context, GdiObject object) {
-  return ToObject(::SelectObject(FromContext(context), FromObject(object)));
-}
-
-std::uint32_t SystemGraphics::GetLayout(DeviceContext context) {
-  return ::GetLayout(FromContext(context));
-}
-
-std::uint32_t SystemGraphics::SetLayout(DeviceContext context, std::uint32_t layout) {
-  return ::SetLayout(FromContext(context), layout);
-}
-
-bool SystemGraphics::TransparentBlt(DeviceContext target, const Rect& place, DeviceContext source,
-                                    Point from, std::uint32_t transparentColor) {
-  return ::GdiTransparentBlt(FromContext(target), place.left, place.top, place.Width(),
-                             place.Height(), FromContext(source), from.x, from.y, place.Width(),
-                             place.Height(), transparentColor) != FALSE;
-}
-
-GdiObject SystemGraphics::CreateCompatibleBitmap(DeviceContext context, std::int32_t width,
-                                                 std::int32_t height) {
-  return ToObject(::CreateCompatibleBitmap(FromContext(context), width, height));
-}
-
-GdiObject SystemGraphics::CreatePen(std::int32_t style, std::int32_t width, std::uint32_t color) {
-  return ToObject(::CreatePen(style, width, color));
-}
-
-GdiObject SystemGraphics::GetStockObject(std::int32_t index) {
-  return ToObject(::GetStockObject(index));
-}
-
-int SystemGraphics::GetDIBits(DeviceContext context, GdiObject bitmap, std::uint32_t firstRow,
-                              std::uint32_t rows, void* pixels, BitmapInfoHeader* form) {
-  return ::GetDIBits(FromContext(context), static_cast<HBITMAP>(FromObject(bitmap)), firstRow, rows,
-                     pixels, reinterpret_cast<BITMAPINFO*>(form), DIB_RGB_COLORS);
-}
-
-int SystemGraphics::StretchDIBits(DeviceContext target, const Rect& place, const Rect& from,
-                                  const void* pixels, const BitmapInfoHeader& form) {
-  return ::StretchDIBits(FromContext(target), place.left, place.top, place.Width(), place.Height(),
-                         from.left, from.top, from.Width(), from.Height(), pixels,
-                         reinterpret_cast<const BITMAPINFO*>(&form), DIB_RGB_COLORS, SRCCOPY);
-}
-
-bool SystemGraphics::BitBlt(DeviceContext target, const Rect& place, DeviceContext source,
-                            Point from) {
-  return ::BitBlt(FromContext(target), place.left, place.top, place.Width(), place.Height(),
-                  FromContext(source), from.x, from.y, SRCCOPY) != FALSE;
-}
-
-bool SystemGraphics::StretchBlt(DeviceContext target, const Rect& place, DeviceContext source,
-                                const Rect& from) {
-  return ::StretchBlt(FromContext(target), place.left, place.top, place.Width(), place.Height(),
-                      FromContext(source), from.left, from.top, from.Width(), from.Height(),
-                      SRCCOPY) != FALSE;
-}
-
-int SystemGraphics::SetStretchBltMode(DeviceContext context, std::int32_t mode) {
-  return ::SetStretchBltMode(FromContext(context), mode);
-}
-
-bool SystemGraphics::FillRect(DeviceContext target, const Rect& place, GdiObject brush) {
-  return ::FillRect(FromContext(target), reinterpret_cast<const RECT*>(&place),
-                    static_cast<HBRUSH>(FromObject(brush))) != 0;
-}
-
-bool SystemGraphics::Rectangle(DeviceContext target, const Rect& place) {
-  return ::Rectangle(FromContext(target), place.left, place.top, place.right, place.bottom) !=
-         FALSE;
-}
-
-bool SystemGraphics::GetTextExtentPointW(DeviceContext context, const char16_t* text, int units,
-                                         Size* size) {
-  return ::GetTextExtentPointW(FromContext(context), Wide(text), units,
-                               reinterpret_cast<SIZE*>(size)) != FALSE;
-}
-
 // ---- System -------------------------------------------------------------------------------------
 
 std::uint32_t SystemSystem::GetCurrentThreadId() {
@@ -324,6 +204,29 @@ bool SystemSystem::CreateProcessW(const char16_t* application, char16_t* command
 
 bool SystemSystem::CloseHandle(ProcessHandle handle) {
   return ::CloseHandle(static_cast<HANDLE>(handle)) != FALSE;
+}
+
+void SystemSystem::GetLocalTime(SystemTime* time) {
+  ::GetLocalTime(reinterpret_cast<SYSTEMTIME*>(time));
+}
+
+void SystemSystem::Sleep(std::uint32_t duration_ms) {
+  ::Sleep(duration_ms);
+}
+
+bool SystemSystem::GetComputerNameW(char16_t* buffer, std::uint32_t* units) {
+  DWORD size = *units;
+  const BOOL good = ::GetComputerNameW(Wide(buffer), &size);
+  *units = size;
+  return good != FALSE;
+}
+
+std::uint32_t SystemSystem::GetSystemDirectoryW(char16_t* path, std::uint32_t units) {
+  return ::GetSystemDirectoryW(Wide(path), units);
+}
+
+bool SystemSystem::SetCurrentDirectoryW(const char16_t* path) {
+  return ::SetCurrentDirectoryW(Wide(path)) != FALSE;
 }
 
 }  // namespace ostrel::win32

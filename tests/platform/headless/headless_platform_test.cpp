@@ -1011,11 +1011,11 @@ TEST_F(Headless, ShellKeepsWhatItStartedAndShowed) {
   HeadlessShell& shell = platform_.shell;
   int place = 0;
   const auto window = reinterpret_cast<WindowHandle>(&place);
-  EXPECT_TRUE(shell.ShellExecuteW(u"runas", u"C:\\a.exe", u"-x"));
+  EXPECT_TRUE(shell.ShellExecuteW(u"runas", u"C:\\a.exe", u"-x", kSwShowNormal));
   EXPECT_NE(shell.HtmlHelpW(window, u"C:\\a.chm", 15, 7), nullptr);
   platform_.faults.FailOperation("ShellExecuteW", 1);
   platform_.faults.FailOperation("HtmlHelpW", 1);
-  EXPECT_FALSE(shell.ShellExecuteW(u"open", u"C:\\b.exe", u""));
+  EXPECT_FALSE(shell.ShellExecuteW(u"open", u"C:\\b.exe", u"", kSwHide));
   EXPECT_EQ(shell.HtmlHelpW(window, u"C:\\b.chm", 15, 8), nullptr);
   EXPECT_EQ(shell.started, (std::vector<HeadlessShell::Started>{{u"runas", u"C:\\a.exe", u"-x"}}));
   ASSERT_EQ(shell.help.size(), 1U);

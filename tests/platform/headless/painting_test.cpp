@@ -58,7 +58,7 @@ class Painting : public testing::Test {
   void Number(DeviceContext context, std::int32_t width, std::int32_t height) {
     const std::vector<std::uint8_t> rows = test::NumberedRows(width, height);
     EXPECT_EQ(graphics_.StretchDIBits(context, {0, 0, width, height}, {0, 0, width, height},
-                                      rows.data(), Form(width, height)),
+                                      rows.data(), Form(width, height), kRasterCopy),
               height);
   }
   // What a context in memory holds. Its bitmap comes out of it for a moment.
@@ -89,16 +89,20 @@ TEST_F(Painting, RowsOfMemoryComeLastRowFirst) {
 TEST_F(Painting, RowsOfMemoryAreCountedFromTheFirstOfThem) {
   const std::array<std::uint8_t, 12> rows = {0, 0, 1, 0, 0, 0, 2, 0, 0, 0, 3, 0};
   const DeviceContext target = Memory(1, 3);
-  EXPECT_EQ(graphics_.StretchDIBits(target, {0, 0, 1, 1}, {0, 0, 1, 1}, rows.data(), Form(1, 3)),
+  EXPECT_EQ(graphics_.StretchDIBits(target, {0, 0, 1, 1}, {0, 0, 1, 1}, rows.data(), Form(1, 3),
+                                    kRasterCopy),
             3);
   EXPECT_THAT(Shown(target), ElementsAre("1", "0", "0"));
-  EXPECT_EQ(graphics_.StretchDIBits(target, {0, 0, 1, 2}, {0, 1, 1, 3}, rows.data(), Form(1, 3)),
+  EXPECT_EQ(graphics_.StretchDIBits(target, {0, 0, 1, 2}, {0, 1, 1, 3}, rows.data(), Form(1, 3),
+                                    kRasterCopy),
             3);
   EXPECT_THAT(Shown(target), ElementsAre("3", "2", "0"));
-  EXPECT_EQ(graphics_.StretchDIBits(target, {0, 0, 1, 3}, {0, 0, 1, 3}, rows.data(), Form(1, -3)),
+  EXPECT_EQ(graphics_.StretchDIBits(target, {0, 0, 1, 3}, {0, 0, 1, 3}, rows.data(), Form(1, -3),
+                                    kRasterCopy),
             3);
   EXPECT_THAT(Shown(target), ElementsAre("1", "2", "3"));
-  EXPECT_EQ(graphics_.StretchDIBits(target, {0, 2, 1, -1}, {0, 0, 1, 3}, rows.data(), Form(1, 3)),
+  EXPECT_EQ(graphics_.StretchDIBits(target, {0, 2, 1, -1}, {0, 0, 1, 3}, rows.data(), Form(1, 3),
+                                    kRasterCopy),
             3);
   EXPECT_THAT(Shown(target), ElementsAre("1", "2", "3"));  // turned
 }
@@ -114,9 +118,13 @@ TEST_F(Painting, RowsOfMemoryInAnotherFormAreRefused) {
   forms[5].biCompression = 1;
   forms[6].biWidth = -2;
   for (const BitmapInfoHeader& form : forms) {
-    EXPECT_EQ(graphics_.StretchDIBits(source_, {0, 0, 2, 2}, {0, 0, 2, 2}, rows.data(), form), 0);
+    EXPECT_EQ(graphics_.StretchDIBits(source_, {0, 0, 2, 2}, {0, 0, 2, 2}, rows.data(), form,
+                                      kRasterCopy),
+              0);
   }
-  EXPECT_EQ(graphics_.StretchDIBits(source_, {0, 0, 2, 2}, {0, 0, 2, 2}, nullptr, Form(2, 2)), 0);
+  EXPECT_EQ(graphics_.StretchDIBits(source_, {0, 0, 2, 2}, {0, 0, 2, 2}, nullptr, Form(2, 2),
+                                    kRasterCopy),
+            0);
   EXPECT_THAT(Shown(source_), ElementsAre("123456", "234567", "345678"));
 }
 
@@ -273,7 +281,8 @@ TEST_F(Painting, RowsOfMemoryAreTurnedByAMirroredContextEvenWhereBitmapsStayUpri
   for (const std::uint32_t layout : {1U, 9U}) {
     const DeviceContext target = Memory(5, 1);
     graphics_.SetLayout(target, layout);
-    EXPECT_EQ(graphics_.StretchDIBits(target, {1, 0, 4, 1}, {0, 0, 3, 1}, row.data(), Form(3, 1)),
+    EXPECT_EQ(graphics_.StretchDIBits(target, {1, 0, 4, 1}, {0, 0, 3, 1}, row.data(), Form(3, 1),
+                                      kRasterCopy),
               1);
     EXPECT_THAT(Shown(target), ElementsAre("03210"));
   }
@@ -460,7 +469,9 @@ TEST_F(Painting, EveryOperationFailsByItsName) {
   EXPECT_EQ(graphics_.CreatePen(kPenSolid, 1, 0), nullptr);
   EXPECT_EQ(graphics_.GetStockObject(kWhiteBrush), nullptr);
   EXPECT_EQ(graphics_.GetDIBits(screen_, bitmap, 0, 2, rows.data(), &form), 0);
-  EXPECT_EQ(graphics_.StretchDIBits(source_, {0, 0, 2, 2}, {0, 0, 2, 2}, rows.data(), form), 0);
+  EXPECT_EQ(
+      graphics_.StretchDIBits(source_, {0, 0, 2, 2}, {0, 0, 2, 2}, rows.data(), form, kRasterCopy),
+      0);
   EXPECT_FALSE(graphics_.BitBlt(source_, {0, 0, 2, 2}, source_, {3, 1}));
   EXPECT_FALSE(graphics_.StretchBlt(source_, {0, 0, 2, 2}, source_, {3, 1, 5, 3}));
   EXPECT_EQ(graphics_.SetStretchBltMode(source_, kStretchHalftone), 0);
@@ -477,7 +488,8 @@ TEST_F(Painting, NothingIsDrawnOnOrFromWhatIsNoContext) {
   EXPECT_FALSE(graphics_.BitBlt(source_, {0, 0, 1, 1}, nullptr, {0, 0}));
   EXPECT_FALSE(graphics_.StretchBlt(nullptr, {0, 0, 1, 1}, source_, {0, 0, 1, 1}));
   EXPECT_FALSE(graphics_.StretchBlt(source_, {0, 0, 1, 1}, nullptr, {0, 0, 1, 1}));
-  EXPECT_EQ(graphics_.StretchDIBits(nullptr, {0, 0, 1, 1}, {0, 0, 1, 1}, rows.data(), Form(1, 1)),
+  EXPECT_EQ(graphics_.StretchDIBits(nullptr, {0, 0, 1, 1}, {0, 0, 1, 1}, rows.data(), Form(1, 1),
+                                    kRasterCopy),
             0);
   EXPECT_FALSE(graphics_.FillRect(nullptr, {0, 0, 1, 1}, graphics_.GetStockObject(kWhiteBrush)));
   EXPECT_FALSE(graphics_.Rectangle(nullptr, {0, 0, 1, 1}));
