@@ -6,6 +6,7 @@
 #include "core/settings_record.h"
 #include "pages/preview.h"
 #include "pages/preview_pixels.h"
+#include "support/bitmap_rows.h"
 #include "support/test_world.h"
 
 #include <benchmark/benchmark.h>
@@ -54,12 +55,7 @@ struct Scene {
   std::vector<std::uint8_t> Rows() const {
     Graphics& graphics = World().graphics;
     std::vector<std::uint8_t> rows(RowStride(size.width) * static_cast<std::size_t>(size.height));
-    BitmapInfoHeader form = {};
-    form.biSize = sizeof(form);
-    form.biWidth = size.width;
-    form.biHeight = size.height;
-    form.biPlanes = 1;
-    form.biBitCount = 24;
+    BitmapInfoHeader form = test::Form(size.width, size.height);
     const GdiObject picture = graphics.LoadBitmapW(context.bitmapModule, kFourPages);
     graphics.GetDIBits(item.hDC, picture, 0, static_cast<std::uint32_t>(size.height), rows.data(),
                        &form);

@@ -13,7 +13,8 @@
 #include "pages/owner_draw.h"
 #include "pages/preview.h"
 
-#include <algorithm>
+#include <iterator>
+#include <tuple>
 
 namespace ostrel {
 namespace layout {
@@ -91,12 +92,11 @@ void DefaultsClick(const LayoutPage& page) {
 // That painting alone makes the sheet's Apply button live is to stay.
 bool OnDrawItem(const LayoutPage& page, const DrawItem& item) {
   constexpr std::uint32_t kSheetBitmap = 901;
-  constexpr std::uint32_t kSheetBackground = 15660020;  // 0x00BBGGRR
   const bool ours = item.CtlID == kPreview || item.CtlID == kSheetPicture;
   if (item.CtlID == kPreview) {
     DrawLayoutPicture(page.context, item);
   } else if (ours) {
-    DrawCentredBitmap(item, page.context.bitmapModule, kSheetBitmap, kSheetBackground);
+    DrawCentredBitmap(item, page.context.bitmapModule, kSheetBitmap, kSheetGround);
   }
   const std::int16_t pages = page.PagesPerSheet();
   for (const PageRadioRow& row : kPageRadios) {
@@ -117,6 +117,7 @@ bool OnMeasureItem(MeasureItem& item) {
 }
 
 constexpr std::int32_t kIcons[] = {kScaleIcon, kPosterIcon, kBookletIcon};
+static_assert(std::size(kIcons) == std::tuple_size_v<decltype(LayoutPageState::tooltips)>);
 
 void OnTooltipText(const LayoutPage& page, NotifyTooltipText& notify) {
   const std::span<char16_t> text = page.state.tooltipText;
@@ -130,13 +131,6 @@ void OnTooltipText(const LayoutPage& page, NotifyTooltipText& notify) {
     TellBookletReasons(page.context, text);
   }
   notify.lpszText = text.data();
-}
-
-void RefreshTools(const LayoutPage& page) {
-  const auto& [scale, poster, booklet] = page.state.tooltips;
-  UpdateTooltipRect(page.window, scale, kScaleIcon);
-  UpdateTooltipRect(page.window, poster, kPosterIcon);
-  UpdateTooltipRect(page.window, booklet, kBookletIcon);
 }
 
 // ---- Messages -----------------------------------------------------------------------------------
@@ -248,16 +242,8 @@ std::intptr_t OnNotify(const LayoutPage& page, std::intptr_t lParam) {
     case kTtnGetDispInfo:
       OnTooltipText(page, reinterpret_cast<NotifyTooltipText&>(notify));
       return 1;
-    case kPsnApply:
-      return ApplySettings(page.window, &page.context) ? 1 : 0;
-    case kPsnReset:
-      ForgetApply(&page.context);
-      return 1;
-    case kPsnHelp:
-      ShowPageHelp(page.window, kHelpTopic);
-      return 1;
     default:
-      return 0;
+      return AnswerSheetNotify(page.window, page.context, notify.code, kHelpTopic);
   }
 }
 
@@ -278,7 +264,7 @@ std::intptr_t OnMessage(const LayoutPage& page, std::uint32_t message, std::uint
     case kWmDrawItem:
       return lParam != 0 && OnDrawItem(page, *reinterpret_cast<const DrawItem*>(lParam)) ? 1 : 0;
     case kWmMouseMove:
-      RefreshTools(page);
+      UpdateTooltipRects(page.window, page.state.tooltips, kIcons);
       return 0;
     case kWmHelp:
       return ShowControlHelp(page.window, lParam, kHelpPairs) ? 1 : 0;
@@ -311,22 +297,15 @@ std::intptr_t LayoutPageProcedure(WindowHandle page, std::uint32_t message, std:
     auto* item = PointedAt<MeasureItem>(lParam);
     return item != nullptr && layout::OnMeasureItem(*item) ? 1 : 0;
   }
-  UIContext* context = message == kWmInitDialog ? RememberContext(page, lParam) : PageContext(page);
-  if (context == nullptr) {
-    return 0;
-  }
-  auto* state = GetPageState<LayoutPageState>(PageSlot::kLayout);
-  return state == nullptr ? 0
-                          : layout::OnMessage({page, *context, *state}, message, wParam, lParam);
+  return AnswerMessage<LayoutPageState>(
+      PageSlot::kLayout, page, message, lParam, [&](UIContext& context, LayoutPageState& state) {
+        return layout::OnMessage({page, context, state}, message, wParam, lParam);
+      });
 }
 
 void RefreshLayoutPage(UIContext& context) {
-  if (PageStatePlace(PageSlot::kLayout) == nullptr) {
-    return;
-  }
-  auto& state = *GetPageState<LayoutPageState>(PageSlot::kLayout);
-  if (state.dialog != nullptr) {
-    layout::LayoutRefresh({state.dialog, context, state});
+  if (auto* state = LivePageState<LayoutPageState>(PageSlot::kLayout); state != nullptr) {
+    layout::LayoutRefresh({state->dialog, context, *state});
   }
 }
 

@@ -80,7 +80,8 @@ void RefreshPaper(const PaperPage& page) {
     WarnPaperNoDuplex(page.window, page.texts());
   }
   // A list that couldn't be filled tells nothing about the paper.
-  if (page.Ask(kPaperCombo, kCbGetCurSel) < 0 && page.Ask(kPaperCombo, kCbGetCount) > 0) {
+  const DlgControl& list = page.state.paperCombo;
+  if (AskList(list, kCbGetCurSel) < 0 && AskList(list, kCbGetCount) > 0) {
     record.dmPaperSize = PaperOfLocale().id;
     page.ShowPaper();
   }
@@ -101,7 +102,7 @@ void RefreshSource(const PaperPage& page) {
     LockSource(page, SourceLock::kLocked);
   }
   FollowMedia(page, kRefreshSourceRules, paper, page.media(), record.dmDefaultSource);
-  if (page.Ask(kSourceCombo, kCbGetCurSel) < 0) {
+  if (AskList(page.state.sourceCombo, kCbGetCurSel) < 0) {
     SelectSource(page, kAutomaticPosition);
     StoreBin(page, kBinAutomatic);
   }
@@ -126,6 +127,7 @@ void AttachControls(const PaperPage& page) {
   PaperPageState& state = page.state;
   const WindowHandle dialog = page.window;
   state.dialog = dialog;
+  state.paperCombo.Attach(dialog, kPaperCombo);
   state.mediaCombo.Attach(dialog, kMediaCombo);
   state.sourceCombo.Attach(dialog, kSourceCombo);
   state.feedGroup.Attach(dialog, kFeedShort);
@@ -143,9 +145,9 @@ void Start(const PaperPage& page) {
   }
   page.context.activePage = kPaperPage;
   AttachControls(page);
-  FillPaperList(page.window, kPaperCombo, page.context);
-  FillMediaList(page.window, kMediaCombo);
-  FillSourceList(page.window, kSourceCombo, page.context);
+  FillPaperList(page.window, page.state.paperCombo.id(), page.context);
+  FillMediaList(page.window, page.state.mediaCombo.id());
+  FillSourceList(page.window, page.state.sourceCombo.id(), page.context);
   page.state.tooltips = {CreateInfoIcon(page.window, kMediaIcon),
                          CreateInfoIcon(page.window, kSourceIcon),
                          CreateInfoIcon(page.window, kFeedIcon)};
@@ -172,9 +174,9 @@ bool ResetRecord(const PaperPage& page) {
 
 // The sheet is told with each list.
 void ShowDefaults(const PaperPage& page) {
-  page.Select(kMediaCombo, 0);
+  SelectPlace(page.state.mediaCombo, 0);
   page.Changed();
-  page.Select(kPaperCombo, IsA4Locale() ? 1 : 0);
+  SelectPlace(page.state.paperCombo, IsA4Locale() ? 1 : 0);
   SetSetting(page.context, "PageSize", PaperOfLocale().id);  // for records that have such a word
   page.Changed();
   SelectSource(page, kAutomaticPosition);
@@ -197,7 +199,7 @@ void DefaultsClick(const PaperPage& page) {
 // What is saved or deleted there stays so, however the dialog is left.
 void CustomClick(const PaperPage& page) {
   ShowCustomPaperDialog(page.window, page.context);
-  FillPaperList(page.window, kPaperCombo, page.context);
+  FillPaperList(page.window, page.state.paperCombo.id(), page.context);
   Refresh(page);
   page.Changed();
 }

@@ -21,6 +21,7 @@ namespace ostrel {
 struct PaperPageState final : PageState {
   PaperPageState();
 
+  DlgControl paperCombo;                      // 1404
   DlgControl mediaCombo;                      // 1009
   DlgControl sourceCombo;                     // 1393
   RadioGroup feedGroup;                       // 1240

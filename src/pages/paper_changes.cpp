@@ -13,17 +13,17 @@ namespace ostrel::paper {
 namespace {
 
 std::int32_t ListedSourceCount(const PaperPage& page) {
-  return static_cast<std::int32_t>(page.Ask(kSourceCombo, kCbGetCount));
+  return static_cast<std::int32_t>(AskList(page.state.sourceCombo, kCbGetCount));
 }
 
 std::int16_t ShownBin(const PaperPage& page) {
-  return BinOfPosition(static_cast<std::int32_t>(page.Ask(kSourceCombo, kCbGetCurSel)));
+  return BinOfPosition(static_cast<std::int32_t>(AskList(page.state.sourceCombo, kCbGetCurSel)));
 }
 
 }  // namespace
 
 void SelectSource(const PaperPage& page, std::int32_t position) {
-  page.Select(kSourceCombo, position < ListedSourceCount(page) ? position : kCbErr);
+  SelectPlace(page.state.sourceCombo, position < ListedSourceCount(page) ? position : kCbErr);
 }
 
 void StoreBin(const PaperPage& page, std::int16_t bin) {
@@ -89,7 +89,7 @@ void FollowPaper(const PaperPage& page, std::int16_t paper) {
     const std::int32_t media = page.media();
     if (media == kMediaTransparency || media == kMediaLetterhead) {
       SetDevmodeField(&page.context, kDmMediaType, kMediaPlain);
-      page.Select(kMediaCombo, 0);
+      SelectPlace(page.state.mediaCombo, 0);
     }
     SelectSource(page, kManualPosition);
   }
@@ -100,7 +100,7 @@ void FollowPaper(const PaperPage& page, std::int16_t paper) {
 
 void PaperChange(const PaperPage& page) {
   std::int16_t paper = 0;
-  if (!SelectedComboValue(page.window, kPaperCombo, &paper) || paper == page.record().dmPaperSize ||
+  if (!page.Selected(page.state.paperCombo, &paper) || paper == page.record().dmPaperSize ||
       !NameUntitled(page.window)) {
     return;
   }
@@ -152,7 +152,7 @@ bool PaperRefusesMedia(const PaperPage& page, std::int32_t media) {
 
 void MediaChange(const PaperPage& page) {
   std::int16_t media = 0;
-  if (!SelectedComboValue(page.window, kMediaCombo, &media) || media == page.media() ||
+  if (!page.Selected(page.state.mediaCombo, &media) || media == page.media() ||
       !NameUntitled(page.window)) {
     return;
   }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "core/ui_context.h"
+#include "pages/controls.h"
 #include "pages/media_rules.h"
 #include "pages/page_record.h"
 #include "pages/page_support.h"
@@ -36,6 +37,14 @@ inline constexpr std::int16_t kFeedOrientLong = 2;
 
 // ---- The page -----------------------------------------------------------------------------------
 
+inline std::intptr_t AskList(const DlgControl& list, std::uint32_t message) {
+  return World().windows.SendMessageW(list.window(), message, 0, 0);
+}
+inline void SelectPlace(const DlgControl& list, std::int32_t position) {
+  World().windows.SendMessageW(list.window(), kCbSetCurSel,
+                               static_cast<std::uintptr_t>(std::intptr_t{position}), 0);
+}
+
 // One message's view of the page.
 struct PaperPage {
   WindowHandle window;
@@ -49,16 +58,13 @@ struct PaperPage {
   void Show(std::int32_t control, bool shown) const { ShowControl(window, control, shown); }
   // The sheet has something to apply.
   void Changed() const { SetSheetChanged(window); }
-  std::intptr_t Ask(std::int32_t control, std::uint32_t message) const {
-    return World().windows.SendMessageW(World().windows.GetDlgItem(window, control), message, 0, 0);
+  // The value of the row that is selected. Result: false when none is.
+  bool Selected(const DlgControl& list, std::int16_t* value) const {
+    return SelectedComboValue(window, list.id(), value);
   }
-  void Select(std::int32_t control, std::int32_t position) const {
-    World().windows.SendMessageW(World().windows.GetDlgItem(window, control), kCbSetCurSel,
-                                 static_cast<std::uintptr_t>(std::intptr_t{position}), 0);
-  }
-  void ShowPaper() const { SelectComboValue(window, kPaperCombo, record().dmPaperSize); }
+  void ShowPaper() const { SelectComboValue(window, state.paperCombo.id(), record().dmPaperSize); }
   void ShowMedia() const {
-    SelectComboValue(window, kMediaCombo, static_cast<std::int16_t>(media()));
+    SelectComboValue(window, state.mediaCombo.id(), static_cast<std::int16_t>(media()));
   }
 };
 

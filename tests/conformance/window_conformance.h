@@ -17,6 +17,7 @@
 #pragma once
 
 #include "platform/platform.h"
+#include "support/bitmap_rows.h"
 
 #include <array>
 #include <cstddef>
@@ -86,30 +87,6 @@ class WindowConformance : public testing::Test {
 
   // ---- Drawing
 
-  static BitmapInfoHeader Form(std::int32_t width, std::int32_t height) {
-    BitmapInfoHeader form = {};
-    form.biSize = sizeof(form);
-    form.biWidth = width;
-    form.biHeight = height;
-    form.biPlanes = 1;
-    form.biBitCount = 24;
-    return form;
-  }
-  static std::size_t RowBytes(std::int32_t width) {
-    return (static_cast<std::size_t>(width) * 3 + 3) / 4 * 4;
-  }
-  // Rows whose columns are numbered in the red byte: from 1 on in the first row, 2 in the second.
-  static std::vector<std::uint8_t> NumberedRows(std::int32_t width, std::int32_t height) {
-    std::vector<std::uint8_t> rows(RowBytes(width) * static_cast<std::size_t>(height));
-    for (std::int32_t y = 0; y < height; ++y) {
-      for (std::int32_t x = 0; x < width; ++x) {
-        const std::size_t row = RowBytes(width) * static_cast<std::size_t>(height - 1 - y);
-        rows[row + static_cast<std::size_t>(x) * 3 + 2] = static_cast<std::uint8_t>(x + y + 1);
-      }
-    }
-    return rows;
-  }
-
   // A picture in memory that a context holds.
   struct Picture {
     Graphics* graphics;
@@ -133,14 +110,15 @@ class WindowConformance : public testing::Test {
     // Its rows as digits of the red byte, "#" for 255.
     std::vector<std::string> Rows() {
       graphics->SelectObject(context, before);
-      BitmapInfoHeader form = Form(size.width, size.height);
+      BitmapInfoHeader form = test::Form(size.width, size.height);
       const auto count = static_cast<std::uint32_t>(size.height);
-      std::vector<std::uint8_t> bytes(RowBytes(size.width) * count);
+      std::vector<std::uint8_t> bytes(test::RowBytes(size.width) * count);
       EXPECT_EQ(graphics->GetDIBits(screen, bitmap, 0, count, bytes.data(), &form), size.height);
       graphics->SelectObject(context, bitmap);
       std::vector<std::string> rows;
       for (std::int32_t y = size.height - 1; y >= 0; --y) {
-        const std::uint8_t* row = bytes.data() + RowBytes(size.width) * static_cast<std::size_t>(y);
+        const std::uint8_t* row =
+            bytes.data() + test::RowBytes(size.width) * static_cast<std::size_t>(y);
         std::string digits;
         for (std::int32_t x = 0; x < size.width; ++x) {
           const std::uint8_t red = row[static_cast<std::size_t>(x) * 3 + 2];
@@ -153,13 +131,44 @@ class WindowConformance : public testing::Test {
   };
   // Six columns by three rows, numbered.
   void Number(Picture& picture) {
-    const std::vector<std::uint8_t> rows = NumberedRows(picture.size.width, picture.size.height);
+    const std::vector<std::uint8_t> rows =
+        test::NumberedRows(picture.size.width, picture.size.height);
     const Rect all = {0, 0, picture.size.width, picture.size.height};
-    EXPECT_NE(graphics().StretchDIBits(picture.context, all, all, rows.data(),
-                                       Form(picture.size.width, picture.size.height), kRasterCopy),
-              0);
+    EXPECT_NE(
+        graphics().StretchDIBits(picture.context, all, all, rows.data(),
+                                 test::Form(picture.size.width, picture.size.height), kRasterCopy),
+        0);
   }
   using Rows = std::vector<std::string>;
+
+  // A copy of the numbered picture, and what it leaves in the target.
+  struct Copy {
+    const char* name;
+    Rect place;
+    Rect from;
+    Rows rows;
+  };
+  // Makes each copy by `draw(target, source, copy)`, which tells whether it drew, in a picture of
+  // its own. `way` names the drawing.
+  template <typename Draw>
+  void ExpectCopies(const std::vector<Copy>& copies, const char* way, Size target, Draw draw) {
+    const DeviceContext screen = graphics().GetDC(nullptr);
+    for (const Copy& copy : copies) {
+      SCOPED_TRACE(testing::Message() << copy.name << ", " << way);
+      Picture from(graphics(), screen, {6, 3});
+      Picture into(graphics(), screen, target);
+      Number(from);
+      EXPECT_TRUE(draw(into, from, copy));
+      EXPECT_EQ(into.Rows(), copy.rows);
+    }
+    EXPECT_EQ(graphics().ReleaseDC(nullptr, screen), 1);
+  }
+  // The same numbered picture, out of memory.
+  bool CopyNumberedRows(Picture& target, const Copy& copy) {
+    return graphics().StretchDIBits(target.context, copy.place, copy.from,
+                                    test::NumberedRows(6, 3).data(), test::Form(6, 3),
+                                    kRasterCopy) != 0;
+  }
 
   Host host_;
   std::vector<Visit> visits_;
@@ -417,13 +426,13 @@ TYPED_TEST_P(WindowConformance, RowsOfMemoryAreDrawnAndReadBack) {
     this->Number(picture);
     EXPECT_EQ(picture.Rows(), (std::vector<std::string>{"123456", "234567", "345678"}));
     // The first row of memory is the last of the picture.
-    const std::vector<std::uint8_t> rows = this->NumberedRows(6, 3);
+    const std::vector<std::uint8_t> rows = test::NumberedRows(6, 3);
     EXPECT_NE(graphics.StretchDIBits(picture.context, {0, 0, 6, 1}, {0, 0, 6, 1}, rows.data(),
-                                     this->Form(6, 3), kRasterCopy),
+                                     test::Form(6, 3), kRasterCopy),
               0);
     EXPECT_EQ(picture.Rows(), (std::vector<std::string>{"345678", "234567", "345678"}));
     EXPECT_NE(graphics.StretchDIBits(picture.context, {5, 2, -1, -1}, {0, 0, 6, 3}, rows.data(),
-                                     this->Form(6, 3), kRasterCopy),
+                                     test::Form(6, 3), kRasterCopy),
               0);
     EXPECT_EQ(picture.Rows(), (std::vector<std::string>{"876543", "765432", "654321"}));
   }
@@ -439,7 +448,7 @@ TYPED_TEST_P(WindowConformance, ABitmapTellsItsFormAndASingleRow) {
   EXPECT_NE(graphics.GetDIBits(screen, bitmap, 0, 0, nullptr, &form), 0);
   EXPECT_EQ(form.biWidth, 3);
   EXPECT_EQ(form.biHeight, 2);
-  form = this->Form(3, 2);
+  form = test::Form(3, 2);
   EXPECT_NE(graphics.GetDIBits(screen, bitmap, 0, 2, nullptr, &form), 0);
   EXPECT_EQ(form.biSizeImage, 24U);
   std::array<std::uint8_t, 24> rows;
@@ -454,13 +463,7 @@ TYPED_TEST_P(WindowConformance, ABitmapTellsItsFormAndASingleRow) {
 }
 
 TYPED_TEST_P(WindowConformance, CopiesAreStretchedTurnedAndCut) {
-  struct Case {
-    const char* name;
-    Rect place;
-    Rect from;
-    std::vector<std::string> rows;
-  };
-  const std::vector<Case> cases = {
+  const std::vector<typename TestFixture::Copy> copies = {
       {"same size", {1, 0, 6, 2}, {0, 0, 5, 2}, {"012345", "023456", "000000"}},
       {"turned by the place", {5, 2, -1, -1}, {0, 0, 6, 3}, {"876543", "765432", "654321"}},
       {"turned by the source", {0, 0, 6, 3}, {5, 0, -1, 3}, {"654321", "765432", "876543"}},
@@ -470,30 +473,17 @@ TYPED_TEST_P(WindowConformance, CopiesAreStretchedTurnedAndCut) {
       {"partly outside", {-2, 0, 4, 3}, {0, 0, 6, 3}, {"345600", "456700", "567800"}},
       {"from partly outside", {0, 0, 6, 3}, {3, 0, 9, 3}, {"456000", "567000", "678000"}},
   };
-  Graphics& graphics = this->graphics();
-  const DeviceContext screen = graphics.GetDC(nullptr);
-  for (const Case& row : cases) {
-    SCOPED_TRACE(row.name);
-    typename TestFixture::Picture source(graphics, screen, {6, 3});
-    typename TestFixture::Picture target(graphics, screen, {6, 3});
-    this->Number(source);
-    EXPECT_NE(graphics.SetStretchBltMode(target.context, kStretchDeleteScans), 0);
-    EXPECT_TRUE(graphics.StretchBlt(target.context, row.place, source.context, row.from));
-    EXPECT_EQ(target.Rows(), row.rows);
-  }
-  EXPECT_EQ(graphics.ReleaseDC(nullptr, screen), 1);
+  this->ExpectCopies(
+      copies, "lines left out", {6, 3}, [this](auto& target, auto& source, const auto& copy) {
+        EXPECT_NE(this->graphics().SetStretchBltMode(target.context, kStretchDeleteScans), 0);
+        return this->graphics().StretchBlt(target.context, copy.place, source.context, copy.from);
+      });
 }
 
 // A new context keeps the bits that all pixels have of those that come together.
 TYPED_TEST_P(WindowConformance, ShrunkCopiesCombineWhatComesTogether) {
-  struct Case {
-    const char* name;
-    Rect place;
-    Rect from;
-    std::vector<std::string> rows;
-  };
   // Out of "123456", "234567" and "345678".
-  const std::vector<Case> cases = {
+  const std::vector<typename TestFixture::Copy> copies = {
       {"half as wide", {0, 0, 3, 3}, {0, 0, 6, 3}, {"004000", "246000", "040000"}},
       {"half as wide, turned", {2, 0, -1, 3}, {0, 0, 6, 3}, {"400000", "642000", "040000"}},
       {"less high", {0, 0, 6, 2}, {0, 0, 6, 3}, {"020446", "345678", "000000"}},
@@ -501,54 +491,31 @@ TYPED_TEST_P(WindowConformance, ShrunkCopiesCombineWhatComesTogether) {
       {"less wide and high", {0, 0, 3, 2}, {0, 0, 6, 3}, {"004000", "040000", "000000"}},
       {"a little less of both", {0, 0, 5, 2}, {0, 0, 6, 3}, {"020460", "344780", "000000"}},
   };
-  Graphics& graphics = this->graphics();
-  const DeviceContext screen = graphics.GetDC(nullptr);
-  for (const Case& row : cases) {
-    for (const bool fromMemory : {false, true}) {
-      SCOPED_TRACE(std::string(row.name) + (fromMemory ? ", rows of memory" : ", a context"));
-      typename TestFixture::Picture source(graphics, screen, {6, 3});
-      typename TestFixture::Picture target(graphics, screen, {6, 3});
-      this->Number(source);
-      const std::vector<std::uint8_t> rows = this->NumberedRows(6, 3);
-      EXPECT_TRUE(fromMemory
-                      ? graphics.StretchDIBits(target.context, row.place, row.from, rows.data(),
-                                               this->Form(6, 3), kRasterCopy) != 0
-                      : graphics.StretchBlt(target.context, row.place, source.context, row.from));
-      EXPECT_EQ(target.Rows(), row.rows);
-    }
-  }
-  EXPECT_EQ(graphics.ReleaseDC(nullptr, screen), 1);
+  this->ExpectCopies(
+      copies, "a context", {6, 3}, [this](auto& target, auto& source, const auto& copy) {
+        return this->graphics().StretchBlt(target.context, copy.place, source.context, copy.from);
+      });
+  this->ExpectCopies(copies, "rows of memory", {6, 3},
+                     [this](auto& target, auto& /*source*/, const auto& copy) {
+                       return this->CopyNumberedRows(target, copy);
+                     });
 }
 
 // Whatever of a bitmap's way a mirrored context keeps, rows of memory are turned in it.
 TYPED_TEST_P(WindowConformance, RowsOfMemoryAreTurnedInAMirroredContext) {
-  struct Case {
-    const char* name;
-    Rect place;
-    Rect from;
-    std::vector<std::string> rows;
-  };
-  const std::vector<Case> cases = {
+  const std::vector<typename TestFixture::Copy> copies = {
       {"same size", {0, 0, 6, 3}, {0, 0, 6, 3}, {"00654321", "00765432", "00876543"}},
       {"a part", {1, 0, 4, 1}, {2, 0, 5, 1}, {"00007650", "00000000", "00000000"}},
       {"shrunk", {0, 0, 3, 3}, {0, 0, 6, 3}, {"00000400", "00000642", "00000040"}},
       {"shrunk a little", {1, 0, 6, 3}, {0, 0, 6, 3}, {"00650210", "00764320", "00874430"}},
   };
-  Graphics& graphics = this->graphics();
-  const DeviceContext screen = graphics.GetDC(nullptr);
-  for (const Case& row : cases) {
-    for (const std::uint32_t upright : {std::uint32_t{0}, kLayoutBitmapsUpright}) {
-      SCOPED_TRACE(std::string(row.name) + (upright != 0 ? ", bitmaps upright" : ""));
-      typename TestFixture::Picture target(graphics, screen, {8, 3});
-      graphics.SetLayout(target.context, kLayoutRightToLeft | upright);
-      const std::vector<std::uint8_t> rows = this->NumberedRows(6, 3);
-      EXPECT_NE(graphics.StretchDIBits(target.context, row.place, row.from, rows.data(),
-                                       this->Form(6, 3), kRasterCopy),
-                0);
-      EXPECT_EQ(target.Rows(), row.rows);
-    }
+  for (const std::uint32_t upright : {std::uint32_t{0}, kLayoutBitmapsUpright}) {
+    this->ExpectCopies(copies, upright != 0 ? "bitmaps upright" : "bitmaps turned", {8, 3},
+                       [&](auto& target, auto& /*source*/, const auto& copy) {
+                         this->graphics().SetLayout(target.context, kLayoutRightToLeft | upright);
+                         return this->CopyNumberedRows(target, copy);
+                       });
   }
-  EXPECT_EQ(graphics.ReleaseDC(nullptr, screen), 1);
 }
 
 TYPED_TEST_P(WindowConformance, CopiesBetweenMirroredContextsAreTurned) {

@@ -6,11 +6,6 @@
 namespace ostrel {
 namespace {
 
-using test::Card;
-using test::CustomPaperStage;
-using test::PaperWords;
-using test::Photo;
-
 constexpr std::uint32_t kAnnounced = kDmPaperLength | kDmPaperWidth | kDmFormName;
 
 struct ChoiceStage : CustomPaperStage {

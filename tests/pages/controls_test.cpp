@@ -781,6 +781,15 @@ struct StepCase {
   std::u16string shown;
 };
 
+// A spin of the scene's edit does what the case says.
+template <typename Spin, typename Edit, typename Case>
+void ExpectStep(EditScene<Edit>& scene, const Case& row) {
+  Spin spin;
+  spin.SetBuddy(&scene.edit);
+  EXPECT_EQ(spin.Step(row.up), row.stepped);
+  EXPECT_EQ(scene.shown(), row.shown);
+}
+
 class IntSpinStep : public testing::TestWithParam<StepCase> {};
 
 // clang-format off
@@ -803,10 +812,7 @@ INSTANTIATE_TEST_SUITE_P(
 TEST_P(IntSpinStep, MovesTheBuddy) {
   EditScene<IntEdit> scene(GetParam().text);
   scene.edit.range = kCopies;
-  IntSpin spin;
-  spin.SetBuddy(&scene.edit);
-  EXPECT_EQ(spin.Step(GetParam().up), GetParam().stepped);
-  EXPECT_EQ(scene.shown(), GetParam().shown);
+  ExpectStep<IntSpin>(scene, GetParam());
   const bool selected =
       !scene.dialog.calls.empty() && scene.dialog.calls.back() == "select 1019 999 to -1";
   EXPECT_EQ(selected, GetParam().stepped);
@@ -839,10 +845,7 @@ INSTANTIATE_TEST_SUITE_P(
 TEST_P(FloatSpinStep, MovesTheBuddy) {
   EditScene<DecimalEdit> scene(GetParam().text);
   scene.edit.range = Decimals(1);
-  FloatSpin spin;
-  spin.SetBuddy(&scene.edit);
-  EXPECT_EQ(spin.Step(GetParam().up), GetParam().stepped);
-  EXPECT_EQ(scene.shown(), GetParam().shown);
+  ExpectStep<FloatSpin>(scene, GetParam());
   if (!GetParam().stepped) {
     for (const std::string& call : scene.dialog.calls) {
       EXPECT_EQ(call, "focus 1019");  // the reading of a text that is no number, and no more
@@ -883,10 +886,7 @@ TEST_P(PaperSizeStep, ReachesTheEndAndGoesNoFurther) {
   EditScene<DecimalEdit> scene(GetParam().text);
   scene.edit.range = RangeOf(GetParam().minimum, GetParam().maximum, 6);
   scene.edit.range.precision = GetParam().precision;
-  FloatSpin spin;
-  spin.SetBuddy(&scene.edit);
-  EXPECT_EQ(spin.Step(GetParam().up), GetParam().stepped);
-  EXPECT_EQ(scene.shown(), GetParam().shown);
+  ExpectStep<FloatSpin>(scene, GetParam());
 }
 
 TEST(FloatSpin, ShowsTheStepInALanguageWithTheComma) {

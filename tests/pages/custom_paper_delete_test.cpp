@@ -4,22 +4,6 @@
 namespace ostrel {
 namespace {
 
-using test::Card;
-using test::CustomPaperStage;
-using test::kDefaults;
-using test::kDelete;
-using test::kInches;
-using test::kLength;
-using test::kMillimeters;
-using test::kNameBox;
-using test::kWidth;
-using test::PaperFacts;
-using test::Papers;
-using test::PaperSeen;
-using test::PaperWords;
-using test::Photo;
-using test::StoreOf;
-
 // ---- Deleting -----------------------------------------------------------------------------------
 
 TEST(DeletedPaper, MakesRoomForTheFirstThatIsLeft) {
@@ -191,7 +175,7 @@ TEST(PaperDefaults, InMillimetersAreTheLargestSize) {
   stage.SetWords(test::PhotoWords(288));
   stage.Show([&] {
     EXPECT_TRUE(stage.user().Type(kNameBox, u"Poster"));
-    ASSERT_TRUE(stage.user().Enabled(test::kSave));
+    ASSERT_TRUE(stage.user().Enabled(kSave));
     EXPECT_TRUE(stage.user().Click(kDefaults));
     EXPECT_EQ(stage.Seen(),
               (PaperSeen{u"Untitled", u"216.0", u"356.0", kMillimeters, false, false}));

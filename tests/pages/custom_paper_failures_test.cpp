@@ -7,20 +7,6 @@
 namespace ostrel {
 namespace {
 
-using test::Card;
-using test::CustomPaperStage;
-using test::kDefaults;
-using test::kDelete;
-using test::kInches;
-using test::kLength;
-using test::kMillimeters;
-using test::kNameBox;
-using test::kSave;
-using test::kWidth;
-using test::PaperSeen;
-using test::Photo;
-using test::StoreOf;
-
 // ---- Files that can't be written ----------------------------------------------------------------
 
 struct TwoPapers : CustomPaperStage {
@@ -128,7 +114,7 @@ bool DoEverything(CustomPaperStage& stage) {
   headless::User user = stage.user();
   static_cast<void>(user.Type(kWidth, u"120"));
   static_cast<void>(user.Type(kLength, u"1"));
-  static_cast<void>(user.SpinUp(test::kWidthSpin));
+  static_cast<void>(user.SpinUp(kWidthSpin));
   static_cast<void>(user.Type(kNameBox, u"N.ew"));
   static_cast<void>(user.Click(kSave));
   static_cast<void>(user.Choose(kNameBox, 1));

@@ -7,18 +7,6 @@
 namespace ostrel {
 namespace {
 
-using test::Card;
-using test::CustomPaperStage;
-using test::kInches;
-using test::kLength;
-using test::kMillimeters;
-using test::kNameBox;
-using test::kWidth;
-using test::PaperFacts;
-using test::PaperSeen;
-using test::PaperWords;
-using test::Photo;
-
 // ---- Texts --------------------------------------------------------------------------------------
 
 struct CaptionCase {
@@ -66,7 +54,7 @@ TEST(CustomPaperOpening, TextsThatTheLanguageLacksStayTheTemplates) {
   stage.language.strings.clear();
   stage.Show([&] {
     EXPECT_EQ(stage.windows().TextOf(*stage.windows().Find(stage.dialog())), title);
-    EXPECT_EQ(stage.Text(test::kSave), save);
+    EXPECT_EQ(stage.Text(kSave), save);
     EXPECT_EQ(stage.Text(kNameBox), u"Untitled");
   });
 }
@@ -86,7 +74,7 @@ TEST(CustomPaperOpening, BoxesTakeSixCharactersAndNamesSixteen) {
 TEST(CustomPaperOpening, HeldSpinsNeverAccelerate) {
   CustomPaperStage stage;
   stage.Show([&] {
-    for (const std::int32_t spin : {test::kWidthSpin, test::kLengthSpin}) {
+    for (const std::int32_t spin : {kWidthSpin, kLengthSpin}) {
       const auto& rows = stage.windows().Find(stage.user().Control(spin))->spin.accelerations;
       ASSERT_EQ(rows.size(), 1U);
       EXPECT_EQ(rows[0].nSec, 200U);
@@ -414,7 +402,7 @@ TEST(CustomPaperStoreOfOthers, NumbersThatAreNoneShowTheWholePixels) {
 
 TEST(CustomPaperStoreOfOthers, MoreRecordsThanRoomAreListedAsFarAsItGoes) {
   CustomPaperStage stage;
-  stage.Put(test::Papers(40));
+  stage.Put(Papers(40));
   stage.Show([&] { EXPECT_EQ(stage.user().ItemTexts(kNameBox).size(), 32U); });
   EXPECT_EQ(stage.timesShown, 1);
 }
@@ -446,14 +434,14 @@ TEST_P(CustomPaperWithoutStore, TellsSoAndStaysEmpty) {
     EXPECT_EQ(stage.boxes()[0].caption, u"Paper");
     EXPECT_EQ(stage.boxes()[0].style, GetParam().style);
     EXPECT_EQ(stage.boxes()[0].owner, stage.dialog());
-    EXPECT_EQ(stage.Text(test::kSave), CustomPaperStage::English(5023));  // captions are there
+    EXPECT_EQ(stage.Text(kSave), CustomPaperStage::English(5023));  // captions are there
     EXPECT_EQ(stage.Seen(), (PaperSeen{u"", u"", u"", 0, true, true}));
     // Nothing happens in it.
-    for (const std::int32_t id : {test::kSave, test::kDelete, test::kDefaults, kInches}) {
+    for (const std::int32_t id : {kSave, kDelete, kDefaults, kInches}) {
       stage.Command(id);
     }
     EXPECT_TRUE(stage.user().Type(kWidth, u"x1"));
-    EXPECT_TRUE(stage.user().SpinUp(test::kWidthSpin));
+    EXPECT_TRUE(stage.user().SpinUp(kWidthSpin));
     EXPECT_TRUE(stage.user().Type(kNameBox, u"A.b"));
     stage.Command(kNameBox, kCbnSelChange);
     EXPECT_EQ(stage.Seen(), (PaperSeen{u"A.b", u"x1", u"", 0, true, true}));
@@ -479,7 +467,7 @@ TEST(CustomPaperOpening, WithoutAStoreForgetsWhatAnEarlierDialogSaved) {
   CustomPaperStage stage;
   stage.Put({Card(u"Card")});
   stage.SetWords({288, 7, 8});
-  stage.Show([&] { EXPECT_TRUE(stage.user().Click(test::kDelete)); });
+  stage.Show([&] { EXPECT_TRUE(stage.user().Click(kDelete)); });
   stage.SetWords({5, 1, 2});
   stage.world.platform.faults.FailOperation("CreateFileW");
   EXPECT_FALSE(stage.Show([&] { EXPECT_TRUE(stage.user().Click(kIdCancel)); }));
@@ -522,21 +510,21 @@ TEST(CustomPaperDialog, DestroyedWithoutAnAnswerTakesNothingMore) {
     EXPECT_FALSE(state.open);
     // Its controls are no longer there for it.
     EXPECT_TRUE(stage.user().Choose(kNameBox, 1));
-    EXPECT_TRUE(stage.user().Click(test::kDelete));
+    EXPECT_TRUE(stage.user().Click(kDelete));
     EXPECT_EQ(stage.user().ItemTexts(kNameBox).size(), 2U);
     EXPECT_EQ(stage.Words(), test::CardWords(288));
   });
   EXPECT_EQ(stage.timesShown, 1);
-  EXPECT_SETTINGS(stage.world, test::StoreOf({Card(u"Card"), Photo(u"Photo", 289)}));
+  EXPECT_SETTINGS(stage.world, StoreOf({Card(u"Card"), Photo(u"Photo", 289)}));
 }
 
 TEST(CustomPaperDialog, WithoutMemoryForItsStateCanBeLeftBothWays) {
   CustomPaperStage stage;
   stage.world.platform.faults.FailOperation("HeapAlloc");
   EXPECT_TRUE(stage.Show([&] {
-    stage.Command(test::kSave);
+    stage.Command(kSave);
     stage.Command(kNameBox, kCbnEditChange);
-    EXPECT_TRUE(stage.user().SpinUp(test::kWidthSpin));
+    EXPECT_TRUE(stage.user().SpinUp(kWidthSpin));
     EXPECT_TRUE(stage.user().Click(kIdOk));
   }));
   EXPECT_FALSE(stage.Show([&] { EXPECT_TRUE(stage.user().Click(kIdCancel)); }));

@@ -7,21 +7,6 @@
 namespace ostrel {
 namespace {
 
-using test::Card;
-using test::CustomPaperStage;
-using test::kInches;
-using test::kLength;
-using test::kMillimeters;
-using test::kNameBox;
-using test::kSave;
-using test::kWidth;
-using test::PaperFacts;
-using test::Papers;
-using test::PaperSeen;
-using test::PaperWords;
-using test::Photo;
-using test::StoreOf;
-
 constexpr int kNo = 7;  // IDNO
 
 PaperFacts Named(PaperFacts facts, std::u16string_view name, std::uint32_t id) {

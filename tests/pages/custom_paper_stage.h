@@ -233,3 +233,27 @@ class CustomPaperStage {
 };
 
 }  // namespace ostrel::test
+
+namespace ostrel {
+
+// Nearly every file of these tests names them.
+using test::Card;
+using test::CustomPaperStage;
+using test::kDefaults;
+using test::kDelete;
+using test::kInches;
+using test::kLength;
+using test::kLengthSpin;
+using test::kMillimeters;
+using test::kNameBox;
+using test::kSave;
+using test::kWidth;
+using test::kWidthSpin;
+using test::PaperFacts;
+using test::Papers;
+using test::PaperSeen;
+using test::PaperWords;
+using test::Photo;
+using test::StoreOf;
+
+}  // namespace ostrel

@@ -5,21 +5,6 @@
 namespace ostrel {
 namespace {
 
-using test::Card;
-using test::CustomPaperStage;
-using test::kDelete;
-using test::kInches;
-using test::kLength;
-using test::kLengthSpin;
-using test::kMillimeters;
-using test::kNameBox;
-using test::kSave;
-using test::kWidth;
-using test::kWidthSpin;
-using test::PaperFacts;
-using test::PaperSeen;
-using test::Photo;
-
 // Two papers, the first of which is in force.
 struct TypingStage : CustomPaperStage {
   TypingStage() {
@@ -230,7 +215,7 @@ TEST(ChosenName, WithAnAbsurdIdOnlyAllowsToDeleteIt) {
       EXPECT_TRUE(stage.user().Click(kIdOk));
     })) << id;
     EXPECT_EQ(stage.Words(), test::CardWords(288));
-    EXPECT_SETTINGS(stage.world, test::StoreOf({Card(u"Card", 288)}));
+    EXPECT_SETTINGS(stage.world, StoreOf({Card(u"Card", 288)}));
   }
 }
 
@@ -239,7 +224,7 @@ TEST(ChosenName, WithAnAbsurdSizeSetsItAsItIsStored) {
   stage.Put({PaperFacts{.name = u"Wide", .id = 288, .unit = 1, .width = 65535, .length = 0}});
   stage.Show([&] {
     EXPECT_TRUE(stage.user().Choose(kNameBox, 0));
-    EXPECT_EQ(stage.Words(), (test::PaperWords{288, 27743, 0}));
+    EXPECT_EQ(stage.Words(), (PaperWords{288, 27743, 0}));
     EXPECT_EQ(stage.Text(kWidth), u"216.0");
     EXPECT_EQ(stage.Text(kLength), u"148.0");
   });
@@ -581,7 +566,7 @@ TEST(SizeSpin, StepsFromWhatTheBoxShows) {
     stage.SaveAs(u"Slimmer");
   });
   const PaperFacts slimmer = {u"Slimmer", 289, 2, 1806, 3543, 1806.0F, 3543.30712890625F};
-  EXPECT_SETTINGS(stage.world, test::StoreOf({slim, slimmer}));
+  EXPECT_SETTINGS(stage.world, StoreOf({slim, slimmer}));
 }
 
 TEST(SizeSpin, OfTheUsersHandCountsUpWithTheUpperArrow) {

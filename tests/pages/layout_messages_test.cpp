@@ -14,27 +14,12 @@ using test::LayoutStage;
 // ---- Help ---------------------------------------------------------------------------------------
 
 TEST(LayoutHelp, OpensAtTheControlsTopicOrNotAtAll) {
-  const std::map<std::int32_t, std::uint32_t> topics = {
-      {1484, 1172}, {1485, 1172}, {1486, 1172}, {1393, 1172}, {1046, 1172},
-      {1025, 1172}, {1411, 1165}, {1045, 1736}, {1415, 1702}, {1394, 1456},
-      {1437, 1456}, {1064, 2004}, {1387, 0},    {1048, 0},    {1065, 0},
-      {1044, 0},    {1067, 0},    {1107, 0},    {0, 0},       {-1, 0}};
   LayoutStage stage;
   ASSERT_TRUE(stage.Open());
-  auto& help = stage.world().platform.shell.help;
-  for (const auto& [control, topic] : topics) {
-    help.clear();
-    HelpInfo question = {};
-    question.cbSize = sizeof(question);
-    question.iContextType = 1;
-    question.iCtrlId = control;
-    stage.Send(kWmHelp, 0, reinterpret_cast<std::intptr_t>(&question));
-    ASSERT_EQ(help.size(), topic == 0 ? 0U : 1U) << control;
-    if (topic != 0) {
-      EXPECT_EQ(help[0].data, topic) << control;
-      EXPECT_EQ(help[0].command, 15U);  // HH_HELP_CONTEXT
-    }
-  }
+  stage.ExpectHelpTopics({{1484, 1172}, {1485, 1172}, {1486, 1172}, {1393, 1172}, {1046, 1172},
+                          {1025, 1172}, {1411, 1165}, {1045, 1736}, {1415, 1702}, {1394, 1456},
+                          {1437, 1456}, {1064, 2004}, {1387, 0},    {1048, 0},    {1065, 0},
+                          {1044, 0},    {1067, 0},    {1107, 0},    {0, 0},       {-1, 0}});
 }
 
 TEST(LayoutHelp, OfTheSheetIsThePagesOwn) {

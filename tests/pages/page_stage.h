@@ -18,6 +18,7 @@
 #include <deque>
 #include <functional>
 #include <gtest/gtest.h>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -146,6 +147,28 @@ class PageStage {
     SheetNotify note = {};
     note.hdr = {sheet->window(), 0, code};
     return CallProcedure(kWmNotify, 0, reinterpret_cast<std::intptr_t>(&note));
+  }
+  // WM_HELP of a control.
+  void AskHelp(std::int32_t id) {
+    HelpInfo question = {};
+    question.cbSize = sizeof(question);
+    question.iContextType = 1;  // HELPINFO_WINDOW
+    question.iCtrlId = id;
+    Send(kWmHelp, 0, reinterpret_cast<std::intptr_t>(&question));
+  }
+  // Asks for the help of each control: it opens at the topic that stands beside it, and not at all
+  // where that is 0.
+  void ExpectHelpTopics(const std::map<std::int32_t, std::uint32_t>& topics) {
+    auto& help = world().platform.shell.help;
+    for (const auto& [control, topic] : topics) {
+      help.clear();
+      AskHelp(control);
+      ASSERT_EQ(help.size(), topic == 0 ? 0U : 1U) << control;
+      if (topic != 0) {
+        EXPECT_EQ(help[0].data, topic) << control;
+        EXPECT_EQ(help[0].command, 15U) << control;  // HH_HELP_CONTEXT
+      }
+    }
   }
   // Another page has changed the record: this one shows it once more.
   void ShowAgain() {

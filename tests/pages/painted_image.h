@@ -4,6 +4,7 @@
 
 #include "core/process_state.h"
 #include "platform/window_types.h"
+#include "support/bitmap_rows.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -105,19 +106,11 @@ class Canvas {
   }
 
  private:
-  std::size_t Stride() const { return static_cast<std::size_t>((size_.width * 3 + 3) / 4 * 4); }
+  std::size_t Stride() const { return RowBytes(size_.width); }
+  BitmapInfoHeader Form() const { return test::Form(size_.width, size_.height); }
   std::size_t Place(std::int32_t x, std::int32_t y) const {
     return static_cast<std::size_t>(size_.height - 1 - y) * Stride() +
            static_cast<std::size_t>(x) * 3;
-  }
-  BitmapInfoHeader Form() const {
-    BitmapInfoHeader form = {};
-    form.biSize = sizeof(form);
-    form.biWidth = size_.width;
-    form.biHeight = size_.height;
-    form.biPlanes = 1;
-    form.biBitCount = 24;
-    return form;
   }
   std::vector<std::uint8_t> RowsOf(const Image& image) const {
     std::vector<std::uint8_t> rows(Stride() * static_cast<std::size_t>(size_.height));

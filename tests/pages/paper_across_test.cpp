@@ -5,9 +5,6 @@
 namespace ostrel {
 namespace {
 
-using test::PaperStage;
-using test::SourceSeen;
-
 constexpr std::uint32_t kOptionsDialog = 111;
 
 class PaperBesideOptions : public PaperStage {

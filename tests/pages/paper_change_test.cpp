@@ -5,13 +5,6 @@
 namespace ostrel {
 namespace {
 
-using test::kFixed;
-using test::kTrays;
-using test::PaperRecord;
-using test::PaperStage;
-using test::SourceSeen;
-using test::Words;
-
 // ---- Any paper, one-sided and two-sided ---------------------------------------------------------
 
 class PaperChoice : public testing::TestWithParam<test::ListedPaper> {};

@@ -4,11 +4,6 @@
 namespace ostrel {
 namespace {
 
-using test::PaperRecord;
-using test::PaperStage;
-using test::SourceSeen;
-using test::Words;
-
 // ---- The source ---------------------------------------------------------------------------------
 
 TEST(SourceChoice, IsTaken) {

@@ -7,7 +7,6 @@ namespace ostrel {
 namespace {
 
 using test::Do;
-using test::PaperStage;
 
 // ---- The page's state ---------------------------------------------------------------------------
 
@@ -86,7 +85,7 @@ TEST(PaperControls, AnyOfThemMayBeMissing) {
 struct Story {
   const char* name;
   const char16_t* model;
-  test::PaperRecord record;
+  PaperRecord record;
   void (*use)(PaperStage& stage);
   std::size_t leastCalls;
 };

@@ -8,8 +8,6 @@
 namespace ostrel {
 namespace {
 
-using test::PaperStage;
-
 std::vector<std::u16string> Texts(const std::vector<std::uint32_t>& ids) {
   std::vector<std::u16string> texts;
   for (const std::uint32_t id : ids) {
@@ -237,7 +235,7 @@ TEST(PaperListWidth, NeverFallsBelowTheLeast) {
 
 // ---- Media types and sources --------------------------------------------------------------------
 
-class ListsByFamily : public testing::TestWithParam<test::FamilyModel> {};
+class ListsByFamily : public testing::TestWithParam<FamilyModel> {};
 
 INSTANTIATE_TEST_SUITE_P(Families, ListsByFamily, testing::ValuesIn(test::kFamilyModels),
                          [](const auto& row) {
@@ -265,14 +263,14 @@ TEST_P(ListsByFamily, HaveWhatTheFamilyHas) {
 
 TEST(SourcesOfThePage, EndWithTheTraysThatAreThere) {
   for (int missing = 0; missing <= 2; ++missing) {
-    PaperStage stage(test::kTrays, missing);
+    PaperStage stage(kTrays, missing);
     ASSERT_TRUE(stage.Open());
     EXPECT_EQ(stage.user().ItemData(1393).size(), 5U - static_cast<std::size_t>(missing));
   }
 }
 
 TEST(SourcesOfThePage, EndWithTray1WithoutBothOptionalTrays) {
-  PaperStage stage(test::kTrays, 2);
+  PaperStage stage(kTrays, 2);
   ASSERT_TRUE(stage.Open());
   EXPECT_EQ(stage.user().ItemTexts(1393), Texts({4017, 4031, 190}));
 }

@@ -5,13 +5,6 @@
 namespace ostrel {
 namespace {
 
-using test::kFixed;
-using test::kTrays;
-using test::PaperRecord;
-using test::PaperStage;
-using test::SourceSeen;
-using test::Words;
-
 // ---- Two-sided printing -------------------------------------------------------------------------
 
 class MediaChoice : public testing::TestWithParam<std::int16_t> {};

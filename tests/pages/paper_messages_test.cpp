@@ -7,10 +7,6 @@
 namespace ostrel {
 namespace {
 
-using test::PaperRecord;
-using test::PaperStage;
-using test::Words;
-
 // ---- Tooltips -----------------------------------------------------------------------------------
 
 TEST(MediaTip, NamesTheBookletOrTwoSidedPrinting) {
@@ -43,7 +39,7 @@ constexpr SourceTipCase kSourceTips[] = {
     {265, true, true}, {261, true, true},   {3, true, true},    {266, true, true},
 };
 
-class SourceTip : public testing::TestWithParam<test::FamilyModel> {};
+class SourceTip : public testing::TestWithParam<FamilyModel> {};
 INSTANTIATE_TEST_SUITE_P(Families, SourceTip, testing::ValuesIn(test::kFamilyModels),
                          [](const auto& row) {
                            return "Family" + std::to_string(row.param.family);
@@ -127,25 +123,18 @@ TEST(PaperTools, MouseMovementRefreshesAllThree) {
 // ---- Help ---------------------------------------------------------------------------------------
 
 TEST(PaperHelp, OpensAtTheControlsTopic) {
-  constexpr std::pair<std::int32_t, std::uint32_t> kTopics[] = {
-      {1404, 1157}, {1009, 1157}, {1407, 1157}, {1393, 1158}, {1240, 1158},
-      {1125, 1158}, {1064, 2002}, {1446, 0},    {1400, 0},    {-1, 0}};
   PaperStage stage;
   ASSERT_TRUE(stage.OpenWith({}));
-  auto& help = stage.world().platform.shell.help;
-  for (const auto& [control, topic] : kTopics) {
-    help.clear();
-    HelpInfo question = {};
-    question.cbSize = sizeof(question);
-    question.iContextType = 1;
-    question.iCtrlId = control;
-    stage.Send(kWmHelp, 0, reinterpret_cast<std::intptr_t>(&question));
-    ASSERT_EQ(help.size(), topic == 0 ? 0U : 1U) << control;
-    if (topic != 0) {
-      EXPECT_EQ(help[0].command, 15U);
-      EXPECT_EQ(help[0].data, topic) << control;
-    }
-  }
+  stage.ExpectHelpTopics({{1404, 1157},
+                          {1009, 1157},
+                          {1407, 1157},
+                          {1393, 1158},
+                          {1240, 1158},
+                          {1125, 1158},
+                          {1064, 2002},
+                          {1446, 0},
+                          {1400, 0},
+                          {-1, 0}});
 }
 
 TEST(PaperHelp, ButtonOpensThePagesTopic) {
@@ -184,7 +173,7 @@ void PutConfig(PaperStage& stage, std::string_view text) {
   stage.world().platform.files.Put(kConfigPath, {bytes.begin(), bytes.end()});
 }
 
-class EnvelopeProgram : public testing::TestWithParam<test::FamilyModel> {};
+class EnvelopeProgram : public testing::TestWithParam<FamilyModel> {};
 INSTANTIATE_TEST_SUITE_P(Families, EnvelopeProgram, testing::ValuesIn(test::kFamilyModels),
                          [](const auto& row) {
                            return "Family" + std::to_string(row.param.family);

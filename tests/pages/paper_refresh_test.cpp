@@ -6,13 +6,6 @@
 namespace ostrel {
 namespace {
 
-using test::kFixed;
-using test::kTrays;
-using test::PaperRecord;
-using test::PaperStage;
-using test::SourceSeen;
-using test::Words;
-
 // ---- The page's start ---------------------------------------------------------------------------
 
 TEST(PaperStart, ShowsTheRecord) {

@@ -8,8 +8,6 @@
 namespace ostrel {
 namespace {
 
-using test::FamilyModel;
-
 constexpr SourceLock kKeep = SourceLock::kKeep;
 constexpr SourceLock kLive = SourceLock::kLive;
 constexpr SourceLock kLiveWithIcon = SourceLock::kLiveWithIcon;
@@ -38,6 +36,16 @@ SourceOutcome Expected(const RuleCase& row) {
           .lock = row.lock};
 }
 
+SourceFacts FactsOf(const RuleCase& row) {
+  return {.media = row.media,
+          .family = 0,
+          .source = row.source,
+          .sourceAllowed = row.condition,
+          .paperTakesSource = row.condition,
+          .paperSources = row.condition ? 2 : 0,
+          .listedSources = row.listed};
+}
+
 // Asks a table for every family of the case's kind.
 void ExpectForAllFamilies(const SourceRules& rules, const RuleCase& row, SourceFacts facts) {
   for (const FamilyModel& model : test::kFamilyModels) {
@@ -45,6 +53,16 @@ void ExpectForAllFamilies(const SourceRules& rules, const RuleCase& row, SourceF
       facts.family = model.family;
       EXPECT_EQ(ApplySourceRules(rules, facts), Expected(row)) << "family " << model.family;
     }
+  }
+}
+
+// The paper's own answers play no part: what they left is whether the source is allowed.
+void ExpectWhateverThePaperTakes(const SourceRules& rules, const RuleCase& row) {
+  for (const bool takes : {false, true}) {
+    SourceFacts facts = FactsOf(row);
+    facts.paperTakesSource = takes;
+    facts.paperSources = takes ? 5 : 0;
+    ExpectForAllFamilies(rules, row, facts);
   }
 }
 
@@ -87,19 +105,8 @@ class RefreshSourceRule : public testing::TestWithParam<RuleCase> {};
 INSTANTIATE_TEST_SUITE_P(Rows, RefreshSourceRule, testing::ValuesIn(kRefreshCases),
                          test::CaseName());
 
-// The paper's own answers play no part: what they left is whether the source is allowed.
 TEST_P(RefreshSourceRule, SaysWhatItsRowSays) {
-  for (const bool takes : {false, true}) {
-    const RuleCase& row = GetParam();
-    ExpectForAllFamilies(kRefreshSourceRules, row,
-                         {.media = row.media,
-                          .family = 0,
-                          .source = row.source,
-                          .sourceAllowed = row.condition,
-                          .paperTakesSource = takes,
-                          .paperSources = takes ? 5 : 0,
-                          .listedSources = row.listed});
-  }
+  ExpectWhateverThePaperTakes(kRefreshSourceRules, GetParam());
 }
 
 // ---- When another paper is chosen ---------------------------------------------------------------
@@ -132,17 +139,7 @@ class PaperSourceRule : public testing::TestWithParam<RuleCase> {};
 INSTANTIATE_TEST_SUITE_P(Rows, PaperSourceRule, testing::ValuesIn(kPaperCases), test::CaseName());
 
 TEST_P(PaperSourceRule, SaysWhatItsRowSays) {
-  for (const bool takes : {false, true}) {
-    const RuleCase& row = GetParam();
-    ExpectForAllFamilies(kPaperSourceRules, row,
-                         {.media = row.media,
-                          .family = 0,
-                          .source = row.source,
-                          .sourceAllowed = row.condition,
-                          .paperTakesSource = takes,
-                          .paperSources = takes ? 5 : 0,
-                          .listedSources = row.listed});
-  }
+  ExpectWhateverThePaperTakes(kPaperSourceRules, GetParam());
 }
 
 // ---- When another media type is chosen ----------------------------------------------------------
@@ -182,15 +179,9 @@ INSTANTIATE_TEST_SUITE_P(Rows, MediaSourceRule, testing::ValuesIn(kMediaCases), 
 // What the source was allowed before plays no part.
 TEST_P(MediaSourceRule, SaysWhatItsRowSays) {
   for (const bool allowed : {false, true}) {
-    const RuleCase& row = GetParam();
-    ExpectForAllFamilies(kMediaSourceRules, row,
-                         {.media = row.media,
-                          .family = 0,
-                          .source = row.source,
-                          .sourceAllowed = allowed,
-                          .paperTakesSource = row.condition,
-                          .paperSources = row.condition ? 2 : 0,
-                          .listedSources = row.listed});
+    SourceFacts facts = FactsOf(GetParam());
+    facts.sourceAllowed = allowed;
+    ExpectForAllFamilies(kMediaSourceRules, GetParam(), facts);
   }
 }
 

@@ -202,3 +202,16 @@ struct ListedPaperName {
 inline constexpr std::int16_t kListedMediaIds[] = {1, 257, 258, 259, 263, 2, 264, 265, 261};
 
 }  // namespace ostrel::test
+
+namespace ostrel {
+
+// Nearly every file of these tests names them.
+using test::FamilyModel;
+using test::kFixed;
+using test::kTrays;
+using test::PaperRecord;
+using test::PaperStage;
+using test::SourceSeen;
+using test::Words;
+
+}  // namespace ostrel

@@ -85,19 +85,25 @@ class PixelWork : public testing::TestWithParam<SizeCase> {
 
 INSTANTIATE_TEST_SUITE_P(Sizes, PixelWork, testing::ValuesIn(kSizes));
 
+// The same pixels, each row's from the last to the first, and on request the rows so too.
+Pixels InTheOtherOrder(const Pixels& before, bool rowsToo) {
+  Pixels after = before;
+  for (std::int32_t row = 0; row < after.rows.height; ++row) {
+    const std::int32_t fromRow = rowsToo ? after.rows.height - 1 - row : row;
+    for (std::int32_t byte = 0; byte < after.rows.width * 3; ++byte) {
+      const std::int32_t from = (after.rows.width - 1 - byte / 3) * 3 + byte % 3;
+      after.At(row, byte) = before.bytes[static_cast<std::size_t>(fromRow * after.stride + from)];
+    }
+  }
+  return after;
+}
+
 // ---- Mirrored rows ------------------------------------------------------------------------------
 
 TEST_P(PixelWork, MirroredRows_HaveTheirPixelsInTheOtherOrder) {
   for (unsigned seed = 1; seed <= 4; ++seed) {
     const Pixels before = Random(seed);
-    Pixels expected = before;
-    for (std::int32_t row = 0; row < expected.rows.height; ++row) {
-      for (std::int32_t byte = 0; byte < expected.rows.width * 3; ++byte) {
-        const std::int32_t from = (expected.rows.width - 1 - byte / 3) * 3 + byte % 3;
-        expected.At(row, byte) =
-            before.bytes[static_cast<std::size_t>(row * expected.stride + from)];
-      }
-    }
+    const Pixels expected = InTheOtherOrder(before, false);
     Pixels after = before;
     MirrorRows(after.rows);
     ASSERT_EQ(after.bytes, expected.bytes);
@@ -111,15 +117,7 @@ TEST_P(PixelWork, MirroredRows_HaveTheirPixelsInTheOtherOrder) {
 TEST_P(PixelWork, ATurnedPicture_HasItsPixelsFromTheLastToTheFirst) {
   for (unsigned seed = 1; seed <= 4; ++seed) {
     const Pixels before = Random(seed);
-    Pixels expected = before;
-    for (std::int32_t row = 0; row < expected.rows.height; ++row) {
-      for (std::int32_t byte = 0; byte < expected.rows.width * 3; ++byte) {
-        const std::int32_t from = (expected.rows.width - 1 - byte / 3) * 3 + byte % 3;
-        const std::int32_t above = expected.rows.height - 1 - row;
-        expected.At(row, byte) =
-            before.bytes[static_cast<std::size_t>(above * expected.stride + from)];
-      }
-    }
+    const Pixels expected = InTheOtherOrder(before, true);
     Pixels after = before;
     TurnRows(after.rows);
     ASSERT_EQ(after.bytes, expected.bytes);

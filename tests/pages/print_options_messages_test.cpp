@@ -37,11 +37,7 @@ INSTANTIATE_TEST_SUITE_P(Controls, OptionsHelp, testing::ValuesIn(kHelpCases), [
 TEST_P(OptionsHelp, OpensAtTheControlsTopic) {
   OptionsStage stage;
   ASSERT_TRUE(stage.Open());
-  HelpInfo question = {};
-  question.cbSize = sizeof(question);
-  question.iContextType = 1;
-  question.iCtrlId = GetParam().control;
-  stage.Send(kWmHelp, 0, reinterpret_cast<std::intptr_t>(&question));
+  stage.AskHelp(GetParam().control);
   const auto& help = stage.world().platform.shell.help;
   ASSERT_EQ(help.size(), GetParam().topic == 0 ? 0U : 1U);
   if (GetParam().topic != 0) {

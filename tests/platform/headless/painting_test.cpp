@@ -1,5 +1,6 @@
 // What drawing leaves in windows and bitmaps of the in-memory platform: pixel by pixel.
 #include "platform/headless/test_dialogs.h"
+#include "support/bitmap_rows.h"
 #include "support/surface_picture.h"
 
 #include <array>
@@ -14,6 +15,7 @@
 namespace ostrel::headless {
 namespace {
 
+using test::Form;
 using testing::ElementsAre;
 
 constexpr std::int32_t kDrawn = 52;
@@ -54,25 +56,10 @@ class Painting : public testing::Test {
   }
   // Numbers the columns from 1 on in the first row, from 2 in the second, and so on.
   void Number(DeviceContext context, std::int32_t width, std::int32_t height) {
-    std::vector<std::uint8_t> rows(RowBytes(width) * static_cast<std::size_t>(height));
-    for (std::int32_t y = 0; y < height; ++y) {
-      for (std::int32_t x = 0; x < width; ++x) {
-        const auto row = RowBytes(width) * static_cast<std::size_t>(height - 1 - y);
-        rows[row + static_cast<std::size_t>(x) * 3 + 2] = static_cast<std::uint8_t>(x + y + 1);
-      }
-    }
+    const std::vector<std::uint8_t> rows = test::NumberedRows(width, height);
     EXPECT_EQ(graphics_.StretchDIBits(context, {0, 0, width, height}, {0, 0, width, height},
                                       rows.data(), Form(width, height), kRasterCopy),
               height);
-  }
-  static BitmapInfoHeader Form(std::int32_t width, std::int32_t height) {
-    BitmapInfoHeader form = {};
-    form.biSize = sizeof(form);
-    form.biWidth = width;
-    form.biHeight = height;
-    form.biPlanes = 1;
-    form.biBitCount = 24;
-    return form;
   }
   // What a context in memory holds. Its bitmap comes out of it for a moment.
   std::vector<std::string> Shown(DeviceContext context) {
