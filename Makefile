@@ -8,15 +8,17 @@ FUZZ_SECONDS ?= 60
 # Seconds that processes fight over one settings file.
 STRESS_SECONDS ?= 5
 
-.PHONY: help packages run test test-native test-asan test-print-system test-peers dialogs lint dist bench fuzz format clean
+.PHONY: help packages run test test-native test-asan test-print-system test-peers dialogs pages lint dist bench fuzz format clean
 
 help:
 	@echo 'make run      install the driver in a print system of its own and show what it answers,'
-	@echo '              and its printing preferences: on the display, or as pictures in build/run'
+	@echo '              its printing preferences and printed pages: on the display, or as pictures in build/run'
 	@echo '              (REPORT=--json gives the same for a program)'
 	@echo 'make test     prove everything: lint, native tests, sanitizer run, print-system tests,'
 	@echo '              and one settings file between several processes (STRESS_SECONDS=$(STRESS_SECONDS))'
 	@echo 'make dialogs  check that all texts of the dialogs fit, and leave pictures in build/run/dialogs'
+	@echo 'make pages    print a document with each sample job, in the print system and in memory, and'
+	@echo '              leave the pages as pictures in build/run/pages'
 	@echo 'make dist     leave what is shipped in build/dist'
 	@echo 'make bench    measure, natively and in the print system, as ratios in one run'
 	@echo 'make fuzz     run each fuzzer for FUZZ_SECONDS ($(FUZZ_SECONDS)) seconds'
@@ -41,6 +43,7 @@ run: packages | build
 	$(call build,windows)
 	@tools/print-system run $(WINDOWS_BIN)/driver_report.exe $(REPORT)
 	@$(if $(REPORT),true,tools/show-preferences)
+	@$(if $(REPORT),true,tools/print-pages)
 
 test: packages lint test-native test-asan test-print-system test-peers
 
@@ -60,6 +63,12 @@ test-print-system: packages | build
 dialogs: packages | build
 	$(call build,windows)
 	@tools/show-dialogs
+
+pages: packages | build
+	$(call build,native)
+	$(call build,windows)
+	@tools/print-pages
+	@tools/draw-pages
 
 test-peers: packages | build
 	$(call build,native)

@@ -121,6 +121,14 @@ endforeach()
 add_executable(store_peer tests/peers/native_peer.cpp tests/peers/store_script.cpp)
 target_link_libraries(store_peer PRIVATE ostrel_test_world ostrel_flags)
 
+# Prints a document in memory, pages as pictures: tools/draw-pages runs it.
+add_executable(print_document_svg
+  hosts/job_settings.cpp hosts/print_document_svg.cpp hosts/print_job.cpp hosts/record_fields.cpp
+  hosts/sample_document.cpp neighbours/render_driver/render_driver.cpp)
+target_include_directories(print_document_svg
+  PRIVATE ${CMAKE_SOURCE_DIR}/hosts ${CMAKE_SOURCE_DIR}/neighbours)
+target_link_libraries(print_document_svg PRIVATE ostrel_test_world ostrel_flags)
+
 include(fuzz/fuzzers.cmake)
 
 # ---- Benches --------------------------------------------------------------------------------------
