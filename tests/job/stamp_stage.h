@@ -109,7 +109,7 @@ struct StampScene {
     return state;
   }
   // Objects that are left of a stamp.
-  std::size_t LiveObjects() {
+  std::size_t LiveObjects() const {
     const headless::HeadlessGraphics& graphics = world.platform.graphics;
     return graphics.liveBitmaps() + graphics.liveBrushes() + graphics.liveFonts() +
            graphics.liveContexts() - 1 + world.platform.memory.liveBlocks();
