@@ -105,6 +105,8 @@ ostrel_add_shares(ostrel_tests_asan asan)
 add_test(NAME shipped_texts COMMAND ${OSTREL_PYTHON} ${CMAKE_SOURCE_DIR}/tools/check-strings.py)
 add_test(NAME shipped_texts_check
   COMMAND ${OSTREL_PYTHON} ${CMAKE_SOURCE_DIR}/tests/tools/check_strings_test.py)
+add_test(NAME stamp_expectations
+  COMMAND ${OSTREL_PYTHON} ${CMAKE_SOURCE_DIR}/tests/job/expected/stamp_model.py --check)
 foreach(subject compiled_dialogs compiled_pictures layout_pictures)
   add_test(NAME ${subject}
     COMMAND ${OSTREL_PYTHON} ${CMAKE_SOURCE_DIR}/tests/resources/${subject}_test.py

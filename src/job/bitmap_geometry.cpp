@@ -84,8 +84,8 @@ void FitSpan(Span& place, Span& from, float length) {
   const Span page = place;
   const double onPage = length;
   const double share = static_cast<double>(from.Length()) / onPage + kBitMore;
-  const std::int64_t start =
-      CutRounded(static_cast<double>(page.Length() / 2 + page.start)) - CutRounded(onPage / 2);
+  const std::int64_t middle = page.Length() / 2 + page.start;
+  const std::int64_t start = CutRounded(static_cast<double>(middle)) - CutRounded(onPage / 2);
   if (start < page.start) {
     from.start =
         Cut(static_cast<double>(page.start - start) * share + static_cast<double>(from.start));

@@ -11,9 +11,9 @@
 namespace ostrel {
 
 // Scales a bitmap of 96 dots an inch to a page, measured by the long side of A4, and centres it.
-// Comes with the page in `place` and the bitmap in `from`; goes with the part of the page that it
-// covers and the part of the bitmap that falls on the page. A bitmap that comes out without a width
-// or a height leaves a place of zeros.
+// Comes with the page in `place` and the bitmap in `from`; goes with what it covers of the page and
+// with what of it falls on the page. A bitmap that comes out without a width or a height leaves a
+// place of zeros.
 void FitBitmapRect(Rect& place, Rect& from, const WatermarkData& record);
 
 // What is drawn, and where; the rows of `from` are counted as they lie in the bitmap's memory.

@@ -9,6 +9,7 @@ namespace {
 
 int TakeCharSet(const LogFont* font, const void* /*metrics*/, std::uint32_t /*fontType*/,
                 std::intptr_t callersWord) {
+  // NOLINTNEXTLINE(performance-no-int-to-ptr): as the enumeration carries it.
   *reinterpret_cast<std::uint8_t*>(callersWord) = font->lfCharSet;
   return 0;  // the first one counts
 }

@@ -330,8 +330,9 @@ PagePoint TextOrigin(const StampAngle& angle, const StampShape& shape, PagePoint
             Cut(static_cast<double>(above + y) + ey * sine / 2)};
   }
   const std::int64_t halfWidth = shape.allowance.width / 2;
+  const std::int64_t halfHeight = shape.allowance.height / 2;
   const auto across = static_cast<double>(halfWidth);
-  const auto down = static_cast<double>(shape.allowance.height / 2);
+  const auto down = static_cast<double>(halfHeight);
   const auto along = static_cast<double>(shape.box.width - halfWidth);
   if (angle.IsTurned()) {
     return {Cut(-down * sine) - Cut(along * cosine) + x,

@@ -1,0 +1,153 @@
+// How bitmaps come to stand on pages: the model's table, and numbers worked out by hand.
+#include "job/bitmap_geometry.h"
+
+#include "job/watermark_geometry.h"
+
+#include <gtest/gtest.h>
+
+namespace ostrel::test {
+namespace {
+
+constexpr Rect kA4 = {0, 0, 4960, 7015};
+
+WatermarkData Scaled(std::int16_t percent, std::int16_t size = 72) {
+  WatermarkData record = kNoWatermark;
+  record.PageWMScale = percent;
+  record.PageWMSize = size;
+  return record;
+}
+
+struct FitRow {
+  std::int32_t page[4];
+  std::int32_t bitmap[2];
+  std::int16_t scale;
+  std::int32_t place[4];
+  std::int32_t from[4];
+};
+constexpr FitRow kFits[] = {
+#include "job/expected/bitmap_fits.inc"
+};
+
+constexpr Rect RectOf(const std::int32_t (&numbers)[4]) {
+  return {numbers[0], numbers[1], numbers[2], numbers[3]};
+}
+
+TEST(BitmapGeometry, BitmapsOnPages_FitAsTheModelSays) {
+  for (const FitRow& row : kFits) {
+    Rect place = RectOf(row.page);
+    Rect from = {0, 0, row.bitmap[0], row.bitmap[1]};
+    FitBitmapRect(place, from, Scaled(row.scale));
+    EXPECT_EQ(place, RectOf(row.place)) << row.bitmap[0] << " at " << row.scale;
+    EXPECT_EQ(from, RectOf(row.from)) << row.bitmap[0] << " at " << row.scale;
+  }
+}
+
+// Both count one more: 100 pixels of 96 an inch on the side of 7016 that stands for 297 mm are
+// 100 * 7016 * 254 / 96 / 2970 = 625.02 pixels.
+TEST(BitmapGeometry, ASmallBitmap_IsCentredWhole) {
+  Rect place = kA4;
+  Rect from = {0, 0, 99, 99};
+  FitBitmapRect(place, from, Scaled(100));
+  // 2480 - 313 and 3507 - 313; and 625.02 more, rounded.
+  EXPECT_EQ(place, (Rect{2167, 3194, 2792, 3819}));
+  EXPECT_EQ(from, (Rect{0, 0, 99, 99}));
+}
+
+// 1000 by 100 are 6250.2 by 625.02 pixels: 645 too far to the left, and as many to the right. A
+// pixel there is 999 / 6250.2 + 0.005 of the bitmap's: 0.16483.
+TEST(BitmapGeometry, ATooWideBitmap_LosesBothEnds) {
+  Rect place = kA4;
+  Rect from = {0, 0, 999, 99};
+  FitBitmapRect(place, from, Scaled(100));
+  EXPECT_EQ(place, (Rect{0, 3194, 4960, 3819}));
+  EXPECT_EQ(from.left, 106);         // 645 * 0.16483 = 106.3
+  EXPECT_EQ(from.right, 999 - 105);  // -645.2 * 0.16483 + 0.5 = -105.8
+  EXPECT_EQ(from.top, 0);
+  EXPECT_EQ(from.bottom, 99);
+}
+
+TEST(BitmapGeometry, NoWidthOrHeight_LeavesAPlaceOfZeros) {
+  for (const Rect& bitmap : {Rect{0, 0, -1, 99}, Rect{0, 0, 99, -1}}) {
+    Rect place = kA4;
+    Rect from = bitmap;
+    FitBitmapRect(place, from, Scaled(100));
+    EXPECT_EQ(place, (Rect{0, 0, 0, 0}));
+    EXPECT_EQ(from, bitmap);
+  }
+  Rect place = {10, 10, 9, 9};  // a longer side of 0
+  Rect from = {0, 0, 5, 5};
+  FitBitmapRect(place, from, Scaled(100));
+  EXPECT_EQ(place, (Rect{0, 0, 0, 0}));
+}
+
+struct PositionRow {
+  std::int16_t position;
+  Rect place;
+  Rect from;
+};
+// A page of 1000 by 700 with the wide bitmap of 320 by 40 pixels at 400 percent. With D and S as
+// FitBitmapRect leaves them:
+//   W' = 321 * 1001 * 254 / 96 / 2970 * 4 = 1144.999; H' = 41 * ... = 146.25
+//   left = 500 - 572 = -72, top = 350 - 73 = 277; kx + 0.005 = 320 / 1144.999 + 0.005 = 0.28448
+//   Sl = 72 * 0.28448 = 20.5: 20; beyond the right -72.999 * 0.28448 + 0.5 = -20.3: Sr = 300
+//   D = 0, 277, 1000, 423 (277 + 146.25 + 0.5)
+// clang-format off
+constexpr PositionRow kPositions[] = {
+    // Position, Place, Part
+    {1, {0,   0, 1000, 146}, {0,  0, 280, 40}},
+    {2, {0,   0, 1000, 146}, {20, 0, 300, 40}},
+    {3, {0,   0, 1000, 146}, {40, 0, 320, 40}},  // 320 - 300 + 20, and 2 * 300 - 320 wide
+    {4, {0, 277, 1000, 423}, {0,  0, 280, 40}},
+    {5, {0, 277, 1000, 423}, {20, 0, 300, 40}},
+    {6, {0, 277, 1000, 423}, {40, 0, 320, 40}},
+    {7, {0, 554, 1000, 700}, {0,  0, 280, 40}},
+    {8, {0, 554, 1000, 700}, {20, 0, 300, 40}},
+    {9, {0, 554, 1000, 700}, {40, 0, 320, 40}},
+};
+// clang-format on
+
+TEST(BitmapGeometry, NinePositions_PlaceAWideBitmap) {
+  for (const PositionRow& row : kPositions) {
+    const BitmapDrawing drawing =
+        BitmapDrawingAt(row.position, {0, 0, 1000, 700}, {320, 40}, Scaled(400));
+    EXPECT_EQ(drawing.place, row.place) << row.position;
+    EXPECT_EQ(drawing.from, row.from) << row.position;
+    EXPECT_TRUE(HasBitmapPlace(row.position));
+  }
+  for (const std::int16_t position : std::initializer_list<std::int16_t>{-1, 0, 10, 11, 32767}) {
+    EXPECT_FALSE(HasBitmapPlace(position)) << position;
+  }
+}
+
+// (399 + 1) * 7016 * 254 * 72 / 28512000 = 1800.06 wide.
+TEST(BitmapGeometry, Tiles_GoByTheFontsSize) {
+  const BitmapTiles tiles = BitmapTilesOf(kA4, {399, 199}, Scaled(7));
+  EXPECT_NEAR(tiles.width, 1800.06, 0.01);
+  EXPECT_NEAR(tiles.height, 900.03, 0.01);
+  EXPECT_EQ(tiles.columns, 3);  // 4961 / 1800.06 + 1 = 3.76
+  EXPECT_EQ(tiles.rows, 8);     // 7016 / 900.03 + 1 = 8.8
+  EXPECT_FALSE(tiles.IsSingle());
+}
+
+TEST(BitmapGeometry, TilesWithoutSizeOrTooManyOfThem_AreOne) {
+  for (const std::int16_t size : std::initializer_list<std::int16_t>{0, -1, -32768}) {
+    EXPECT_TRUE(BitmapTilesOf(kA4, {399, 199}, Scaled(100, size)).IsSingle()) << size;
+  }
+  // Tiles of 1 point of a single pixel: 0.125 by 0.125.
+  EXPECT_TRUE(BitmapTilesOf(kA4, {1, 1}, Scaled(100, 1)).IsSingle());
+  // 1 by 7015: 39690 by 3.
+  EXPECT_FALSE(BitmapTilesOf(kA4, {1, 28000}, Scaled(100, 1)).IsSingle());
+}
+
+TEST(BitmapGeometry, PlatformRect_KeepsItsSizeWhereverItIs) {
+  EXPECT_EQ(PlatformRect(1, 2, 3, 4), (Rect{1, 2, 4, 6}));
+  const Rect far =
+      PlatformRect(std::int64_t{1} << 40, -(std::int64_t{1} << 40), 5, std::int64_t{1} << 40);
+  EXPECT_EQ(far.left, kFarthest);
+  EXPECT_EQ(far.top, -kFarthest);
+  EXPECT_EQ(far.Width(), 5);
+  EXPECT_EQ(far.Height(), kFarthest);
+}
+
+}  // namespace
+}  // namespace ostrel::test
