@@ -91,20 +91,20 @@ LRESULT CALLBACK OnMessage(HWND window, UINT message, WPARAM wParam, LPARAM lPar
 
 }  // namespace
 
-int WINAPI wWinMain(HINSTANCE instance, HINSTANCE /*none*/, LPWSTR arguments, int show) {
+int WINAPI wWinMain(HINSTANCE hInstance, HINSTANCE /*none*/, LPWSTR lpCmdLine, int nShowCmd) {
   WNDCLASSW windowClass = {};
   windowClass.lpfnWndProc = OnMessage;
-  windowClass.hInstance = instance;
+  windowClass.hInstance = hInstance;
   windowClass.lpszClassName = kWindowClass;
   RegisterClassW(&windowClass);
   HWND window = CreateWindowExW(0, kWindowClass, L"Status monitor", WS_OVERLAPPED, 0, 0, 0, 0,
-                                nullptr, nullptr, instance, nullptr);
+                                nullptr, nullptr, hInstance, nullptr);
   if (window == nullptr) {
     return 1;
   }
   Tester().SetText(L"CommandLine", GetCommandLineW());
-  Tester().SetText(L"Arguments", arguments);
-  Tester().SetNumber(L"Show", static_cast<DWORD>(show));
+  Tester().SetText(L"Arguments", lpCmdLine);
+  Tester().SetNumber(L"Show", static_cast<DWORD>(nShowCmd));
   RestartIdleTime(window);
   Tester().Count(L"Starts");
   MSG message = {};

@@ -327,7 +327,7 @@ TEST(UniversalGuardBox, MayLackAnyOfItsWords) {
   }
 }
 
-// The parts have 100, 100, 50 and 30 units; of 280, the buffer holds 259.
+// The four texts have 100, 100, 50 and 30 units; of 280, the buffer holds 259.
 TEST(UniversalGuardBox, LosesWhatIsBeyondItsBuffer) {
   JobStage stage;
   stage.MakeModelChanged();
