@@ -1,6 +1,7 @@
 // How bitmaps come to stand on pages: the model's table, and numbers worked out by hand.
 #include "job/bitmap_geometry.h"
 
+#include "core/factory_watermarks.h"
 #include "job/watermark_geometry.h"
 
 #include <gtest/gtest.h>
@@ -11,7 +12,7 @@ namespace {
 constexpr Rect kA4 = {0, 0, 4960, 7015};
 
 WatermarkData Scaled(std::int16_t percent, std::int16_t size = 72) {
-  WatermarkData record = kNoWatermark;
+  WatermarkData record = kFactoryWatermarkRecords[kNoWatermark];
   record.PageWMScale = percent;
   record.PageWMSize = size;
   return record;

@@ -2,6 +2,7 @@
 // with its guard, and the stamp at the end of a page.
 #include "job/document_events.h"
 
+#include "core/factory_watermarks.h"
 #include "core/text.h"
 #include "job/job_stage.h"
 #include "job/page_stamp.h"
@@ -566,7 +567,7 @@ TEST(PageEndOfANamelessPrinter, IsStampedAllTheSame) {
 
 // A repeated text of different letters.
 WatermarkData LongText() {
-  WatermarkData record = kNoWatermark;
+  WatermarkData record = kFactoryWatermarkRecords[kNoWatermark];
   record.PageWMIndex = 1;
   record.PageWMFlag = 1;
   CopyText(record.PageWMText, u"ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789");

@@ -3,6 +3,7 @@
 // driver and all of these is written down in one order.
 #pragma once
 
+#include "core/factory_watermarks.h"
 #include "job/document_events.h"
 #include "job/render_driver_escapes.h"
 #include "support/call_recorder.h"
@@ -136,7 +137,7 @@ class JobStage {
   PrinterHandle printer = nullptr;
 
   // What the render driver answers, and which escapes it doesn't know.
-  WatermarkData watermark = kNoWatermark;
+  WatermarkData watermark = kFactoryWatermarkRecords[kNoWatermark];
   std::int32_t pageState = 0;
   std::int32_t forbidden = 0;
   std::set<std::int32_t> unknownEscapes;

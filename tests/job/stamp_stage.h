@@ -1,6 +1,7 @@
 // A printer's page with a watermark record to stamp it with, and what came of it as lines.
 #pragma once
 
+#include "core/factory_watermarks.h"
 #include "core/text.h"
 #include "job/page_stamp.h"
 #include "job/render_driver_escapes.h"
@@ -117,7 +118,7 @@ struct StampScene {
 
   TestWorld world;
   headless::PrinterDevice device = {.page = {4960, 7015}};
-  WatermarkData record = kNoWatermark;
+  WatermarkData record = kFactoryWatermarkRecords[kNoWatermark];
   Rect page = {0, 0, 4960, 7015};
   std::int32_t pageState = 0;
   std::int32_t pageNumber = 7;

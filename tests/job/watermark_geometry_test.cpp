@@ -1,6 +1,7 @@
 // Where texts and frames stand: the model's tables, and the numbers that a hand can work out.
 #include "job/watermark_geometry.h"
 
+#include "core/factory_watermarks.h"
 #include "core/text.h"
 #include "support/case_name.h"
 
@@ -15,7 +16,7 @@ namespace {
 constexpr StampExtent kPage = {4960, 7015};
 
 WatermarkData Record(std::int16_t angle, std::int16_t border = 0) {
-  WatermarkData record = kNoWatermark;
+  WatermarkData record = kFactoryWatermarkRecords[kNoWatermark];
   record.PageWMSize = 72;
   record.PageWMAngle = angle;
   record.PageWMBorder = border;

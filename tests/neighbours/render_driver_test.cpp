@@ -1,5 +1,6 @@
 #include "render_driver/render_driver.h"
 
+#include "core/factory_watermarks.h"
 #include "core/text.h"
 #include "support/byte_record.h"
 
@@ -40,7 +41,7 @@ class RenderDriverTest : public testing::Test {
 };
 
 TEST_F(RenderDriverTest, WatermarkIsTheJobsOwn) {
-  job_.WatermarkData = kNoWatermark;
+  job_.WatermarkData = kFactoryWatermarkRecords[kNoWatermark];
   job_.WatermarkData.PageWMIndex = 7;
   WatermarkData answer = {};
   EXPECT_EQ(driver_.Escape(kEscapeReadWatermark, {}, std::as_writable_bytes(std::span(&answer, 1))),

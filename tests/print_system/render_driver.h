@@ -3,6 +3,7 @@
 // them down. One at a time, for as long as the object lives.
 #pragma once
 
+#include "core/factory_watermarks.h"
 #include "core/settings_record.h"
 #include "import_patch.h"
 #include "print_system_setup.h"
@@ -31,7 +32,7 @@ class RenderDriver {
   std::vector<int> Codes() const;
 
   // What it answers.
-  WatermarkData watermark = kNoWatermark;
+  WatermarkData watermark = kFactoryWatermarkRecords[kNoWatermark];
   std::int32_t pageState = 0;
   std::int32_t forbidden = 0;
   std::int32_t pageNumber = 1;
