@@ -1,7 +1,6 @@
 // A watermark's bitmap: read from its file, and drawn onto a page.
 #pragma once
 
-#include "core/heap_block.h"
 #include "core/settings_record.h"
 #include "platform/window_types.h"
 

@@ -95,7 +95,7 @@ StampShape ShapeOf(const WatermarkData& record, const StampAngle& angle, Size me
 
 // A stamp that would stand on a page more often than this stands there once: no text that can be
 // read is that small.
-inline constexpr std::int64_t kMostTiles = 200'000;
+inline constexpr std::int64_t kMostTiles = 100'000;
 
 // The anchor is the upper left corner of the stamp's cell; of a turned text the upper right one.
 struct StampPlaces {

@@ -135,8 +135,8 @@ TEST(BitmapGeometry, TilesWithoutSizeOrTooManyOfThem_AreOne) {
   }
   // Tiles of 1 point of a single pixel: 0.125 by 0.125.
   EXPECT_TRUE(BitmapTilesOf(kA4, {1, 1}, Scaled(100, 1)).IsSingle());
-  // 1 by 7015: 39690 by 3.
-  EXPECT_FALSE(BitmapTilesOf(kA4, {1, 28000}, Scaled(100, 1)).IsSingle());
+  // Of one pixel by 100000, 0.125 by 6250.2: 39689 columns and 2 rows, not too many.
+  EXPECT_EQ(BitmapTilesOf(kA4, {1, 100000}, Scaled(100, 1)).rows, 2);
 }
 
 TEST(BitmapGeometry, PlatformRect_KeepsItsSizeWhereverItIs) {

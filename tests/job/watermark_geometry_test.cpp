@@ -381,7 +381,8 @@ constexpr TileCountRow kTileCounts[] = {
     {"PageWithoutSize",      {1000, 2000},  {0, 0},       1, 1},
     {"PageTurnedRound",      {1000, 2000},  {-4960, -10}, -3, 1},
     {"SmallestLetters",      {11, 57},      {4960, 7015}, 451, 124},
-    {"OneBelowTooMany",      {1, 100},      {1998, 9999}, 1999, 100},
+    {"NotTooMany",           {1, 100},      {999, 9999},  1000, 100},
+    {"JustTooMany",          {1, 100},      {1000, 9999}, 1, 1},
     {"TooManyAreOne",        {1, 1},        {4960, 7015}, 1, 1},
     {"TooManyOnAHugePage",   {1, 1},        {0x7FFFFFFF, 0x7FFFFFFF}, 1, 1},
 };
