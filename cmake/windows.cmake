@@ -138,9 +138,9 @@ target_link_libraries(print_document
 
 ostrel_add_program(print_system_bench
   bench/print_system/print_system_bench.cpp bench/print_system/sheet_cost.cpp
-  bench/print_system/store_cost.cpp)
+  bench/print_system/stamp_cost.cpp bench/print_system/store_cost.cpp)
 target_link_libraries(print_system_bench
-  PRIVATE ostrel_print_system_setup ostrel_logic ostrel_win32)
+  PRIVATE ostrel_print_system_setup ostrel_logic ostrel_win32 gdi32)
 
 # ---- Tests ----------------------------------------------------------------------------------------
 
