@@ -24,8 +24,7 @@ static_assert(NamesAreUnique());
 }  // namespace
 
 void SelectModelFlags(const char16_t* printerName) {
-  char16_t field[kUserTextUnits] = {};
-  ReadUserValue(u"PrinterName", field, printerName);
+  const UserText field = ReadUserText(u"PrinterName", printerName);
   const std::u16string_view model = FieldText(field);
   const auto row = std::ranges::find_if(kModelTable, [model](const ModelRow& candidate) {
     return EqualIgnoringAsciiCase(candidate.name, model);

@@ -181,14 +181,6 @@ bool UserDwordIsOne(const char16_t* valueName, const char16_t* subkey) {
 
 // ---- Universal mode -----------------------------------------------------------------------------
 
-using UserText = std::array<char16_t, kUserTextUnits>;
-
-UserText ReadUserText(const char16_t* valueName, const char16_t* subkey) {
-  UserText text = {};
-  ReadUserValue(valueName, text, subkey);
-  return text;
-}
-
 // The caption that tells the model: "Model: NAME ", or the printer's name where either is missing.
 void WriteCaption(ModuleHandle module, const char16_t* printerName) {
   UserText model = {};
@@ -241,6 +233,12 @@ HeapBlock<PrinterInfo2> GetPrinterInfo2(PrinterHandle printer) {
   return info;
 }
 
+bool ReadPrinterName(PrinterHandle printer, std::span<char16_t> name) {
+  const HeapBlock<PrinterInfo2> info = GetPrinterInfo2(printer);
+  CopyText(name, info ? CallerText(info->pPrinterName) : std::u16string_view());
+  return static_cast<bool>(info);
+}
+
 bool WritePrinterBlock(PrinterHandle printer, const void* data, std::uint32_t sizeBytes,
                        PrinterBlock block) {
   const BlockNames& names = kBlockNames[static_cast<std::size_t>(block)];
@@ -289,6 +287,12 @@ bool ReadUserValue(const char16_t* valueName, std::span<char16_t> text, const ch
     CopyText(text, FieldText(value).substr(0, kUserTextUnits - 1));
   }
   return true;
+}
+
+UserText ReadUserText(const char16_t* valueName, const char16_t* subkey) {
+  UserText text = {};
+  ReadUserValue(valueName, text, subkey);
+  return text;
 }
 
 bool WriteUserDword(const char16_t* valueName, std::uint32_t data, const char16_t* subkey) {

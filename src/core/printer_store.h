@@ -24,6 +24,7 @@ inline constexpr std::uint32_t kTrayFitted = 1;  // any other value of a tray wo
 // The most that a per-user text may have, with its terminator. Of what is written, only the first
 // 130 units are stored.
 inline constexpr std::size_t kUserTextUnits = 260;
+using UserText = std::array<char16_t, kUserTextUnits>;
 
 // Blocks of printer data, by their place in the table of value names.
 enum class PrinterBlock : std::size_t {
@@ -51,6 +52,10 @@ static_assert(sizeof(TrayBlock) == 8);
 // The printer's PRINTER_INFO_2. Null, after a debug line, when the printer tells nothing.
 HeapBlock<PrinterInfo2> GetPrinterInfo2(PrinterHandle printer);
 
+// The printer's name out of it, cut to fit; empty when the printer tells nothing. Result: whether
+// it told something.
+bool ReadPrinterName(PrinterHandle printer, std::span<char16_t> name);
+
 // Stores a block under its pair of names, the length first. The names of the settings record get
 // the user's name appended. Result: whether both were stored; without the length the data aren't
 // written.
@@ -69,6 +74,9 @@ bool WriteTrayBlock(PrinterHandle printer, const TrayBlock& block);
 // too long leaves what the caller had.
 bool ReadUserValue(const char16_t* valueName, std::uint32_t* data, const char16_t* subkey);
 bool ReadUserValue(const char16_t* valueName, std::span<char16_t> text, const char16_t* subkey);
+
+// A per-user text; empty when there is none.
+UserText ReadUserText(const char16_t* valueName, const char16_t* subkey);
 
 // Stores a per-user word or text. Result: whether it was stored. A text always takes 260 bytes, so
 // one of more than 129 characters is cut and loses its terminator.

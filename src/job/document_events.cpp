@@ -19,8 +19,6 @@
 namespace ostrel {
 namespace {
 
-using UserText = std::array<char16_t, kUserTextUnits>;
-
 // ---- The render driver --------------------------------------------------------------------------
 
 // Escapes of the two kinds. What they answer isn't looked at: a render driver that doesn't know one
@@ -74,24 +72,16 @@ void TellCompanion(ModuleHandle companion, const DocumentEvent& event) {
 // The printer's name; empty when the printer doesn't tell it.
 UserText PrinterNameOf(PrinterHandle printer) {
   UserText name = {};
-  if (const HeapBlock<PrinterInfo2> info = GetPrinterInfo2(printer)) {
-    CopyText(name, CallerText(info->pPrinterName));
-  }
+  ReadPrinterName(printer, name);
   return name;
-}
-
-UserText UserValue(const char16_t* valueName, const UserText& printerName) {
-  UserText text = {};
-  ReadUserValue(valueName, text, printerName.data());
-  return text;
 }
 
 // Tells the user that the settings were made for another model. All its words come from the user's
 // store.
 void WarnModelChanged(const UserText& printerName, const UserText& model) {
-  const UserText advice = UserValue(u"RegTips", printerName);
-  const UserText changed = UserValue(u"RegTips2", printerName);
-  const UserText settings = UserValue(u"ConfigPrintInfo", printerName);
+  const UserText advice = ReadUserText(u"RegTips", printerName.data());
+  const UserText changed = ReadUserText(u"RegTips2", printerName.data());
+  const UserText settings = ReadUserText(u"ConfigPrintInfo", printerName.data());
   std::array<char16_t, kUserTextUnits> text;
   TextBuilder(text)
       .Add(FieldText(settings))
@@ -108,8 +98,8 @@ bool RefusesJob(const UserText& printerName) {
     return false;
   }
   SelectModelFlags(printerName.data());
-  const UserText configured = UserValue(u"ConfigPrinterName", printerName);
-  const UserText model = UserValue(u"PrinterName", printerName);
+  const UserText configured = ReadUserText(u"ConfigPrinterName", printerName.data());
+  const UserText model = ReadUserText(u"PrinterName", printerName.data());
   if (FieldText(configured).empty() || FieldText(configured) == FieldText(model)) {
     return false;
   }

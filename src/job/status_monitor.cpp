@@ -7,6 +7,7 @@
 #include "core/text.h"
 
 #include <array>
+#include <string_view>
 
 namespace ostrel {
 namespace {
@@ -76,13 +77,11 @@ void NotifyStatusMonitor(PrinterHandle printer) {
   if (printer == nullptr) {
     return;
   }
-  const HeapBlock<PrinterInfo2> info = GetPrinterInfo2(printer);
+  Path printerName = {};
   Path className = {};
-  if (!info || !WriteMonitorClassName(className)) {
+  if (!ReadPrinterName(printer, printerName) || !WriteMonitorClassName(className)) {
     return;
   }
-  Path printerName = {};
-  CopyText(printerName, CallerText(info->pPrinterName));
   if (const WindowHandle window = World().windows.FindWindowW(className.data());
       window != nullptr) {
     TellMonitor(window, FieldText(printerName));

@@ -10,7 +10,6 @@
 
 #include <cstdint>
 #include <span>
-#include <string_view>
 
 namespace ostrel {
 

@@ -3,6 +3,7 @@
 #include "core/ui_context.h"
 #include "support/call_recorder.h"
 #include "support/case_name.h"
+#include "support/ini_file.h"
 #include "support/test_world.h"
 
 #include <algorithm>
@@ -54,6 +55,15 @@ class PrinterStore : public testing::Test {
   test::TestWorld world_;
   PrinterHandle printer_ = world_.OpenPrinter();
 };
+
+TEST_F(PrinterStore, NameIsThatOfTheDescriptionCutToFit) {
+  std::array<char16_t, 6> name = {};
+  EXPECT_TRUE(ReadPrinterName(printer_, name));
+  EXPECT_EQ(std::u16string(name.data()), u"Front");
+  world_.printer->describes = false;
+  EXPECT_FALSE(ReadPrinterName(printer_, name));
+  EXPECT_EQ(std::u16string(name.data()), u"");
+}
 
 TEST_F(PrinterStore, DescriptionHoldsDriverNameAndRecord) {
   world_.printer->devmode.assign(300, std::byte{0x5A});
@@ -826,16 +836,8 @@ TEST_P(MissingTraysOrder, AsksForTheModeFirstAndOnlyForWhatItNeeds) {
 
 // ---- The ini file -------------------------------------------------------------------------------
 
-constexpr char16_t kConfigPath[] =
-    u"C:\\windows\\system32\\spool\\drivers\\x64\\3\\ostrelConfig.ini";
-
 class ConfigValue : public testing::Test {
  protected:
-  void PutConfig(std::string_view text, std::u16string_view path = kConfigPath) {
-    const auto bytes = std::as_bytes(std::span(text));
-    world_.platform.files.Put(path, {bytes.begin(), bytes.end()});
-  }
-
   std::u16string Read(const char16_t* section, const char16_t* key, std::size_t units = 32) {
     std::vector<char16_t> output(units + 1, u'#');
     ReadConfigValue(std::span(output).first(units), section, key);
@@ -847,26 +849,27 @@ class ConfigValue : public testing::Test {
 };
 
 TEST_F(ConfigValue, IsReadFromItsSectionAndKey) {
-  PutConfig(
+  test::PutConfig(
+      world_,
       "[Other]\r\nPrinterName=wrong\r\n[Print]\r\nPrinterName=Ostrel Printer\r\nOEM_NAME=Acme\r\n");
   EXPECT_EQ(Read(u"Print", u"PrinterName"), u"Ostrel Printer");
   EXPECT_EQ(Read(u"Print", u"OEM_NAME"), u"Acme");
 }
 
 TEST_F(ConfigValue, IsFoundWithoutRegardToLetterCase) {
-  PutConfig("[PRINT]\r\noem_name=Acme\r\n");
+  test::PutConfig(world_, "[PRINT]\r\noem_name=Acme\r\n");
   EXPECT_EQ(Read(u"Print", u"OEM_NAME"), u"Acme");
 }
 
 TEST_F(ConfigValue, IsEmptyWithoutFileSectionOrKey) {
   EXPECT_EQ(Read(u"Print", u"OEM_NAME"), u"");
-  PutConfig("[Print]\r\nPrinterName=Ostrel\r\n");
+  test::PutConfig(world_, "[Print]\r\nPrinterName=Ostrel\r\n");
   EXPECT_EQ(Read(u"Print", u"OEM_NAME"), u"");
   EXPECT_EQ(Read(u"Prints", u"PrinterName"), u"");
 }
 
 TEST_F(ConfigValue, IsCutToTheOutput) {
-  PutConfig("[Print]\r\nOEM_NAME=Acme\r\n");
+  test::PutConfig(world_, "[Print]\r\nOEM_NAME=Acme\r\n");
   EXPECT_EQ(Read(u"Print", u"OEM_NAME", 5), u"Acme");
   EXPECT_EQ(Read(u"Print", u"OEM_NAME", 4), u"Acm");
   EXPECT_EQ(Read(u"Print", u"OEM_NAME", 1), u"");
@@ -874,7 +877,7 @@ TEST_F(ConfigValue, IsCutToTheOutput) {
 }
 
 TEST_F(ConfigValue, IsEmptyWhenItCannotBeRead) {
-  PutConfig("[Print]\r\nOEM_NAME=Acme\r\n");
+  test::PutConfig(world_, "[Print]\r\nOEM_NAME=Acme\r\n");
   world_.platform.faults.FailOperation("GetPrivateProfileStringW");
   EXPECT_EQ(Read(u"Print", u"OEM_NAME"), u"");
 }
@@ -882,7 +885,7 @@ TEST_F(ConfigValue, IsEmptyWhenItCannotBeRead) {
 TEST_F(ConfigValue, LiesBesideALibraryOfAnotherNameUnderThatName) {
   world_.platform.modules.Install(u"D:\\lib\\other.dll");
   world_.process.LibraryModule = world_.platform.modules.LoadLibraryW(u"D:\\lib\\other.dll");
-  PutConfig("[Print]\r\nOEM_NAME=Acme\r\n", u"D:\\lib\\otherConfig.ini");
+  test::PutConfig(world_, "[Print]\r\nOEM_NAME=Acme\r\n", u"D:\\lib\\otherConfig.ini");
   EXPECT_EQ(Read(u"Print", u"OEM_NAME"), u"Acme");
 }
 
@@ -895,7 +898,7 @@ TEST_F(ConfigValue, IsEmptyWhenThePathDoesNotFit) {
     world_.platform.modules.Install(library);
     world_.process.LibraryModule = world_.platform.modules.LoadLibraryW(library.c_str());
     ASSERT_NE(world_.process.LibraryModule, nullptr);
-    PutConfig("[Print]\r\nOEM_NAME=Acme\r\n", directory + stem + u"Config.ini");
+    test::PutConfig(world_, "[Print]\r\nOEM_NAME=Acme\r\n", directory + stem + u"Config.ini");
     EXPECT_EQ(Read(u"Print", u"OEM_NAME"), prefix == 3 ? u"Acme" : u"") << prefix;
   }
 }
