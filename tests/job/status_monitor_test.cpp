@@ -5,9 +5,11 @@
 #include "core/text.h"
 #include "job/job_stage.h"
 #include "support/case_name.h"
+#include "support/ini_file.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <optional>
 
 namespace ostrel {
 namespace {
@@ -24,6 +26,7 @@ using testing::IsEmpty;
 using testing::SizeIs;
 
 constexpr char16_t kMonitorProgram[] = u"C:\\windows\\system32\\ostrelsm.exe";
+constexpr std::nullopt_t kNoVerb = std::nullopt;
 constexpr char16_t kFolder[] = u"C:\\windows\\system32\\spool\\drivers\\x64\\3";
 
 // ---- Names --------------------------------------------------------------------------------------
@@ -80,7 +83,7 @@ TEST_P(NeighbourNames, FollowTheLibrarysOwn) {
   LaunchStatusMonitor(u"");
   EXPECT_THAT(stage_.world.platform.shell.started,
               ElementsAre(HeadlessShell::Started{
-                  u"", u"C:\\windows\\system32\\" + GetParam().program, u"", 0}));
+                  kNoVerb, u"C:\\windows\\system32\\" + GetParam().program, u"", 0}));
 }
 
 TEST_P(NeighbourNames, FindTheMonitorsWindow) {
@@ -193,16 +196,16 @@ TEST(MissingMonitor, IsStartedWithTheNameAndGetsNoMessage) {
                      {"CharUpperW ostrel", "FindWindowW", kMonitorMissing, "GetSystemDirectoryW",
                       "SetCurrentDirectoryW", "ShellExecuteW", "Sleep 500", "FindWindowW"}}));
   EXPECT_THAT(stage.world.platform.shell.started,
-              ElementsAre(HeadlessShell::Started{u"", kMonitorProgram, u"Front office", 0}));
+              ElementsAre(HeadlessShell::Started{kNoVerb, kMonitorProgram, u"Front office", 0}));
   EXPECT_THAT(stage.monitorMessages, IsEmpty());
 }
 
 TEST(MissingMonitor, GetsANameWithBlanksWithoutQuotes) {
   JobStage stage;
   LaunchStatusMonitor(u"Front office, 2nd  floor ");
-  EXPECT_THAT(
-      stage.world.platform.shell.started,
-      ElementsAre(HeadlessShell::Started{u"", kMonitorProgram, u"Front office, 2nd  floor ", 0}));
+  EXPECT_THAT(stage.world.platform.shell.started,
+              ElementsAre(HeadlessShell::Started{kNoVerb, kMonitorProgram,
+                                                 u"Front office, 2nd  floor ", 0}));
 }
 
 TEST(MissingMonitor, LeavesTheProcessInTheSystemDirectory) {
@@ -273,15 +276,9 @@ TEST(MonitorOfNoPrinter, IsLeftAlone) {
 
 constexpr char16_t kHelper[] = u"ostrelPCL6EnvDlg.exe";
 
-void PutConfig(JobStage& stage, std::string_view text) {
-  const auto bytes = std::as_bytes(std::span(text));
-  stage.world.platform.files.Put(std::u16string(kFolder) + u"\\ostrelConfig.ini",
-                                 {bytes.begin(), bytes.end()});
-}
-
 TEST(EnvelopeHelper, IsStartedWithTheNameOfTheIniFile) {
   JobStage stage;
-  PutConfig(stage, "[Print]\r\nPrinterName=Ostrel Printer\r\n");
+  test::PutConfig(stage.world, "[Print]\r\nPrinterName=Ostrel Printer\r\n");
   LaunchEnvelopeHelper(kHelper);
   EXPECT_EQ(stage.Story(), (Calls{"GetPrivateProfileStringW", "GetPrinterDriverDirectoryW level 1",
                                   "CreateProcessW"}));
@@ -301,7 +298,7 @@ TEST(EnvelopeHelper, KeepsItsHandlesOpen) {
 
 TEST(EnvelopeHelper, GetsALongNameCut) {
   JobStage stage;
-  PutConfig(stage, "[Print]\r\nPrinterName=" + std::string(300, 'n') + "\r\n");
+  test::PutConfig(stage.world, "[Print]\r\nPrinterName=" + std::string(300, 'n') + "\r\n");
   LaunchEnvelopeHelper(kHelper);
   ASSERT_THAT(stage.world.platform.system.startedProcesses, SizeIs(1));
   EXPECT_EQ(stage.world.platform.system.startedProcesses[0].commandLine, std::u16string(259, u'n'));

@@ -186,7 +186,7 @@ class CallRecorder final : public PrintSystem,
   }
   int MultiByteToWideChar(std::uint32_t codePage, const char* text, char16_t* buffer,
                           int units) override {
-    calls.emplace_back("MultiByteToWideChar");
+    calls.push_back("MultiByteToWideChar code page " + std::to_string(codePage));
     return world_.platform.locale.MultiByteToWideChar(codePage, text, buffer, units);
   }
 

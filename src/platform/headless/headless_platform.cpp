@@ -231,7 +231,7 @@ bool HeadlessPrintSystem::GetPrinterDriverDirectoryA(const char* /*server*/,
                                                      std::uint32_t level, void* buffer,
                                                      std::uint32_t sizeBytes,
                                                      std::uint32_t* neededBytes) {
-  constexpr char16_t kFirstUnknown = 0x80;
+  constexpr char16_t kLastOfFirstPage = 0xFF;  // the code page is Latin-1
   *neededBytes = static_cast<std::uint32_t>(driverDirectory.size() + 1);
   if (faults_.ShouldFail("GetPrinterDriverDirectoryA") || level != 1) {
     return Fail(kErrorInvalidLevel);
@@ -241,7 +241,7 @@ bool HeadlessPrintSystem::GetPrinterDriverDirectoryA(const char* /*server*/,
   }
   auto* out = static_cast<char*>(buffer);
   for (const char16_t unit : driverDirectory) {
-    *out++ = unit < kFirstUnknown ? static_cast<char>(unit) : '?';
+    *out++ = unit <= kLastOfFirstPage ? static_cast<char>(unit) : '?';
   }
   *out = '\0';
   return true;

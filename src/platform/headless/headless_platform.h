@@ -338,7 +338,7 @@ class HeadlessShell final : public Shell {
                          std::uintptr_t data) override;
 
   struct Started {
-    std::u16string verb;
+    std::optional<std::u16string> verb;  // none for null
     std::u16string file;
     std::u16string parameters;
     std::int32_t showCommand = kSwShowNormal;

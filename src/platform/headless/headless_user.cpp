@@ -440,7 +440,10 @@ bool HeadlessShell::ShellExecuteW(const char16_t* verb, const char16_t* file,
   if (faults_.ShouldFail("ShellExecuteW")) {
     return false;
   }
-  started.push_back({verb == nullptr ? u"" : verb, file, parameters, showCommand});
+  started.push_back({.verb = verb == nullptr ? std::nullopt : std::optional<std::u16string>(verb),
+                     .file = file,
+                     .parameters = parameters,
+                     .showCommand = showCommand});
   return true;
 }
 

@@ -103,6 +103,15 @@ TEST_F(Computer, ADriverDirectoryBeyondTheCodePageLosesItsLetters) {
       platform_.print.GetPrinterDriverDirectoryA(nullptr, nullptr, 1, path.data(), 5, &needed));
 }
 
+TEST_F(Computer, ADriverDirectoryOfTheCodePageKeepsItsLetters) {
+  platform_.print.driverDirectory = u"\u0080\u00E9\u00FF\u0100";
+  std::uint32_t needed = 0;
+  std::array<char, 8> path = {};
+  EXPECT_TRUE(
+      platform_.print.GetPrinterDriverDirectoryA(nullptr, nullptr, 1, path.data(), 8, &needed));
+  EXPECT_STREQ(path.data(), "\x80\xE9\xFF?");
+}
+
 TEST_F(Computer, WaitingTakesNoTimeAndIsWrittenDown) {
   int played = 0;
   platform_.system.Sleep(50);

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstring>
 #include <gtest/gtest.h>
+#include <optional>
 #include <span>
 #include <stdexcept>
 #include <string>
@@ -1017,7 +1018,12 @@ TEST_F(Headless, ShellKeepsWhatItStartedAndShowed) {
   platform_.faults.FailOperation("HtmlHelpW", 1);
   EXPECT_FALSE(shell.ShellExecuteW(u"open", u"C:\\b.exe", u"", kSwHide));
   EXPECT_EQ(shell.HtmlHelpW(window, u"C:\\b.chm", 15, 8), nullptr);
-  EXPECT_EQ(shell.started, (std::vector<HeadlessShell::Started>{{u"runas", u"C:\\a.exe", u"-x"}}));
+  EXPECT_TRUE(shell.ShellExecuteW(nullptr, u"C:\\c.exe", u"", kSwHide));
+  EXPECT_TRUE(shell.ShellExecuteW(u"", u"C:\\c.exe", u"", kSwHide));
+  EXPECT_EQ(shell.started,
+            (std::vector<HeadlessShell::Started>{{u"runas", u"C:\\a.exe", u"-x"},
+                                                 {std::nullopt, u"C:\\c.exe", u"", kSwHide},
+                                                 {u"", u"C:\\c.exe", u"", kSwHide}}));
   ASSERT_EQ(shell.help.size(), 1U);
   EXPECT_EQ(shell.help[0].window, window);
   EXPECT_EQ(shell.help[0].file, u"C:\\a.chm");
