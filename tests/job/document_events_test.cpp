@@ -2,8 +2,6 @@
 // with its guard, and the stamp at the end of a page.
 #include "job/document_events.h"
 
-#include "core/factory_watermarks.h"
-#include "core/text.h"
 #include "job/job_stage.h"
 #include "job/page_stamp.h"
 #include "support/case_name.h"
@@ -26,8 +24,8 @@ using testing::Not;
 using testing::SizeIs;
 
 // Orders of calls that the tests put together.
-const Calls kCompanionLoaded = {"GetPrinterDriverDirectoryA level 1", "MultiByteToWideChar",
-                                "LoadLibraryW olunidrvui.dll"};
+const Calls kCompanionLoaded = {"GetPrinterDriverDirectoryA level 1",
+                                "MultiByteToWideChar code page 0", "LoadLibraryW olunidrvui.dll"};
 const Calls kCompanionTold = {"GetProcAddress OlDocumentEvent", "OlDocumentEvent"};
 const Calls kComputerTold = {"GetComputerNameW", "escape 20498, 200 in, 0 out"};
 const Calls kMonitorStarted = {"CharUpperW ostrel",   "FindWindowW",          kMonitorMissing,
@@ -35,10 +33,7 @@ const Calls kMonitorStarted = {"CharUpperW ostrel",   "FindWindowW",          kM
                                "Sleep 500",           "FindWindowW"};
 const Calls kStampAsked = {"GetDeviceCaps", "GetDeviceCaps", "escape 20481, 0 in, 1348 out",
                            "escape 20492, 0 in, 4 out", "escape 20485, 0 in, 4 out"};
-
-Calls ModelSelected() {
-  return {"RegQueryValueExW PrinterName"};
-}
+const Calls kModelSelected = {"RegQueryValueExW PrinterName"};
 
 // ---- The table of events ------------------------------------------------------------------------
 
@@ -154,6 +149,17 @@ TEST(StartDocCompanion, IsLoadedFromTheDriversFolder) {
   EXPECT_THAT(stage.recorder.paths,
               ElementsAre(u"C:\\windows\\system32\\spool\\drivers\\x64\\3\\olunidrvui.dll"));
   EXPECT_EQ(stage.world.platform.modules.loadsOf(test::kCompanionPath), 0U);
+}
+
+// Its path comes back from the code page with the letters that went into it.
+TEST(StartDocCompanion, IsLoadedFromAFolderOfTheCodePage) {
+  JobStage stage;
+  const std::u16string path = u"C:\\B\u00FCro\\3\\olunidrvui.dll";
+  stage.world.platform.print.driverDirectory = u"C:\\B\u00FCro";
+  stage.world.platform.modules.Install(path);
+  EXPECT_EQ(stage.StartDoc(), 1);
+  EXPECT_THAT(stage.recorder.paths, ElementsAre(path));
+  EXPECT_THAT(stage.Escapes(), ElementsAre(20498));
 }
 
 // Without the companion the event ends at once, and the job goes on: a changed model too.
@@ -285,7 +291,7 @@ TEST(UniversalGuardSteps, ComeInTheirOrder) {
                      kCompanionTold,
                      kPrinterAsked,
                      {"RegQueryValueExW InstallMode"},
-                     ModelSelected(),
+                     kModelSelected,
                      {"RegQueryValueExW ConfigPrinterName", "RegQueryValueExW PrinterName",
                       "RegQueryValueExW RegTips", "RegQueryValueExW RegTips2",
                       "RegQueryValueExW ConfigPrintInfo", "MessageBoxW", "FreeLibrary"}}));
@@ -565,56 +571,21 @@ TEST(PageEndOfANamelessPrinter, IsStampedAllTheSame) {
 
 // ---- What the stamp is given --------------------------------------------------------------------
 
-// A repeated text of different letters.
-WatermarkData LongText() {
-  WatermarkData record = kFactoryWatermarkRecords[kNoWatermark];
-  record.PageWMIndex = 1;
-  record.PageWMFlag = 1;
-  CopyText(record.PageWMText, u"ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789");
-  CopyText(record.PageWMTypeface, u"Arial");
-  record.PageWMSize = 72;
-  record.PageWMPosition = 5;
-  record.PageWMRepeat = 1;
-  return record;
-}
-
-std::vector<std::string> Operations(const headless::PrinterDevice& device) {
-  std::vector<std::string> lines;
-  for (const headless::DrawingOperation& operation : device.operations) {
-    lines.push_back(headless::Describe(operation));
-  }
-  return lines;
-}
-
-// What stands between the two ends of the page's stamp.
-std::vector<std::string> StampOf(const JobStage& stage) {
-  std::vector<std::string> lines = Operations(stage.device);
-  const std::vector<std::int32_t> escapes = stage.Escapes();
-  EXPECT_EQ(escapes.back(), 20484);
-  const auto begin = std::ranges::find_if(
-      lines, [](const std::string& line) { return line.starts_with("ExtEscape(20482"); });
-  EXPECT_NE(begin, lines.end());
-  return begin == lines.end() ? lines : std::vector(begin + 1, lines.end() - 1);
-}
-
 TEST(PageEndStamp, IsThatOfTheRecordOnTheWholePage) {
   std::vector<std::vector<std::string>> stamps;
   for (const std::int32_t pageState : {0, 1}) {
     JobStage stage;
     stage.device.page = {3000, 5000};
-    stage.watermark = LongText();
+    stage.watermark = test::RepeatedText();
     stage.pageState = pageState;
-    // Letters so wide that the text is shortened: only then the page's state matters.
-    stage.world.platform.graphics.measureText = [](const LogFont& /*font*/,
-                                                   std::u16string_view text) {
-      return Size{static_cast<std::int32_t>(text.size()) * 500, 700};
-    };
+    stage.MakeLettersWide();
     EXPECT_EQ(stage.EndPage(), 1);
-    stamps.push_back(StampOf(stage));
+    stamps.push_back(stage.Stamp());
 
     stage.device.operations.clear();
-    DrawPrintStamp(stage.hdc, {0, 0, 3000, 5000}, LongText(), pageState, 1.0, {3000, 5000});
-    EXPECT_EQ(stamps.back(), Operations(stage.device)) << pageState;
+    DrawPrintStamp(stage.hdc, {0, 0, 3000, 5000}, test::RepeatedText(), pageState, 1.0,
+                   {3000, 5000});
+    EXPECT_EQ(stamps.back(), stage.Operations()) << pageState;
   }
   EXPECT_NE(stamps[0], stamps[1]);
 }
@@ -648,7 +619,7 @@ TEST_P(JobFailures, LeaveNothingBehind) {
   bool fired = true;
   for (; fired && n < kMostCalls; ++n) {
     JobStage stage;
-    stage.watermark = LongText();
+    stage.watermark = test::RepeatedText();
     if (GetParam().universal) {
       stage.MakeModelChanged();
     }

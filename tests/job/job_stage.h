@@ -4,8 +4,10 @@
 #pragma once
 
 #include "core/factory_watermarks.h"
+#include "core/text.h"
 #include "job/document_events.h"
 #include "job/render_driver_escapes.h"
+#include "platform/headless/drawing_record.h"
 #include "support/call_recorder.h"
 #include "support/sheet_scene.h"
 #include "support/test_world.h"
@@ -14,6 +16,8 @@
 #include <array>
 #include <cstring>
 #include <functional>
+#include <gtest/gtest.h>
+#include <map>
 #include <set>
 #include <span>
 #include <string>
@@ -38,6 +42,19 @@ struct MonitorMessage {
   CopyData record = {};                  // of WM_COPYDATA
   std::vector<std::uint8_t> bytes = {};  // what it points to
 };
+
+// A repeated text of different letters.
+inline WatermarkData RepeatedText() {
+  WatermarkData record = kFactoryWatermarkRecords[kNoWatermark];
+  record.PageWMIndex = 1;
+  record.PageWMFlag = 1;
+  CopyText(record.PageWMText, u"ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789");
+  CopyText(record.PageWMTypeface, u"Arial");
+  record.PageWMSize = 72;
+  record.PageWMPosition = 5;
+  record.PageWMRepeat = 1;
+  return record;
+}
 
 class JobStage {
  public:
@@ -87,6 +104,13 @@ class JobStage {
         className);
   }
 
+  // Makes letters so wide that a repeated text is shortened: only then the page's state matters.
+  void MakeLettersWide() {
+    world.platform.graphics.measureText = [](const LogFont& /*font*/, std::u16string_view text) {
+      return Size{static_cast<std::int32_t>(text.size()) * 500, 700};
+    };
+  }
+
   // ---- The user's store
 
   void Store(std::u16string_view name, std::u16string_view text,
@@ -126,6 +150,26 @@ class JobStage {
     }
     return codes;
   }
+  // What was drawn, escapes included.
+  std::vector<std::string> Operations() const {
+    std::vector<std::string> lines;
+    for (const headless::DrawingOperation& operation : device.operations) {
+      lines.push_back(headless::Describe(operation));
+    }
+    return lines;
+  }
+  // What stands between the two ends of the page's stamp; nothing, and a failure, where there are
+  // no ends.
+  std::vector<std::string> Stamp() const {
+    const std::vector<std::string> lines = Operations();
+    const auto begin = std::ranges::find_if(
+        lines, [](const std::string& line) { return line.starts_with("ExtEscape(20482"); });
+    if (begin == lines.end() || !lines.back().starts_with("ExtEscape(20484")) {
+      ADD_FAILURE() << "no stamp between its ends";
+      return {};
+    }
+    return {begin + 1, lines.end() - 1};
+  }
   const std::vector<headless::HeadlessWindows::Box>& boxes() const {
     return world.platform.windows.boxes;
   }
@@ -136,11 +180,14 @@ class JobStage {
   DeviceContext hdc = nullptr;
   PrinterHandle printer = nullptr;
 
-  // What the render driver answers, and which escapes it doesn't know.
+  // What the render driver answers, and which escapes it doesn't know. An escape may have a result
+  // of its own, whatever it has filled, and may fill the first bytes of its answer alone.
   WatermarkData watermark = kFactoryWatermarkRecords[kNoWatermark];
   std::int32_t pageState = 0;
   std::int32_t forbidden = 0;
   std::set<std::int32_t> unknownEscapes;
+  std::map<std::int32_t, int> escapeResult;
+  std::map<std::int32_t, std::size_t> answerBytes;
   // The first bytes of what it was given to fill, in the order of the escapes.
   std::vector<std::vector<std::byte>> outputsBefore;
 
@@ -169,9 +216,14 @@ class JobStage {
     if (unknownEscapes.contains(code)) {
       return 0;
     }
-    const auto answer = [output](const void* bytes, std::size_t size) {
-      std::memcpy(output.data(), bytes, std::min(size, output.size()));
-      return 1;
+    const auto ownResult = escapeResult.find(code);
+    const int result = ownResult == escapeResult.end() ? 1 : ownResult->second;
+    const auto ownBytes = answerBytes.find(code);
+    const std::size_t mostBytes =
+        std::min(output.size(), ownBytes == answerBytes.end() ? output.size() : ownBytes->second);
+    const auto answer = [&](const void* bytes, std::size_t size) {
+      std::memcpy(output.data(), bytes, std::min(size, mostBytes));
+      return result;
     };
     switch (code) {
       case 20481:
@@ -181,7 +233,7 @@ class JobStage {
       case 20492:
         return answer(&pageState, sizeof(pageState));
       default:
-        return 1;
+        return result;
     }
   }
 
