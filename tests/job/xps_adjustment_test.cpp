@@ -29,6 +29,10 @@ constexpr std::uint32_t kNotImplemented = 0x80004001;
 constexpr std::int32_t kUntouched = -77;
 constexpr ImageableAreaBlob kUntouchedArea = {0xAAAAAAAA, 0xBBBBBBBB, 0xCCCCCCCC, 0xDDDDDDDD};
 
+constexpr char16_t kCompression[] = u"MxdcImageCompressionType";
+constexpr char16_t kResolution[] = u"MxdcDotsPerInch";
+constexpr char16_t kArea[] = u"MxdcImageableArea";
+
 // A collection as the print system hands it over.
 class Properties {
  public:
@@ -37,11 +41,11 @@ class Properties {
     added.propertyValue.value.propertyInt32 = kUntouched;
     return *this;
   }
-  Properties& AddArea(std::u16string name = u"MxdcImageableArea", std::int32_t type = 10,
-                      std::uint32_t sizeBytes = 16, bool hasBuffer = true) {
-    areas_.push_back(kUntouchedArea);
-    PrintNamedProperty& added = Add(std::move(name), type);
-    added.propertyValue.value.propertyBlob = {sizeBytes, hasBuffer ? &areas_.back() : nullptr};
+  // All areas of a collection share one buffer.
+  Properties& AddArea(std::uint32_t sizeBytes = 16, bool hasBuffer = true) {
+    constexpr std::int32_t kBuffer = 10;
+    PrintNamedProperty& added = Add(kArea, kBuffer);
+    added.propertyValue.value.propertyBlob = {sizeBytes, hasBuffer ? &area_ : nullptr};
     return *this;
   }
 
@@ -56,7 +60,7 @@ class Properties {
   std::int32_t Number(std::size_t row) const {
     return rows_.at(row).propertyValue.value.propertyInt32;
   }
-  const ImageableAreaBlob& Area(std::size_t nth = 0) const { return areas_.at(nth); }
+  const ImageableAreaBlob& Area() const { return area_; }
   std::vector<PrintNamedProperty>& rows() { return rows_; }
 
  private:
@@ -70,13 +74,9 @@ class Properties {
   }
 
   std::deque<std::u16string> names_;
-  std::deque<ImageableAreaBlob> areas_;
+  ImageableAreaBlob area_ = kUntouchedArea;
   std::vector<PrintNamedProperty> rows_;
 };
-
-constexpr char16_t kCompression[] = u"MxdcImageCompressionType";
-constexpr char16_t kResolution[] = u"MxdcDotsPerInch";
-constexpr char16_t kArea[] = u"MxdcImageableArea";
 
 class XpsAdjustment : public testing::Test {
  protected:
@@ -197,7 +197,7 @@ TEST_F(XpsAdjustment, EndsAtAnAreaThatCannotBeWritten) {
                           {16, false, true},
                           {16, true, false}}) {
     Properties properties;
-    properties.AddArea(kArea, 10, row.sizeBytes, row.hasBuffer).AddNumber(kCompression);
+    properties.AddArea(row.sizeBytes, row.hasBuffer).AddNumber(kCompression);
     EXPECT_EQ(properties.Ask(row.hasRecord ? &record_.publicDevmode : nullptr), kNotImplemented)
         << row.sizeBytes;
     EXPECT_EQ(properties.Area(), kUntouchedArea) << row.sizeBytes;
@@ -262,19 +262,19 @@ const ImageableAreaBlob kWithinLetter = {4000, 4000, 211900, 275400};
 
 class XpsArea : public XpsAdjustment {
  protected:
-  ImageableAreaBlob Area(const PublicDevmode* record, std::uint32_t recordBytes) {
+  ImageableAreaBlob Area() {
     Properties properties;
     properties.AddArea();
-    EXPECT_EQ(properties.Ask(record, recordBytes), kOk);
+    EXPECT_EQ(properties.Ask(record_), kOk);
     return properties.Area();
   }
-  ImageableAreaBlob Area() { return Area(&record_.publicDevmode, sizeof(record_)); }
+  // Under a name of the id's, in the place of one that has it.
   void Store(std::uint32_t paperId, std::uint16_t width_px600, std::uint16_t length_px600) {
     CustomPaperRecord paper = {};
     paper.PaperId = paperId;
     paper.Width = width_px600;
     paper.Length = length_px600;
-    paper.Name[0] = u'P';
+    paper.Name[0] = static_cast<char16_t>(u'A' + paperId - kFirstCustomPaperId);
     ASSERT_TRUE(InitSettingsFile());
     ASSERT_TRUE(CustomPaperStore().Save(paper.Name, paper));
   }
@@ -327,7 +327,6 @@ TEST_F(XpsArea, IsThatOfLetterWhenTheCountryCannotBeTold) {
 // 3000 pixels are 127.0 mm, 4000 are 169.3 mm.
 TEST_F(XpsArea, IsThatOfAStoredPaper) {
   for (const std::uint16_t id : Words{288, 300, 319}) {
-    test::TestWorld world;
     Store(id, 3000, 4000);
     record_.publicDevmode.dmPaperSize = static_cast<std::int16_t>(id);
     EXPECT_EQ(Area(), (ImageableAreaBlob{4000, 4000, 123000, 165300})) << id;
@@ -364,7 +363,6 @@ TEST_F(XpsArea, OfAPaperSmallerThanItsMarginsIsEmpty) {
                           {100, 189, 4000, 4000},
                           {191, 192, 4100, 4100},
                           {65535, 94, 2770300, 4000}}) {
-    test::TestWorld world;
     Store(288, row.width, row.length);
     record_.publicDevmode.dmPaperSize = 288;
     EXPECT_EQ(Area(), (ImageableAreaBlob{4000, 4000, row.right, row.bottom})) << row.width;
