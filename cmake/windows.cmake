@@ -157,6 +157,7 @@ file(GLOB OSTREL_PRINT_SYSTEM_TESTS CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/
 ostrel_add_program(print_system_tests
   ${OSTREL_PRINT_SYSTEM_TESTS}
   hosts/record_fields.cpp
+  neighbours/render_driver/render_driver.cpp
   tests/conformance/conformance_dialogs.rc
   tests/scenarios/scenario_player.cpp
   tests/scenarios/sheet_scenario.cpp)

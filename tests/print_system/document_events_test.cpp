@@ -1,8 +1,11 @@
 // The document events and the adjustments for XPS documents, as a caller of the installed library
 // sees them.
+#include "copied_library.h"
+#include "core/factory_watermarks.h"
 #include "neighbour_values.h"
 #include "print_system_fixture.h"
 #include "render_driver.h"
+#include "settings_folder.h"
 #include "sheet_driver.h"
 #include "stored_values.h"
 
@@ -98,6 +101,13 @@ TEST_F(DocumentEvents, AtTheStartTellTheCompanionAndTheComputersName) {
   EXPECT_EQ(std::memcmp(bytes.data(), name, sizeof(name)), 0);
 }
 
+TEST_F(DocumentEvents, DoNotAskTheCompanionForItsOpinion) {
+  companion_.SetNumber(L"EventAnswer", 0xFFFFFFFF);
+  EXPECT_EQ(Raise(DOCUMENTEVENT_STARTDOC), 1);
+  EXPECT_EQ(companion_.Number(L"EventCalls"), 1U);
+  EXPECT_EQ(render_.Codes(), std::vector<int>{20498});
+}
+
 TEST_F(DocumentEvents, WithoutTheCompanionDoNothingAtTheStart) {
   ChangeModel();
   RemoveCompanion();
@@ -147,9 +157,14 @@ TEST_F(DocumentEvents, RefuseNoJobWhoseModelIsTheSame) {
 }
 
 TEST_F(DocumentEvents, StampAPageBetweenTwoEscapes) {
-  render_.watermark.PageWMIndex = 1;
-  render_.watermark.PageWMFlag = 1;
-  render_.watermark.PageWMText[0] = u'W';
+  WatermarkData& watermark = render_.job.WatermarkData;
+  watermark = kFactoryWatermarkRecords[kNoWatermark];
+  watermark.PageWMIndex = 1;
+  watermark.PageWMFlag = 1;
+  watermark.PageWMText[0] = u'W';
+  render_.job.FirstPageOnly = 1;
+  EXPECT_EQ(Raise(DOCUMENTEVENT_STARTPAGE), 1);
+  render_.escapes.clear();
   EXPECT_EQ(Raise(DOCUMENTEVENT_ENDPAGE), 1);
   const std::vector<int> stamped = render_.Codes();
   ASSERT_GE(stamped.size(), 5U);
@@ -158,8 +173,8 @@ TEST_F(DocumentEvents, StampAPageBetweenTwoEscapes) {
   EXPECT_EQ(stamped.back(), 20484);
   EXPECT_EQ(std::ranges::count(stamped, 20484), 1);
 
+  EXPECT_EQ(Raise(DOCUMENTEVENT_STARTPAGE), 1);
   render_.escapes.clear();
-  render_.forbidden = 1;
   EXPECT_EQ(Raise(DOCUMENTEVENT_ENDPAGE), 1);
   EXPECT_EQ(render_.Codes(), (std::vector<int>{20481, 20492, 20485}));
 }
@@ -237,6 +252,23 @@ TEST_F(XpsAdjustments, FollowTheUsersCountryForAnUnknownPaper) {
   const bool isA4 = PaperOfUsersCountry().id == DMPAPER_A4;
   EXPECT_EQ(edges_[2], isA4 ? 206000U : 211900U);
   EXPECT_EQ(edges_[3], isA4 ? 293000U : 275400U);
+}
+
+// 1181 by 2362 pixels are 50.0 by 100.0 mm. No call before this one has looked for the file.
+TEST_F(XpsAdjustments, HaveTheSizeOfAStoredPaperFromTheFirstCallOn) {
+  constexpr std::int16_t kStoredPaper = 288;
+  SettingsPlace place;
+  place.Write(
+      SettingsTree{.customPapers = {CustomPaperLeaf("Card", {1181, 2362, L"Card", kStoredPaper})}}
+          .Bytes());
+  Record record;
+  ASSERT_EQ(AskDefaultRecord(printer_.get(), record), IDOK);
+  record.devmode()->dmPaperSize = kStoredPaper;
+  const CopiedLibrary fresh({kDriverLibraryFile, kLanguageLibraryFile, kPictureLibraryFile});
+  EXPECT_EQ(fresh->MxdcGetPDEVAdjustment(nullptr, kDriverDevmodeBytes, record.devmode(),
+                                         sizeof(collection_), &collection_),
+            S_OK);
+  EXPECT_EQ(std::vector<ULONG>(edges_, edges_ + 4), (std::vector<ULONG>{4000, 4000, 46000, 96000}));
 }
 
 TEST_F(XpsAdjustments, OfNothingAreNotImplemented) {

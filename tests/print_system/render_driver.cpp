@@ -1,18 +1,12 @@
 #include "render_driver.h"
 
-#include <algorithm>
-#include <cstring>
+#include <cstddef>
+#include <span>
 
 namespace ostrel::print_system {
 namespace {
 
 RenderDriver* current = nullptr;
-
-template <typename Word>
-int HandOut(const Word& word, int outputBytes, LPSTR output) {
-  std::memcpy(output, &word, std::min(sizeof(word), static_cast<std::size_t>(outputBytes)));
-  return 1;
-}
 
 }  // namespace
 
@@ -36,23 +30,12 @@ std::vector<int> RenderDriver::Codes() const {
 
 int WINAPI RenderDriver::Answer(HDC context, int code, int inputBytes, LPCSTR input,
                                 int outputBytes, LPSTR output) {
-  const auto* bytes = reinterpret_cast<const std::uint8_t*>(input);
-  current->escapes.push_back(
-      {code,
-       bytes == nullptr ? std::vector<std::uint8_t>() : std::vector(bytes, bytes + inputBytes),
-       outputBytes, context});
-  switch (code) {
-    case 20481:
-      return HandOut(current->watermark, outputBytes, output);
-    case 20485:
-      return HandOut(current->forbidden, outputBytes, output);
-    case 20489:
-      return HandOut(current->pageNumber, outputBytes, output);
-    case 20492:
-      return HandOut(current->pageState, outputBytes, output);
-    default:
-      return 1;
-  }
+  const std::span in(reinterpret_cast<const std::uint8_t*>(input),
+                     input == nullptr ? 0 : static_cast<std::size_t>(inputBytes));
+  const std::span out(reinterpret_cast<std::byte*>(output),
+                      output == nullptr ? 0 : static_cast<std::size_t>(outputBytes));
+  current->escapes.push_back({code, {in.begin(), in.end()}, outputBytes, context});
+  return current->driver_.Escape(code, std::as_bytes(in), out);
 }
 
 }  // namespace ostrel::print_system

@@ -1,12 +1,12 @@
-// A render driver behind the driver library: it answers the private escapes that the library sends
-// through a device context, whichever, in the place of the print system's own driver, and writes
-// them down. One at a time, for as long as the object lives.
+// The stand-in for the render driver behind the driver library: it answers the private escapes that
+// the library sends through a device context, whichever, in the place of the print system's own
+// driver, and they are written down. One at a time, for as long as the object lives.
 #pragma once
 
-#include "core/factory_watermarks.h"
 #include "core/settings_record.h"
 #include "import_patch.h"
 #include "print_system_setup.h"
+#include "render_driver/render_driver.h"
 
 #include <windows.h>
 
@@ -31,16 +31,14 @@ class RenderDriver {
   std::vector<Escape> escapes;
   std::vector<int> Codes() const;
 
-  // What it answers.
-  WatermarkData watermark = kFactoryWatermarkRecords[kNoWatermark];
-  std::int32_t pageState = 0;
-  std::int32_t forbidden = 0;
-  std::int32_t pageNumber = 1;
+  // What it answers from; without a watermark at first.
+  PrivateDevmode job = {};
 
  private:
   static int WINAPI Answer(HDC context, int code, int inputBytes, LPCSTR input, int outputBytes,
                            LPSTR output);
 
+  neighbours::RenderDriver driver_{job, nullptr};
   ImportPatch patch_;
 };
 

@@ -1,9 +1,12 @@
 // The status monitor in a process of its own: what a document tells one that runs, and how one is
 // started that doesn't.
+#include "import_patch.h"
 #include "neighbour_values.h"
 #include "print_system_fixture.h"
 
 #include <filesystem>
+#include <optional>
+#include <string>
 
 namespace ostrel::print_system {
 namespace {
@@ -57,8 +60,8 @@ class StatusMonitor : public testing::Test {
     ASSERT_EQ(tester_.AwaitCount(L"Starts", 1), 1U);
   }
 
-  INT StartDocument(const std::wstring& printerName = kTestPrinter) {
-    const Printer printer(printerName);
+  INT StartDocument() {
+    const Printer printer(kTestPrinter);
     return driver_->DrvDocumentEvent(printer.get(), nullptr, DOCUMENTEVENT_STARTDOC, 0, nullptr, 0,
                                      nullptr);
   }
@@ -95,6 +98,41 @@ TEST_F(StatusMonitor, ThatDoesNotRunIsStartedWithTheNameAndToldOfTheNextDocument
   EXPECT_EQ(StartDocument(), 1);
   EXPECT_EQ(tester_.Text(L"Order"), L"MR");
   EXPECT_EQ(tester_.Number(L"Starts"), 1U);
+}
+
+// What the shell is asked for; a text that is missing has no value.
+struct ShellStart {
+  HWND window = nullptr;
+  std::optional<std::wstring> verb;
+  std::optional<std::wstring> file;
+  std::optional<std::wstring> parameters;
+  std::optional<std::wstring> folder;
+  INT show = -1;
+};
+ShellStart shellStart;
+
+std::optional<std::wstring> TextOrNone(LPCWSTR text) {
+  return text == nullptr ? std::nullopt : std::optional<std::wstring>(text);
+}
+
+HINSTANCE WINAPI TakeShellStart(HWND window, LPCWSTR verb, LPCWSTR file, LPCWSTR parameters,
+                                LPCWSTR folder, INT show) {
+  shellStart = {
+      window, TextOrNone(verb), TextOrNone(file), TextOrNone(parameters), TextOrNone(folder), show};
+  return nullptr;
+}
+
+TEST_F(StatusMonitor, IsStartedThroughTheShellWithoutWindowVerbAndFolder) {
+  const ImportPatch patch(kDriverLibraryFile, "SHELL32.dll", "ShellExecuteW",
+                          reinterpret_cast<FARPROC>(reinterpret_cast<void (*)()>(&TakeShellStart)));
+  shellStart = {GetDesktopWindow(), L"?", L"?", L"?", L"?", -1};
+  EXPECT_EQ(StartDocument(), 1);
+  EXPECT_EQ(shellStart.window, nullptr);
+  EXPECT_EQ(shellStart.verb, std::nullopt);
+  EXPECT_EQ(shellStart.file, SystemFolder() + L"\\" + kStatusMonitorFile);
+  EXPECT_EQ(shellStart.parameters, kTestPrinter);
+  EXPECT_EQ(shellStart.folder, std::nullopt);
+  EXPECT_EQ(shellStart.show, SW_HIDE);
 }
 
 TEST_F(StatusMonitor, ThatIsMissingStopsNoJob) {
