@@ -1,4 +1,5 @@
-// The neighbouring program that tells the user how to load envelopes.
+// When the paper page starts the helper for envelopes. How it is found and started is told in
+// job/status_monitor.h.
 #pragma once
 
 #include "core/ui_context.h"

@@ -1,6 +1,7 @@
 // The paper page's messages that are no control's: tooltips, help, apply with the envelope program,
 // pictures, and the sheet that may not be changed.
 #include "pages/paper_stage.h"
+#include "support/ini_file.h"
 
 #include <cstring>
 
@@ -165,14 +166,6 @@ TEST(PaperReset, ForgetsTheApply) {
   EXPECT_EQ(stage.context().applied, 0U);
 }
 
-constexpr char16_t kConfigPath[] =
-    u"C:\\windows\\system32\\spool\\drivers\\x64\\3\\ostrelConfig.ini";
-
-void PutConfig(PaperStage& stage, std::string_view text) {
-  const auto bytes = std::as_bytes(std::span(text));
-  stage.world().platform.files.Put(kConfigPath, {bytes.begin(), bytes.end()});
-}
-
 class EnvelopeProgram : public testing::TestWithParam<FamilyModel> {};
 INSTANTIATE_TEST_SUITE_P(Families, EnvelopeProgram, testing::ValuesIn(test::kFamilyModels),
                          [](const auto& row) {
@@ -182,7 +175,7 @@ INSTANTIATE_TEST_SUITE_P(Families, EnvelopeProgram, testing::ValuesIn(test::kFam
 TEST_P(EnvelopeProgram, StartsForTwoFamiliesAndEnvelopes) {
   for (const std::uint32_t media : {1U, 258U, 259U, 2U}) {
     PaperStage stage(GetParam().model);
-    PutConfig(stage, "[Print]\r\nPrinterName=Ostrel Printer\r\n");
+    test::PutConfig(stage.world(), "[Print]\r\nPrinterName=Ostrel Printer\r\n");
     ASSERT_TRUE(stage.OpenWith({.media = media}));
     EXPECT_EQ(stage.NotifyProcedure(kPsnApply), 1);
     EXPECT_EQ(stage.context().applied, 1U);
