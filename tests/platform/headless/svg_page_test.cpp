@@ -303,7 +303,7 @@ TEST_F(PageAsSvg, APartOfAPictureIsCountedInRowsOfMemory) {
        "width=\"20\" height=\"20\"",
        {0x00FF00, 0xFFFFFF, 0x0000FF, 0xFF0000},
        2},
-      // Turned by the place, by the part, and by both.
+      // Turned by the place, by what is taken of the picture, and by both.
       {{50, 60, 30, 40},
        {0, 0, 2, 2},
        "(50 60) scale(-1 -1)",
