@@ -425,11 +425,10 @@ void Page::DrawPicture(const DrawingOperation& operation) {
 
 }  // namespace
 
-std::string SvgPage(const PrinterDevice& device, std::span<const DrawingOperation> operations,
-                    const TextMeasure& measure) {
+std::string DrawSvg(const PrinterDevice& device, const TextMeasure& measure) {
   constexpr double kMillimetres = 25.4;  // in an inch
   Page page(measure);
-  for (const DrawingOperation& operation : operations) {
+  for (const DrawingOperation& operation : device.operations) {
     page.Draw(operation);
   }
   const auto length = [&device](std::int32_t pixels) {

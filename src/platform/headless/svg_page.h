@@ -10,7 +10,6 @@
 #include "platform/headless/drawing_record.h"
 
 #include <functional>
-#include <span>
 #include <string>
 #include <string_view>
 
@@ -20,9 +19,9 @@ namespace ostrel::headless {
 // Without it they are as wide as the viewer's own font makes them.
 using TextMeasure = std::function<Size(const LogFont& font, std::u16string_view text)>;
 
-// The document, in UTF-8, of a page's operations on a device. It measures what the page measures on
-// paper. Operations that draw nothing leave nothing.
-std::string SvgPage(const PrinterDevice& device, std::span<const DrawingOperation> operations,
-                    const TextMeasure& measure = {});
+// The document, in UTF-8, of the operations that the device keeps. It measures what the page
+// measures on paper. Operations that make no sense together (a path filled that was never ended)
+// leave nothing.
+std::string DrawSvg(const PrinterDevice& device, const TextMeasure& measure = {});
 
 }  // namespace ostrel::headless

@@ -19,7 +19,7 @@ class PageAsSvg : public PrinterStage {
  protected:
   // The elements on the page, behind its white ground.
   std::string Elements(const TextMeasure& measure = {}) {
-    const std::string svg = SvgPage(device_, device_.operations, measure);
+    const std::string svg = DrawSvg(device_, measure);
     EXPECT_EQ(test::XmlCheck(svg).Fault(), "");
     const std::string ground = "<rect width=\"4960\" height=\"7016\" fill=\"#ffffff\"/>\n";
     const std::size_t start = svg.find(ground) + ground.size();
@@ -61,14 +61,14 @@ class PageAsSvg : public PrinterStage {
 };
 
 TEST_F(PageAsSvg, APageIsWhiteInItsSizeAndCutsWhatReachesBeyondIt) {
-  EXPECT_EQ(SvgPage(device_, {}),
+  EXPECT_EQ(DrawSvg(device_),
             "<svg xmlns=\"http://www.w3.org/2000/svg\" viewBox=\"0 0 4960 7016\" "
             "width=\"209.97mm\" height=\"297.01mm\">\n"
             "<clipPath id=\"page\"><rect width=\"4960\" height=\"7016\"/></clipPath>\n"
             "<g clip-path=\"url(#page)\">\n"
             "<rect width=\"4960\" height=\"7016\" fill=\"#ffffff\"/>\n</g>\n</svg>\n");
   device_.dotsPerInch = 0;
-  EXPECT_EQ(test::XmlCheck(SvgPage(device_, {})).Fault(), "");
+  EXPECT_EQ(test::XmlCheck(DrawSvg(device_)).Fault(), "");
 }
 
 // ---- Texts --------------------------------------------------------------------------------------
