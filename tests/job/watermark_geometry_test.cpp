@@ -416,6 +416,22 @@ TEST_P(TileCounts, AreOneMoreThanFit) {
 
 INSTANTIATE_TEST_SUITE_P(Cells, TileCounts, testing::ValuesIn(kTileCounts), CaseName());
 
+TEST(WatermarkGeometry, TilesAboveTheCap_AreOne) {
+  struct Row {
+    TileCount wished;
+    TileCount given;
+  };
+  constexpr std::int64_t kHuge = std::numeric_limits<std::int64_t>::max();
+  for (const Row& row : {Row{{1000, 100}, {1000, 100}}, Row{{100000, 1}, {100000, 1}},
+                         Row{{11, 9091}, {1, 1}},  // 100001
+                         Row{{100001, 1}, {1, 1}}, Row{{-3, 100000}, {-3, 100000}},
+                         Row{{-3, 100001}, {1, 1}}, Row{{kHuge, kHuge}, {1, 1}}}) {
+    const TileCount tiles = CappedTiles(row.wished.columns, row.wished.rows);
+    EXPECT_EQ(tiles.columns, row.given.columns) << row.wished.columns << ", " << row.wished.rows;
+    EXPECT_EQ(tiles.rows, row.given.rows) << row.wished.columns << ", " << row.wished.rows;
+  }
+}
+
 TEST(WatermarkGeometry, WordsOfATile_AddMarginsOnlyWithAFrame) {
   StampShape shape = {};
   shape.cell = {700, 300};
