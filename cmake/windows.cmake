@@ -138,15 +138,20 @@ target_link_libraries(print_document
 
 ostrel_add_program(print_system_bench
   bench/print_system/print_system_bench.cpp bench/print_system/sheet_cost.cpp
-  bench/print_system/store_cost.cpp)
+  bench/print_system/stamp_cost.cpp bench/print_system/store_cost.cpp)
 target_link_libraries(print_system_bench
-  PRIVATE ostrel_print_system_setup ostrel_logic ostrel_win32)
+  PRIVATE ostrel_print_system_setup ostrel_logic ostrel_win32 gdi32)
 
 # ---- Tests ----------------------------------------------------------------------------------------
 
 set(INSTALL_GTEST OFF)
 set(BUILD_GMOCK OFF)
 add_subdirectory(/usr/src/googletest ${CMAKE_BINARY_DIR}/googletest EXCLUDE_FROM_ALL)
+
+# The in-memory platform stands beside the real one here: a test draws on both and compares.
+file(GLOB OSTREL_HEADLESS_SOURCES CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/src/platform/headless/*.cpp)
+add_library(ostrel_headless STATIC EXCLUDE_FROM_ALL ${OSTREL_HEADLESS_SOURCES})
+target_link_libraries(ostrel_headless PUBLIC ostrel_logic PRIVATE ostrel_flags)
 
 file(GLOB OSTREL_PRINT_SYSTEM_TESTS CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/print_system/*.cpp)
 ostrel_add_program(print_system_tests
@@ -158,8 +163,8 @@ ostrel_add_program(print_system_tests
 target_include_directories(print_system_tests
   PRIVATE ${CMAKE_SOURCE_DIR}/tests ${CMAKE_SOURCE_DIR}/neighbours)
 target_link_libraries(print_system_tests
-  PRIVATE ostrel_print_system_setup ostrel_sheet_driver ostrel_logic ostrel_win32 gtest
-    -lcompstui comctl32 comdlg32 psapi version)
+  PRIVATE ostrel_print_system_setup ostrel_sheet_driver ostrel_headless ostrel_logic
+    ostrel_win32 gtest -lcompstui comctl32 comdlg32 psapi version)
 
 # Language libraries that hold a page for each dialog, or one alone.
 function(ostrel_add_test_pages name)

@@ -16,7 +16,9 @@
 #include "sample_document.h"
 #include "support/test_world.h"
 
+#include <cstdint>
 #include <cstdio>
+#include <cstdlib>
 #include <exception>
 #include <filesystem>
 #include <fstream>
@@ -30,6 +32,7 @@
 namespace {
 
 using namespace ostrel;
+using headless::DrawSvg;
 using headless::PrinterDevice;
 namespace fs = std::filesystem;
 
@@ -59,6 +62,20 @@ DriverDevmode RecordOf(test::TestWorld& world, const fs::path& path) {
     world.platform.files.Put(picture, {content.begin(), content.end()});
   }
   return record;
+}
+
+// About as wide as the letters of a usual font are, and as high with what hangs below them.
+Size MeasuredInArial(const LogFont& font, std::u16string_view text) {
+  constexpr std::int32_t kHundredths = 100;
+  const std::int32_t height = std::abs(font.lfHeight);
+  std::int32_t width = 0;
+  for (const char16_t unit : text) {
+    const bool isNarrow =
+        std::u16string_view(u"filjtI.,:;!|' ").find(unit) != std::u16string_view::npos;
+    const bool isWide = (unit >= u'A' && unit <= u'Z') || unit == u'm' || unit == u'w';
+    width += isNarrow ? 28 : isWide ? 70 : 55;
+  }
+  return {width * height / kHundredths, height * 112 / kHundredths};
 }
 
 class SvgJob final : public JobSystem {
@@ -98,7 +115,7 @@ class SvgJob final : public JobSystem {
   bool FinishPage(DeviceContext /*context*/) override {
     const std::string number = "_" + std::to_string(driver_.page()) + ".svg";
     std::ofstream file(stem_.string() + number, std::ios::binary);
-    file << SvgPage(device_, device_.operations);
+    file << DrawSvg(device_, &MeasuredInArial);
     return file.good();
   }
   bool FinishDocument(DeviceContext /*context*/) override { return true; }
@@ -119,6 +136,7 @@ void Print(const fs::path& settings, const fs::path& folder, bool isRightToLeft)
   const DriverDevmode record = RecordOf(world, settings);
   world.process.RightToLeftLanguage = isRightToLeft;
   SvgJob job(world, record, folder / settings.stem());
+  world.platform.graphics.measureText = &MeasuredInArial;
   Graphics& graphics = world.platform.graphics;
   const JobResult result = PrintJob(
       job, kSamplePages,

@@ -11,10 +11,11 @@
 // less than a microsecond inside our own code for every code that needs no text. The lists of
 // papers stand outside of both: they hold the user's own sizes, and bring the file of these in
 // order first, which the other driver has nothing like. The second table tells what opening a sheet
-// takes, the third what such a file costs.
+// takes, the third what such a file costs, the last what the stamps of a job's pages cost.
 #include "driver_exports.h"
 #include "print_system_setup.h"
 #include "sheet_cost.h"
+#include "stamp_cost.h"
 #include "store_cost.h"
 
 #include <windows.h>
@@ -323,6 +324,7 @@ void Run() {
            [](const Result& row) { return row.needsText ? std::nullopt : row.direct_ns; });
   ostrel::bench::MeasureSheets(kOurPrinter, kTheirPrinter);
   ostrel::bench::MeasureStores(ConfigLibraryPath(ours.printer.get()));
+  ostrel::bench::MeasureStamps(kOurPrinter, ConfigLibraryPath(ours.printer.get()));
 }
 
 }  // namespace

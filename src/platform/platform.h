@@ -191,6 +191,7 @@ class Windows {
   virtual bool InvalidateRect(WindowHandle window) = 0;  // the whole window, its background too
   virtual std::intptr_t SendMessageW(WindowHandle window, std::uint32_t message,
                                      std::uintptr_t wParam, std::intptr_t lParam) = 0;
+  // To a window alone: null doesn't stand for the calling thread.
   virtual bool PostMessageW(WindowHandle window, std::uint32_t message, std::uintptr_t wParam,
                             std::intptr_t lParam) = 0;
   // A top window of this class, whatever its title and whosever it is; null when there is none.

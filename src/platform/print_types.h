@@ -383,6 +383,7 @@ enum ErrorCode : std::uint32_t {
   kErrorInvalidHandle = 6,
   kErrorNotEnoughMemory = 8,
   kErrorInvalidParameter = 87,
+  kErrorBufferOverflow = 111,
   kErrorDiskFull = 112,
   kErrorInsufficientBuffer = 122,
   kErrorInvalidLevel = 124,

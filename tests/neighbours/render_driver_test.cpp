@@ -26,8 +26,13 @@ class RenderDriverTest : public testing::Test {
     const auto out = std::as_writable_bytes(std::span(&answer, 1));
     return driver_.Escape(code, {}, out) == 1 ? answer : -99;
   }
-  int Tile(const TileRegion& region) {
-    return driver_.Escape(kEscapeTile, std::as_bytes(std::span(&region, 1)), {});
+  // A cell of 300 by 200 pixels.
+  void Cell(std::int32_t column, std::int32_t row, Point textOffset = {0, 0},
+            std::int32_t margin = 0) {
+    Tell({300, 200, column, row, 0, 0, textOffset.x, textOffset.y, margin});
+  }
+  void Tell(const TileRegion& region) {
+    EXPECT_EQ(driver_.Escape(kEscapeTile, std::as_bytes(std::span(&region, 1)), {}), 1);
   }
   void StartPages(int count) {
     for (int i = 0; i < count; ++i) {
@@ -107,45 +112,32 @@ TEST_F(RenderDriverTest, StampsAreCountedWhileTheyAreDrawn) {
 }
 
 TEST_F(RenderDriverTest, TextAndFrameOfACellBeginAtTheSamePlace) {
-  // Cell 300 by 200, margin 25, third column, second row: the text's words hold the margin three
-  // and two times, the frame's two times and once, and once more apart.
-  Tile({.Width = 300,
-        .Height = 200,
-        .Column = 2,
-        .Row = 1,
-        .TextOffsetX = 75,
-        .TextOffsetY = 50,
-        .Margin = 99});
-  Tile({.Width = 300,
-        .Height = 200,
-        .Column = 2,
-        .Row = 1,
-        .TextOffsetX = 50,
-        .TextOffsetY = 25,
-        .Margin = 25});
+  // Margin 25, third column, second row: the text's words hold the margin three and two times, the
+  // frame's two times and once, and once more apart. The text's own margin means nothing.
+  Cell(2, 1, {75, 50}, 99);
+  Cell(2, 1, {50, 25}, 25);
   EXPECT_THAT(origins_, ElementsAre(Point{675, 250}, Point{675, 250}));
   EXPECT_EQ(driver_.tiles(), 2);
 }
 
 TEST_F(RenderDriverTest, TextsWithoutFramesStandAtTheirCells) {
-  Tile({.Width = 300, .Height = 200, .Column = 0, .Row = 1});
+  Cell(0, 1);
   driver_.Escape(kEscapeTile, {}, {});
-  Tile({.Width = 300, .Height = 200, .Column = 1, .Row = 0});
+  Cell(1, 0);
   EXPECT_THAT(origins_, ElementsAre(Point{0, 200}, Point{0, 0}, Point{300, 0}));
 }
 
 TEST_F(RenderDriverTest, PictureStandsAtItsOffsets) {
-  Tile({.Column = 1, .Row = 2, .ImageOffsetX = 120, .ImageOffsetY = 340});
+  Tell({0, 0, 1, 2, 120, 340, 0, 0, 0});
   EXPECT_THAT(origins_, ElementsAre(Point{120, 340}));
 }
 
 TEST_F(RenderDriverTest, TextOfTheNextStampIsNoFrameOfTheLast) {
-  const TileRegion first = {.Width = 300, .Height = 200, .Margin = 99};
   Command(kEscapeStampBegins);
-  Tile(first);
+  Cell(0, 0, {0, 0}, 99);
   Command(kEscapeStampEnds);
   Command(kEscapeStampBegins);
-  Tile(first);
+  Cell(0, 0, {0, 0}, 99);
   EXPECT_EQ(origins_.back(), (Point{0, 0}));
 }
 

@@ -1,6 +1,8 @@
-// The real platform under the suite that every platform must pass.
+// The real platform under the suites that every platform must pass.
 #include "conformance/platform_conformance.h"
 
+#include "conformance/computer_conformance.h"
+#include "conformance/drawing_conformance.h"
 #include "platform/win32/native_types.h"
 #include "platform/win32/win32_platform.h"
 #include "print_system_fixture.h"
@@ -28,6 +30,7 @@ class SystemHost {
   std::u16string languageLibrary() {
     return Utf16Text(print_system::DriverFolder() + L"\\3\\" + print_system::kLanguageLibraryFile);
   }
+  std::u16string knownFont() { return u"tahoma"; }
   std::u16string newFile() {
     const std::wstring path = TemporaryFolder() + L"platform conformance.bin";
     DeleteFileW(path.c_str());
@@ -53,6 +56,8 @@ class SystemHost {
 };
 
 INSTANTIATE_TYPED_TEST_SUITE_P(Windows, PlatformConformance, SystemHost);
+INSTANTIATE_TYPED_TEST_SUITE_P(Windows, DrawingConformance, SystemHost);
+INSTANTIATE_TYPED_TEST_SUITE_P(Windows, ComputerConformance, SystemHost);
 
 }  // namespace
 }  // namespace ostrel

@@ -100,7 +100,7 @@ enum SelectedObject : std::int64_t {
 };
 
 // One line: the name and the arguments in brackets, as in `Ellipse(10, 20, 110, 120)` or
-// `SelectObject(font 700 "Arial" height -545)`.
+// `SelectObject(font -545, 0, 450, 450, 700, 0, 0, 0, 0, 7 "Arial")`.
 std::string Describe(const DrawingOperation& operation);
 
 // A printer's device as its context tells it, and the driver behind it.

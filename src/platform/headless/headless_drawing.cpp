@@ -128,24 +128,24 @@ const LogFont* HeadlessGraphics::FontOf(GdiObject font) const {
 int HeadlessGraphics::EnumFontFamiliesExW(DeviceContext context, const LogFont& wanted,
                                           FontCallback callback, std::intptr_t callersWord) {
   constexpr std::uint32_t kTrueTypeFont = 4;  // TRUETYPE_FONTTYPE
+  constexpr int kGoesOn = 1;
   if (faults_.ShouldFail("EnumFontFamiliesExW") || Find(context) == nullptr) {
     return 0;
   }
-  const auto face = fonts.find(wanted.lfFaceName);
-  int answer = 0;
-  if (face == fonts.end()) {
-    return answer;
-  }
-  for (const std::uint8_t charSet : face->second) {
-    LogFont font = {};
-    std::ranges::copy(wanted.lfFaceName, font.lfFaceName);
-    font.lfCharSet = charSet;
-    if (wanted.lfCharSet != kDefaultCharSet && wanted.lfCharSet != charSet) {
+  const std::u16string wantedFace = LowerCase(wanted.lfFaceName);
+  int answer = kGoesOn;
+  for (const auto& [face, charSets] : fonts) {
+    if (!wantedFace.empty() && LowerCase(face) != wantedFace) {
       continue;
     }
-    answer = callback(&font, nullptr, kTrueTypeFont, callersWord);
-    if (answer == 0) {
-      break;
+    for (const std::uint8_t charSet : charSets) {
+      if (answer == 0 || (wanted.lfCharSet != kDefaultCharSet && wanted.lfCharSet != charSet)) {
+        continue;
+      }
+      LogFont font = {};
+      face.copy(font.lfFaceName, kFaceNameUnits - 1);
+      font.lfCharSet = charSet;
+      answer = callback(&font, nullptr, kTrueTypeFont, callersWord);
     }
   }
   return answer;
@@ -336,7 +336,7 @@ bool HeadlessGraphics::Rectangle(DeviceContext target, const Rect& place) {
   }
   Record(*onto, {.call = DrawingCall::kRectangle,
                  .numbers = {place.left, place.top, place.right, place.bottom}});
-  if (onto->pixels == nullptr) {
+  if (onto->pixels == nullptr || onto->path == PathState::kBegun) {
     return true;
   }
   // In whichever order the corners are given.
@@ -411,13 +411,13 @@ bool HeadlessGraphics::FillPath(DeviceContext context) {
 bool HeadlessGraphics::ExtTextOutW(DeviceContext context, std::int32_t x, std::int32_t y,
                                    std::uint32_t options, const Rect* place, const char16_t* text,
                                    int units) {
-  if (text == nullptr || units < 0) {
+  if (units < 0 || (text == nullptr && units > 0)) {
     return Fail(kErrorInvalidParameter);
   }
   return Shape("ExtTextOutW", context,
                {.call = DrawingCall::kExtTextOutW,
                 .numbers = {x, y, options},
-                .text = {text, static_cast<std::size_t>(units)},
+                .text = std::u16string(std::u16string_view(text, static_cast<std::size_t>(units))),
                 .place = place == nullptr ? std::nullopt : std::optional(*place)});
 }
 

@@ -86,7 +86,8 @@ class HeadlessGraphics final : public Graphics {
   GdiObject CreateSolidBrush(std::uint32_t color) override;
   GdiObject CreateBrushIndirect(const LogBrush& brush) override;
   GdiObject CreateFontIndirectW(const LogFont& font) override;
-  // Reports the character sets of `fonts` under the face; 0 when there is none.
+  // Reports the character sets of `fonts` under the face, without regard to case, or of all of them
+  // for none. Result: 1 when there is none to tell of.
   int EnumFontFamiliesExW(DeviceContext context, const LogFont& wanted, FontCallback callback,
                           std::intptr_t callersWord) override;
   bool SetWindowOrgEx(DeviceContext context, std::int32_t x, std::int32_t y,

@@ -139,89 +139,6 @@ int HeadlessLocale::GetLocaleInfoW(std::uint32_t locale, std::uint32_t type, cha
   return needed;
 }
 
-namespace {
-
-// The letters of a format that stand for a part of a time.
-struct TimePart {
-  std::u16string_view letters;
-  std::uint16_t SystemTime::*part;
-};
-constexpr TimePart kTimeParts[] = {
-    {u"yyyy", &SystemTime::wYear}, {u"MM", &SystemTime::wMonth},  {u"dd", &SystemTime::wDay},
-    {u"HH", &SystemTime::wHour},   {u"mm", &SystemTime::wMinute}, {u"ss", &SystemTime::wSecond},
-};
-
-std::u16string Formatted(std::u16string_view format, const SystemTime& time) {
-  std::u16string out;
-  while (!format.empty()) {
-    const auto* part = std::ranges::find_if(
-        kTimeParts, [&](const TimePart& row) { return format.starts_with(row.letters); });
-    if (part == std::end(kTimeParts)) {
-      out += format.front();
-      format.remove_prefix(1);
-      continue;
-    }
-    const std::string digits = std::to_string(time.*part->part);
-    const std::size_t width = part->letters.size();
-    out.append(width - std::min(width, digits.size()), u'0').append(digits.begin(), digits.end());
-    format.remove_prefix(width);
-  }
-  return out;
-}
-
-// Hands a text out as the platform does: 0 when it doesn't fit, its size when it is only asked for.
-int HandOut(std::u16string_view text, char16_t* buffer, int units) {
-  const int needed = static_cast<int>(text.size()) + 1;
-  if (units == 0) {
-    return needed;
-  }
-  if (units < needed) {
-    return 0;
-  }
-  buffer[text.copy(buffer, text.size())] = u'\0';
-  return needed;
-}
-
-}  // namespace
-
-int HeadlessLocale::GetDateFormatW(std::uint32_t /*locale*/, std::uint32_t /*flags*/,
-                                   const SystemTime& time, const char16_t* format, char16_t* buffer,
-                                   int units) {
-  if (faults_.ShouldFail("GetDateFormatW")) {
-    return 0;
-  }
-  return HandOut(Formatted(format == nullptr ? dateFormat : format, time), buffer, units);
-}
-
-int HeadlessLocale::GetTimeFormatW(std::uint32_t /*locale*/, std::uint32_t /*flags*/,
-                                   const SystemTime& time, const char16_t* format, char16_t* buffer,
-                                   int units) {
-  if (faults_.ShouldFail("GetTimeFormatW")) {
-    return 0;
-  }
-  return HandOut(Formatted(format == nullptr ? u"HH:mm:ss" : format, time), buffer, units);
-}
-
-void HeadlessLocale::CharUpperW(char16_t* text) {
-  for (; *text != u'\0'; ++text) {
-    const bool isSmall =
-        (*text >= u'a' && *text <= u'z') || (*text >= 0xE0 && *text <= 0xFE && *text != 0xF7);
-    *text = static_cast<char16_t>(isSmall ? *text - 0x20 : *text);
-  }
-}
-
-int HeadlessLocale::MultiByteToWideChar(std::uint32_t /*codePage*/, const char* text,
-                                        char16_t* buffer, int units) {
-  if (faults_.ShouldFail("MultiByteToWideChar")) {
-    return 0;
-  }
-  std::u16string wide;
-  for (; *text != '\0'; ++text) {
-    wide += static_cast<unsigned char>(*text);
-  }
-  return HandOut(wide, buffer, units);
-}
-
 // ---- Print system -------------------------------------------------------------------------------
 
 HeadlessPrinter& HeadlessPrintSystem::AddPrinter(HeadlessPrinter printer) {
@@ -569,46 +486,6 @@ bool HeadlessSystem::CreateProcessW(const char16_t* application, char16_t* comma
 
 bool HeadlessSystem::CloseHandle(ProcessHandle handle) {
   return processHandles_.erase(handle) != 0;
-}
-
-void HeadlessSystem::Sleep(std::uint32_t duration_ms) {
-  sleeps_ms.push_back(duration_ms);
-  if (onSleep) {
-    onSleep();
-  }
-}
-
-bool HeadlessSystem::GetComputerNameW(char16_t* buffer, std::uint32_t* units) {
-  if (faults_.ShouldFail("GetComputerNameW")) {
-    return false;
-  }
-  if (*units <= computerName.size()) {
-    *units = static_cast<std::uint32_t>(computerName.size() + 1);
-    return false;
-  }
-  buffer[computerName.copy(buffer, computerName.size())] = u'\0';
-  *units = static_cast<std::uint32_t>(computerName.size());
-  return true;
-}
-
-std::uint32_t HeadlessSystem::GetSystemDirectoryW(char16_t* path, std::uint32_t units) {
-  const auto size = static_cast<std::uint32_t>(systemDirectory.size());
-  if (faults_.ShouldFail("GetSystemDirectoryW")) {
-    return 0;
-  }
-  if (units <= size) {
-    return size + 1;
-  }
-  path[systemDirectory.copy(path, size)] = u'\0';
-  return size;
-}
-
-bool HeadlessSystem::SetCurrentDirectoryW(const char16_t* path) {
-  if (faults_.ShouldFail("SetCurrentDirectoryW")) {
-    return false;
-  }
-  currentDirectory = path;
-  return true;
 }
 
 }  // namespace ostrel::headless

@@ -60,8 +60,7 @@ class HeadlessLocale final : public Locale {
   int GetLocaleInfoW(std::uint32_t locale, std::uint32_t type, char16_t* buffer,
                      int units) override;
   std::uint16_t GetUserDefaultUILanguage() override { return uiLanguage; }
-  // The locale's form of a day is `dateFormat`, of a time "HH:mm:ss". Of formats, the letters yyyy,
-  // MM, dd, HH, mm and ss are known.
+  // Of formats, the letters yyyy, MM, M, dd, d, HH, h, mm, ss and tt are known.
   int GetDateFormatW(std::uint32_t locale, std::uint32_t flags, const SystemTime& time,
                      const char16_t* format, char16_t* buffer, int units) override;
   int GetTimeFormatW(std::uint32_t locale, std::uint32_t flags, const SystemTime& time,
@@ -72,11 +71,16 @@ class HeadlessLocale final : public Locale {
   int MultiByteToWideChar(std::uint32_t codePage, const char* text, char16_t* buffer,
                           int units) override;
 
-  std::u16string country = u"1";      // LOCALE_ICOUNTRY
-  std::uint16_t uiLanguage = 0x0409;  // LANGID: English, United States
-  std::u16string dateFormat = u"MM/dd/yyyy";
+  std::u16string country = u"1";            // LOCALE_ICOUNTRY
+  std::uint16_t uiLanguage = 0x0409;        // LANGID: English, United States
+  std::u16string dateFormat = u"M/d/yyyy";  // the locale's own
+  std::u16string timeFormat = u"h:mm:ss tt";
 
  private:
+  int HandOut(std::u16string_view text, char16_t* buffer, int units);
+  int HandOutTime(const char* operation, bool isTime, std::u16string_view format,
+                  const SystemTime& time, char16_t* buffer, int units);
+
   FaultPlan& faults_;
   HeadlessDebugOutput& debug_;
 };
@@ -358,8 +362,9 @@ class HeadlessShell final : public Shell {
 // The calling thread, the system's version and activation contexts.
 class HeadlessSystem final : public System {
  public:
-  HeadlessSystem(FaultPlan& faults, HeadlessModules& modules)
-      : faults_(faults), modules_(modules) {}
+  HeadlessSystem(FaultPlan& faults, HeadlessDebugOutput& debug, HeadlessModules& modules,
+                 const HeadlessFiles& files)
+      : faults_(faults), debug_(debug), modules_(modules), files_(files) {}
 
   std::uint32_t GetCurrentThreadId() override { return threadId; }
   std::uint32_t GetMajorVersion() override { return majorVersion; }
@@ -374,6 +379,7 @@ class HeadlessSystem final : public System {
   void Sleep(std::uint32_t duration_ms) override;
   bool GetComputerNameW(char16_t* buffer, std::uint32_t* units) override;
   std::uint32_t GetSystemDirectoryW(char16_t* path, std::uint32_t units) override;
+  // To the system's directory, the root, or one of the in-memory file system.
   bool SetCurrentDirectoryW(const char16_t* path) override;
 
   // Programs that were started, in order.
@@ -405,7 +411,9 @@ class HeadlessSystem final : public System {
 
  private:
   FaultPlan& faults_;
+  HeadlessDebugOutput& debug_;
   HeadlessModules& modules_;
+  const HeadlessFiles& files_;
   std::set<ActivationContext> contexts_;
   std::uintptr_t nextContext_ = 0x7000;
   std::set<ProcessHandle> processHandles_;
@@ -425,7 +433,7 @@ struct HeadlessPlatform {
   HeadlessShell shell{faults};
   HeadlessGraphics graphics{faults, debug, modules, files};
   HeadlessWindows windows{faults, debug, modules, graphics};
-  HeadlessSystem system{faults, modules};
+  HeadlessSystem system{faults, debug, modules, files};
   Platform lists{print, locale,  modules,  files,  registry, security,
                  shell, windows, graphics, system, memory,   debug};
 };

@@ -3,6 +3,8 @@
 #include "platform/headless/byte_reader.h"
 #include "platform/window_types.h"
 
+#include <algorithm>
+#include <cstdlib>
 #include <cstring>
 #include <stdexcept>
 
@@ -62,12 +64,12 @@ void AddStrings(StringTable& table, std::uint32_t block, std::span<const std::by
   }
 }
 
-// BITMAPINFOHEADER, the colours behind it, and the rows.
-BitmapResource ReadBitmap(std::span<const std::byte> data) {
+// BITMAPINFOHEADER and the colours behind it. A height below 0 says that the first row comes first,
+// which only files may.
+BitmapResource ReadBitmapHeader(ByteReader& reader) {
   constexpr std::uint32_t kHeaderBytes = 40;
   constexpr std::int32_t kMostPixels = 0x7FFF;  // a side
   constexpr std::uint32_t kUncompressed = 0;    // BI_RGB
-  ByteReader reader(data);
   BitmapResource bitmap;
   const auto headerSize = reader.Take<std::uint32_t>();
   bitmap.width = reader.Take<std::int32_t>();
@@ -81,8 +83,8 @@ BitmapResource ReadBitmap(std::span<const std::byte> data) {
   const std::uint16_t bits = bitmap.bitsPerPixel;
   const bool knownBits = bits == 1 || bits == 4 || bits == 8 || bits == 24 || bits == 32;
   if (headerSize != kHeaderBytes || planes != 1 || compression != kUncompressed || !knownBits ||
-      bitmap.width <= 0 || bitmap.width > kMostPixels || bitmap.height <= 0 ||
-      bitmap.height > kMostPixels || colors > 256) {
+      bitmap.width <= 0 || bitmap.width > kMostPixels || bitmap.height == 0 ||
+      bitmap.height < -kMostPixels || bitmap.height > kMostPixels || colors > 256) {
     Refuse("a bitmap of an unknown kind");
   }
   if (colors == 0 && bits <= 8) {
@@ -91,9 +93,22 @@ BitmapResource ReadBitmap(std::span<const std::byte> data) {
   for (std::uint32_t i = 0; i < colors; ++i) {
     bitmap.colors.push_back(reader.Take<std::uint32_t>() & 0x00FFFFFF);
   }
-  const std::size_t rowBytes = (static_cast<std::size_t>(bitmap.width) * bits + 31) / 32 * 4;
+  return bitmap;
+}
+
+std::size_t StoredRowBytes(const BitmapResource& bitmap) {
+  return (static_cast<std::size_t>(bitmap.width) * bitmap.bitsPerPixel + 31) / 32 * 4;
+}
+
+// A header with its colours, and the rows.
+BitmapResource ReadBitmap(std::span<const std::byte> data) {
+  ByteReader reader(data);
+  BitmapResource bitmap = ReadBitmapHeader(reader);
+  if (bitmap.height < 0) {
+    Refuse("a bitmap whose first row comes first");
+  }
   const std::span<const std::byte> rows =
-      reader.TakeBytes(rowBytes * static_cast<std::size_t>(bitmap.height));
+      reader.TakeBytes(StoredRowBytes(bitmap) * static_cast<std::size_t>(bitmap.height));
   bitmap.pixels.assign(rows.begin(), rows.end());
   return bitmap;
 }
@@ -171,12 +186,31 @@ Resources ReadResources(std::span<const std::byte> resourceFile) {
 
 BitmapResource ReadBitmapFile(std::span<const std::byte> file) {
   constexpr std::uint16_t kMark = 0x4D42;  // "BM"
+  constexpr std::int64_t kMostPixels = 0x1000000;
   ByteReader reader(file);
   if (reader.Take<std::uint16_t>() != kMark) {
     Refuse("not a bitmap");
   }
-  reader.TakeBytes(3 * sizeof(std::uint32_t));  // the file's size, nothing, where the rows start
-  return ReadBitmap(file.subspan(kBitmapFileHeaderBytes));
+  reader.TakeBytes(2 * sizeof(std::uint32_t));  // the file's size, nothing
+  const auto announcedStart = reader.Take<std::uint32_t>();
+  BitmapResource bitmap = ReadBitmapHeader(reader);
+  const bool firstRowFirst = bitmap.height < 0;
+  bitmap.height = std::abs(bitmap.height);
+  if (std::int64_t{bitmap.width} * bitmap.height > kMostPixels) {
+    Refuse("a bitmap that takes too much memory");
+  }
+  const std::size_t start = announcedStart == 0 ? file.size() - reader.left() : announcedStart;
+  const std::size_t stride = StoredRowBytes(bitmap);
+  const auto rowCount = static_cast<std::size_t>(bitmap.height);
+  const std::span<const std::byte> stored = file.subspan(std::min(start, file.size()));
+  bitmap.pixels.resize(stride * rowCount);
+  for (std::size_t row = 0; row * stride < stored.size() && row < rowCount; ++row) {
+    const std::size_t place = firstRowFirst ? rowCount - 1 - row : row;
+    const std::size_t bytes = std::min(stride, stored.size() - row * stride);
+    std::ranges::copy(stored.subspan(row * stride, bytes),
+                      bitmap.pixels.begin() + static_cast<std::ptrdiff_t>(place * stride));
+  }
+  return bitmap;
 }
 
 }  // namespace ostrel::headless

@@ -71,8 +71,9 @@ Resources ReadResources(std::span<const std::byte> resourceFile);
 // BITMAPFILEHEADER (wingdi.h), which stands before the bitmap in a file of its own.
 inline constexpr std::size_t kBitmapFileHeaderBytes = 14;
 
-// The bitmap of such a file. Throws std::runtime_error for one that is cut short, or whose form
-// isn't known.
+// The bitmap of such a file; rows that the file lacks are black. Throws std::runtime_error for a
+// file whose header or colours are cut short, whose form isn't known, or which tells of more than
+// 16 million pixels.
 BitmapResource ReadBitmapFile(std::span<const std::byte> file);
 
 }  // namespace ostrel::headless

@@ -1,32 +1,65 @@
 #include "platform/headless/svg_page.h"
 
+#include "platform/headless/context_places.h"
 #include "platform/headless/pixel_surface.h"
+#include "platform/headless/png_picture.h"
 
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <cstdint>
+#include <cstdio>
 #include <cstdlib>
-#include <cstring>
-#include <string_view>
+#include <initializer_list>
+#include <optional>
+#include <utility>
 
 namespace ostrel::headless {
 namespace {
 
-// ---- Texts --------------------------------------------------------------------------------------
+// ---- Text of the file ---------------------------------------------------------------------------
 
-// A letter in UTF-8; what has a meaning in the format is written as its name.
-void AddLetter(std::string& out, char32_t letter) {
-  const auto add = [&out](char32_t bits) { out += static_cast<char>(bits); };
-  if (letter == U'<') {
-    out += "&lt;";
-  } else if (letter == U'&') {
-    out += "&amp;";
-  } else if (letter == U'"') {
-    out += "&quot;";
-  } else if (letter < 0x20) {
-    out += ' ';  // the format has no letters there
-  } else if (letter < 0x80) {
+std::string Join(std::initializer_list<std::string_view> parts) {
+  std::string out;
+  for (const std::string_view part : parts) {
+    out += part;
+  }
+  return out;
+}
+
+std::string Number(double value) {
+  std::array<char, 40> text = {};
+  std::snprintf(text.data(), text.size(), "%.2f", value);
+  std::string number = text.data();
+  number.erase(number.find_last_not_of('0') + 1);
+  if (number.back() == '.') {
+    number.pop_back();
+  }
+  return number == "-0" ? "0" : number;
+}
+
+std::string Attribute(std::string_view name, std::string_view value) {
+  return Join({" ", name, "=\"", value, "\""});
+}
+
+std::string Attribute(std::string_view name, double value) {
+  return Attribute(name, Number(value));
+}
+
+// 0x00BBGGRR as #rrggbb.
+std::string Color(std::uint32_t color) {
+  std::array<char, 8> text = {};
+  std::snprintf(text.data(), text.size(), "#%02x%02x%02x", color & 0xFF, (color >> 8) & 0xFF,
+                (color >> 16) & 0xFF);
+  return text.data();
+}
+
+std::string Fill(std::optional<std::uint32_t> color) {
+  return Attribute("fill", color ? Color(*color) : "none");
+}
+
+void AddUtf8(std::string& out, char32_t letter) {
+  const auto add = [&out](char32_t byte) { out += static_cast<char>(byte); };
+  if (letter < 0x80) {
     add(letter);
   } else if (letter < 0x800) {
     add(0xC0 | letter >> 6);
@@ -43,329 +76,374 @@ void AddLetter(std::string& out, char32_t letter) {
   }
 }
 
+// As text of an element or an attribute. What XML has no letter for becomes U+FFFD.
 std::string Escaped(std::u16string_view text) {
-  constexpr char32_t kReplacement = 0xFFFD;
-  const auto isIn = [](char16_t unit, char16_t first) { return (unit & 0xFC00) == first; };
+  constexpr char32_t kUnknown = 0xFFFD;
+  const auto isHigh = [](char16_t unit) { return (unit & 0xFC00) == 0xD800; };
+  const auto isLow = [](char16_t unit) { return (unit & 0xFC00) == 0xDC00; };
   std::string out;
   for (std::size_t i = 0; i < text.size(); ++i) {
     const char16_t unit = text[i];
-    if (isIn(unit, 0xD800) && i + 1 < text.size() && isIn(text[i + 1], 0xDC00)) {
-      AddLetter(out, 0x10000 + ((unit & 0x3FFU) << 10) + (text[++i] & 0x3FFU));
+    if (unit == u'&') {
+      out += "&amp;";
+    } else if (unit == u'<') {
+      out += "&lt;";
+    } else if (unit == u'>') {
+      out += "&gt;";
+    } else if (unit == u'"') {
+      out += "&quot;";
+    } else if (isHigh(unit) && i + 1 < text.size() && isLow(text[i + 1])) {
+      const char32_t high = unit & 0x3FF;
+      const char32_t low = text[++i] & 0x3FF;
+      AddUtf8(out, 0x10000 + (high << 10 | low));
     } else {
-      const bool isHalf = (unit & 0xF800) == 0xD800;
-      AddLetter(out, isHalf || unit >= 0xFFFE ? kReplacement : unit);
+      const bool isNone = unit < u' ' || unit >= 0xFFFE || isHigh(unit) || isLow(unit);
+      AddUtf8(out, isNone ? kUnknown : unit);
     }
   }
   return out;
 }
 
-std::string ColorText(std::uint32_t color) {
-  constexpr std::string_view kDigits = "0123456789abcdef";
-  std::string out = "#";
-  for (int part = 0; part < 3; ++part, color >>= 8) {
-    out += kDigits[color >> 4 & 0xF];
-    out += kDigits[color & 0xF];
-  }
-  return out;
+// ---- Places -------------------------------------------------------------------------------------
+
+// A rectangle on the device, its corners in order.
+Rect OnDevice(const DrawingMapping& mapping, const Rect& place) {
+  const Point first = mapping.ToDevice({place.left, place.top});
+  const Point second = mapping.ToDevice({place.right, place.bottom});
+  return {std::min(first.x, second.x), std::min(first.y, second.y), std::max(first.x, second.x),
+          std::max(first.y, second.y)};
 }
 
-std::string Base64(std::span<const std::byte> bytes) {
-  constexpr std::string_view kDigits =
-      "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
-  std::string out;
-  for (std::size_t i = 0; i < bytes.size(); i += 3) {
-    const std::size_t count = std::min<std::size_t>(3, bytes.size() - i);
-    std::uint32_t group = 0;
-    for (std::size_t k = 0; k < 3; ++k) {
-      group = group << 8 | (k < count ? std::to_integer<std::uint32_t>(bytes[i + k]) : 0);
-    }
-    for (std::size_t k = 0; k < 4; ++k) {
-      out += k > count ? '=' : kDigits[group >> (18 - 6 * k) & 0x3F];
-    }
-  }
-  return out;
-}
-
-// `name="value"` pairs of an element.
-class Element {
- public:
-  explicit Element(std::string_view name) : text_("<" + std::string(name)) {}
-  Element& With(std::string_view name, std::string_view value) {
-    text_.append(" ").append(name).append("=\"").append(value).append("\"");
-    return *this;
-  }
-  Element& With(std::string_view name, std::int64_t value) {
-    return With(name, std::to_string(value));
-  }
-  std::string Closed() const { return text_ + "/>\n"; }
-  std::string Around(std::string_view content) const {
-    return text_ + ">" + std::string(content) + "</" + Name() + ">\n";
-  }
-
- private:
-  std::string Name() const { return text_.substr(1, text_.find(' ') - 1); }
-  std::string text_;
-};
-
-// ---- Shapes -------------------------------------------------------------------------------------
-
-struct Box {
-  std::int64_t left;
-  std::int64_t top;
-  std::int64_t width;
-  std::int64_t height;
-};
-
-Box OnDevice(const DrawingMapping& mapping, Point a, Point b) {
-  const Point first = mapping.ToDevice(a);
-  const Point second = mapping.ToDevice(b);
-  return {std::min(first.x, second.x), std::min(first.y, second.y),
-          std::abs(std::int64_t{second.x} - first.x), std::abs(std::int64_t{second.y} - first.y)};
-}
-
-Box PlaceOf(const DrawingOperation& operation) {
-  const auto number = [&](std::size_t i) {
-    return static_cast<std::int32_t>(operation.numbers[i]);
+Rect RectOf(const DrawingOperation& operation) {
+  const auto side = [&](std::size_t index) {
+    return static_cast<std::int32_t>(operation.numbers.at(index));
   };
-  return OnDevice(operation.state.mapping, {number(0), number(1)}, {number(2), number(3)});
+  return {side(0), side(1), side(2), side(3)};
 }
 
-// The same as a path, whose letters are the format's: M is a start, L a line, A an arc, z an end.
-std::string PolygonPath(const DrawingOperation& operation) {
-  std::string path;
-  const char* step = "M";
-  for (const Point corner : operation.points) {
-    const Point point = operation.state.mapping.ToDevice(corner);
-    path.append(step).append(std::to_string(point.x)).append(" ").append(std::to_string(point.y));
-    step = "L";
+double Wide(const Rect& rect) {
+  return static_cast<double>(rect.right) - rect.left;
+}
+double High(const Rect& rect) {
+  return static_cast<double>(rect.bottom) - rect.top;
+}
+
+// The outline of a shape, as a path's data.
+std::string Outline(const DrawingOperation& operation) {
+  const DrawingMapping& mapping = operation.state.mapping;
+  if (operation.call == DrawingCall::kPolygon) {
+    std::string data;
+    for (const Point corner : operation.points) {
+      const Point place = mapping.ToDevice(corner);
+      data += Join({data.empty() ? "M" : "L", Number(place.x), " ", Number(place.y)});
+    }
+    return data + 'Z';
   }
-  return path + "z";
-}
-
-std::string EllipsePath(const DrawingOperation& operation) {
-  const Box place = PlaceOf(operation);
-  const std::string radii =
-      "a" + std::to_string(place.width / 2) + " " + std::to_string(place.height / 2) + " 0 1 0 ";
-  const std::string width = std::to_string(place.width / 2 * 2);
-  return "M" + std::to_string(place.left) + " " + std::to_string(place.top + place.height / 2) +
-         radii + width + " 0" + radii + "-" + width + " 0z";
-}
-
-// Fills as the brush says, and draws the outline as the pen does.
-void Paint(Element& element, const DrawingState& state, bool hasOutline) {
-  element.With("fill", state.brush ? ColorText(*state.brush) : "none");
-  if (hasOutline && state.pen) {
-    element.With("stroke", ColorText(state.pen->color)).With("stroke-width", state.pen->width);
+  const Rect rect = OnDevice(mapping, RectOf(operation));
+  const std::string left = Number(rect.left);
+  const std::string right = Number(rect.right);
+  if (operation.call == DrawingCall::kRectangle) {
+    const std::string bottom = Number(rect.bottom);
+    return Join({"M", left, " ", Number(rect.top), "H", right, "V", bottom, "H", left, "Z"});
   }
+  const std::string middle = Number(rect.top + High(rect) / 2);
+  const std::string arc =
+      Join({"A", Number(Wide(rect) / 2), " ", Number(High(rect) / 2), " 0 1 0 "});
+  return Join({"M", left, " ", middle, arc, right, " ", middle, arc, left, " ", middle, "Z"});
 }
 
-// ---- Text and pictures --------------------------------------------------------------------------
-
-// A text hangs from its upper left corner, and turns round it. The format counts from the letters'
-// ground, which lies nine tenths of their height below.
-std::string TextElement(const DrawingOperation& text, std::uint32_t color) {
-  const LogFont& font = text.state.font;
-  const Point place = text.state.mapping.ToDevice(
-      {static_cast<std::int32_t>(text.numbers[0]), static_cast<std::int32_t>(text.numbers[1])});
-  Element element("text");
-  element.With("x", place.x).With("y", place.y).With("dy", "0.9em");
-  element.With("font-family", Escaped(font.lfFaceName)).With("font-size", std::abs(font.lfHeight));
-  if (font.lfWeight > 400) {
-    element.With("font-weight", "bold");
-  }
-  if (font.lfItalic != 0) {
-    element.With("font-style", "italic");
-  }
-  if (font.lfEscapement != 0) {
-    const std::int32_t tenths = (3600 - font.lfEscapement % 3600) % 3600;
-    element.With("transform", "rotate(" + std::to_string(tenths / 10) + "." +
-                                  std::to_string(tenths % 10) + " " + std::to_string(place.x) +
-                                  " " + std::to_string(place.y) + ")");
-  }
-  if ((text.numbers[2] & kTextRightToLeft) != 0) {
-    element.With("direction", "rtl").With("text-anchor", "end");
-  }
-  element.With("fill", ColorText(color)).With("xml:space", "preserve");
-  return element.Around(Escaped(text.text));
+std::string FilledRect(const Rect& rect, std::uint32_t color) {
+  return Join({"<rect", Attribute("x", rect.left), Attribute("y", rect.top),
+               Attribute("width", Wide(rect)), Attribute("height", High(rect)), Fill(color),
+               "/>\n"});
 }
 
-template <typename Number>
-void AppendNumber(std::vector<std::byte>& out, Number number) {
-  const auto bytes = std::as_bytes(std::span(&number, 1));
-  out.insert(out.end(), bytes.begin(), bytes.end());
-}
+// ---- The page -----------------------------------------------------------------------------------
 
-// The rows of a picture as a bitmap's file, BITMAPFILEHEADER and BITMAPINFOHEADER of wingdi.h.
-std::vector<std::byte> BitmapFile(const DrawingOperation& picture) {
-  constexpr std::uint16_t kMark = 0x4D42;  // "BM"
-  constexpr std::uint32_t kRows = 14 + sizeof(BitmapInfoHeader);
-  const auto size = static_cast<std::uint32_t>(picture.bytes.size());
-  BitmapInfoHeader header = {};
-  header.biSize = sizeof(header);
-  header.biWidth = picture.picture.width;
-  header.biHeight = picture.picture.height;
-  header.biPlanes = 1;
-  header.biBitCount = 8 * kPixelBytes;
-  header.biSizeImage = size;
-  std::vector<std::byte> file;
-  AppendNumber(file, kMark);
-  AppendNumber(file, kRows + size);
-  AppendNumber(file, std::uint32_t{0});
-  AppendNumber(file, kRows);
-  AppendNumber(file, header);
-  file.insert(file.end(), picture.bytes.begin(), picture.bytes.end());
-  return file;
-}
-
-// A picture is placed whole within a window of its own, which shows the part that was asked for.
-std::string PictureElement(const DrawingOperation& picture) {
-  const auto number = [&](std::size_t i) { return static_cast<std::int32_t>(picture.numbers[i]); };
-  const Box place = OnDevice(picture.state.mapping, {number(0), number(1)},
-                             {number(0) + number(2), number(1) + number(3)});
-  const std::int64_t height = std::abs(std::int64_t{picture.picture.height});
-  // Rows that lie last row first are counted from there.
-  const std::int64_t top =
-      picture.picture.height > 0 ? height - number(5) - number(7) : std::int64_t{number(5)};
-  Element window("svg");
-  window.With("x", place.left).With("y", place.top);
-  window.With("width", place.width).With("height", place.height);
-  window.With("viewBox", std::to_string(number(4)) + " " + std::to_string(top) + " " +
-                             std::to_string(number(6)) + " " + std::to_string(number(7)));
-  window.With("preserveAspectRatio", "none");
-  if (static_cast<std::uint32_t>(picture.numbers[8]) == kRasterAnd) {
-    window.With("style", "mix-blend-mode:multiply");
-  }
-  Element image("image");
-  image.With("width", picture.picture.width).With("height", height);
-  image.With("href", "data:image/bmp;base64," + Base64(BitmapFile(picture)));
-  return window.Around(image.Closed());
-}
-
-// ---- Pages --------------------------------------------------------------------------------------
-
-// Goes through a page's operations. What stands between the ends of a path waits for its filling.
 class Page {
  public:
-  void Add(const DrawingOperation& operation) {
-    switch (operation.call) {
-      case DrawingCall::kBeginPath:
-        ClearPath();
-        isInPath_ = true;
-        break;
-      case DrawingCall::kEndPath:
-        isInPath_ = false;
-        break;
-      case DrawingCall::kFillPath:
-        FillPath(operation.state);
-        break;
-      case DrawingCall::kExtTextOutW:
-        AddText(operation);
-        break;
-      case DrawingCall::kEllipse:
-        AddShape(operation, EllipsePath(operation));
-        break;
-      case DrawingCall::kPolygon:
-        AddShape(operation, PolygonPath(operation));
-        break;
-      case DrawingCall::kRectangle:
-        AddRectangle(operation, true);
-        break;
-      case DrawingCall::kFillRect:
-        AddRectangle(operation, false);
-        break;
-      case DrawingCall::kStretchDIBits:
-        text_ += PictureElement(operation);
-        break;
-      default:
-        break;
-    }
-  }
-  const std::string& text() const { return text_; }
+  explicit Page(const TextMeasure& measure) : measure_(measure) {}
+
+  void Draw(const DrawingOperation& operation);
+  std::string Take() { return std::move(out_); }
 
  private:
-  void ClearPath() {
-    path_.clear();
-    pathTexts_.clear();
-  }
+  void DrawShape(const DrawingOperation& operation);
+  void DrawText(const DrawingOperation& operation);
+  void DrawPicture(const DrawingOperation& operation);
+  void FillPath(const DrawingState& state);
+  std::string TextElement(const DrawingOperation& operation, std::optional<std::uint32_t> color);
 
-  void FillPath(const DrawingState& state) {
-    if (state.brush && !path_.empty()) {
-      const bool isAlternate = state.polyFillMode == kFillAlternate;
-      text_ += Element("path")
-                   .With("d", path_)
-                   .With("fill", ColorText(*state.brush))
-                   .With("fill-rule", isAlternate ? "evenodd" : "nonzero")
-                   .Closed();
-    }
-    for (const DrawingOperation& text : pathTexts_) {
-      text_ += state.brush ? TextElement(text, *state.brush) : std::string();
-    }
-    ClearPath();
-  }
-
-  void AddText(const DrawingOperation& operation) {
-    if (isInPath_) {
-      pathTexts_.push_back(operation);
-    } else {
-      text_ += TextElement(operation, operation.state.textColor);
-    }
-  }
-
-  void AddShape(const DrawingOperation& operation, const std::string& path) {
-    if (isInPath_) {
-      path_ += path;
-      return;
-    }
-    Element element("path");
-    element.With("d", path);
-    Paint(element, operation.state, true);
-    text_ += element.Closed();
-  }
-
-  void AddRectangle(const DrawingOperation& operation, bool hasOutline) {
-    const Box place = PlaceOf(operation);
-    Element element("rect");
-    element.With("x", place.left).With("y", place.top);
-    element.With("width", place.width).With("height", place.height);
-    DrawingState state = operation.state;
-    if (!hasOutline) {  // the brush came with the call
-      const std::int64_t color = operation.numbers[4];
-      state.brush = color < 0 ? std::nullopt : std::optional(static_cast<std::uint32_t>(color));
-    }
-    Paint(element, state, hasOutline);
-    text_ += element.Closed();
-  }
-
-  std::string text_;
-  std::string path_;
-  std::vector<DrawingOperation> pathTexts_;
-  bool isInPath_ = false;
+  const TextMeasure& measure_;
+  std::string out_;
+  std::vector<DrawingOperation> path_;
+  bool isPathOpen_ = false;
 };
 
-std::string Inches(std::int32_t pixels, std::int32_t dotsPerInch) {
-  const std::int32_t thousandths =
-      static_cast<std::int32_t>(std::int64_t{pixels} * 1000 / std::max(dotsPerInch, 1));
-  std::string fraction = std::to_string(thousandths % 1000);
-  fraction.insert(0, 3 - fraction.size(), '0');
-  return std::to_string(thousandths / 1000) + "." + fraction + "in";
+void Page::Draw(const DrawingOperation& operation) {
+  switch (operation.call) {
+    case DrawingCall::kBeginPath:
+      path_.clear();
+      isPathOpen_ = true;
+      break;
+    case DrawingCall::kEndPath:
+      isPathOpen_ = false;
+      break;
+    case DrawingCall::kFillPath:
+      FillPath(operation.state);
+      break;
+    case DrawingCall::kEllipse:
+    case DrawingCall::kPolygon:
+    case DrawingCall::kRectangle:
+    case DrawingCall::kExtTextOutW:
+      if (isPathOpen_) {
+        path_.push_back(operation);
+      } else if (operation.call == DrawingCall::kExtTextOutW) {
+        DrawText(operation);
+      } else {
+        DrawShape(operation);
+      }
+      break;
+    case DrawingCall::kFillRect:
+      if (operation.numbers.at(4) >= 0) {
+        out_ += FilledRect(OnDevice(operation.state.mapping, RectOf(operation)),
+                           static_cast<std::uint32_t>(operation.numbers[4]));
+      }
+      break;
+    case DrawingCall::kStretchDIBits:
+      DrawPicture(operation);
+      break;
+    default:
+      break;  // what drawing goes by comes with each operation; escapes draw nothing
+  }
+}
+
+void Page::DrawShape(const DrawingOperation& operation) {
+  const std::optional<DrawingPen>& pen = operation.state.pen;
+  out_ += Join({"<path", Attribute("d", Outline(operation)), Fill(operation.state.brush)});
+  if (operation.state.polyFillMode == kFillAlternate) {
+    out_ += Attribute("fill-rule", "evenodd");
+  }
+  if (pen) {
+    out_ += Join({Attribute("stroke", Color(pen->color)), Attribute("stroke-width", pen->width)});
+  }
+  out_ += "/>\n";
+}
+
+// All shapes of the path in one outline, then its texts.
+void Page::FillPath(const DrawingState& state) {
+  const std::vector<DrawingOperation> path = std::exchange(path_, {});
+  isPathOpen_ = false;
+  if (!state.brush) {
+    return;
+  }
+  std::string outlines;
+  std::string texts;
+  for (const DrawingOperation& part : path) {
+    if (part.call == DrawingCall::kExtTextOutW) {
+      texts += TextElement(part, state.brush);
+    } else {
+      outlines += Outline(part);
+    }
+  }
+  if (!outlines.empty()) {
+    const bool isAlternate = state.polyFillMode == kFillAlternate;
+    out_ += Join({"<path", Attribute("d", outlines), Fill(state.brush),
+                  Attribute("fill-rule", isAlternate ? "evenodd" : "nonzero"), "/>\n"});
+  }
+  out_ += texts;
+}
+
+void Page::DrawText(const DrawingOperation& operation) {
+  const auto options = static_cast<std::uint32_t>(operation.numbers.at(2));
+  if (operation.place && (options & kTextOpaque) != 0) {
+    out_ += FilledRect(OnDevice(operation.state.mapping, *operation.place),
+                       operation.state.backgroundColor);
+  }
+  out_ += TextElement(operation, operation.state.textColor);
+}
+
+// Of a font's cell, as the usual faces have it: above the line, and all of it, to the size of the
+// letters.
+constexpr double kAscent = 0.905;
+constexpr double kCell = 1.117;
+
+// The letters' size in the device's pixels.
+double LetterSize(const DrawingState& state) {
+  constexpr double kUsual = 16;
+  const DrawingMapping& mapping = state.mapping;
+  const double height = std::abs(static_cast<double>(mapping.ToDevice({0, state.font.lfHeight}).y) -
+                                 mapping.ToDevice({0, 0}).y);
+  return height == 0 ? kUsual : height / (state.font.lfHeight > 0 ? kCell : 1);
+}
+
+std::string FontAttributes(const LogFont& font, double size) {
+  constexpr std::int32_t kHeaviest = 1000;
+  std::u16string face(font.lfFaceName,
+                      std::find(font.lfFaceName, font.lfFaceName + kFaceNameUnits, u'\0'));
+  std::erase(face, u'\'');
+  std::string out = Attribute(
+      "font-family", face.empty() ? "sans-serif" : Join({"'", Escaped(face), "', sans-serif"}));
+  out += Attribute("font-size", size);
+  if (font.lfWeight > 0) {
+    out += Attribute("font-weight", std::min(font.lfWeight, kHeaviest));
+  }
+  if (font.lfItalic != 0) {
+    out += Attribute("font-style", "italic");
+  }
+  if (font.lfUnderline != 0 || font.lfStrikeOut != 0) {
+    const bool isBoth = font.lfUnderline != 0 && font.lfStrikeOut != 0;
+    out += Attribute("text-decoration",
+                     Join({font.lfUnderline != 0 ? "underline" : "", isBoth ? " " : "",
+                           font.lfStrikeOut != 0 ? "line-through" : ""}));
+  }
+  return out;
+}
+
+// TA_... of wingdi.h: where a text's own point lies in it.
+constexpr std::uint32_t kAlignRight = 2;
+constexpr std::uint32_t kAlignCenter = 6;
+constexpr std::uint32_t kAlignBottom = 8;
+constexpr std::uint32_t kAlignBaseline = 24;
+
+double DownToTheLine(std::uint32_t align, double size) {
+  switch (align & kAlignBaseline) {
+    case kAlignBaseline:
+      return 0;
+    case kAlignBottom:
+      return (kAscent - kCell) * size;
+    default:
+      return kAscent * size;
+  }
+}
+
+// A text that runs from the right begins at its right end, wherever its own point lies.
+std::string Anchor(std::uint32_t align, bool fromTheRight) {
+  const std::uint32_t across = align & kAlignCenter;
+  if (across == kAlignCenter) {
+    return Attribute("text-anchor", "middle");
+  }
+  return (across == kAlignRight) != fromTheRight ? Attribute("text-anchor", "end") : "";
+}
+
+std::string Page::TextElement(const DrawingOperation& operation,
+                              std::optional<std::uint32_t> color) {
+  if (operation.text.empty()) {
+    return {};
+  }
+  const DrawingState& state = operation.state;
+  const auto at = [&](std::size_t index) {
+    return static_cast<std::int32_t>(operation.numbers.at(index));
+  };
+  const Point place = state.mapping.ToDevice({at(0), at(1)});
+  const bool fromTheRight = (static_cast<std::uint32_t>(at(2)) & kTextRightToLeft) != 0;
+  const double size = LetterSize(state);
+  std::string length;
+  if (measure_) {
+    const Size measured = measure_(state.font, operation.text);
+    if (measured.width > 0) {
+      length = Join(
+          {Attribute("textLength", measured.width), Attribute("lengthAdjust", "spacingAndGlyphs")});
+    }
+  }
+  std::string turn = Join({"translate(", Number(place.x), " ", Number(place.y), ")"});
+  if (state.font.lfEscapement != 0) {
+    turn += Join({" rotate(", Number(-state.font.lfEscapement / 10.0), ")"});
+  }
+  return Join(
+      {"<text", Attribute("transform", turn), Attribute("y", DownToTheLine(state.textAlign, size)),
+       FontAttributes(state.font, size), Anchor(state.textAlign, fromTheRight),
+       fromTheRight ? Attribute("direction", "rtl") : "", length,
+       Attribute("xml:space", "preserve"), Fill(color), ">", Escaped(operation.text), "</text>\n"});
+}
+
+// ---- Pictures -----------------------------------------------------------------------------------
+
+// One side of a copy: the pixels that are there, and where they go.
+struct Side {
+  std::int32_t first;
+  std::int32_t count;
+  double start;   // on the device
+  double length;  // below 0 where the picture is turned
+};
+
+// Takes a stretch of a picture of `size` pixels to a stretch of the device.
+std::optional<Side> SideOf(std::int64_t from, std::int64_t fromLength, std::int32_t size, double to,
+                           double toLength) {
+  const std::int64_t low = std::min(from, from + fromLength);
+  const std::int64_t high = std::max(from, from + fromLength);
+  const std::int64_t first = std::max<std::int64_t>(low, 0);
+  const std::int64_t end = std::min<std::int64_t>(high, size);
+  if (first >= end || toLength == 0) {
+    return std::nullopt;
+  }
+  const double step = toLength / static_cast<double>(fromLength);
+  return Side{static_cast<std::int32_t>(first), static_cast<std::int32_t>(end - first),
+              to + static_cast<double>(first - from) * step,
+              static_cast<double>(end - first) * step};
+}
+
+void Page::DrawPicture(const DrawingOperation& operation) {
+  const auto& numbers = operation.numbers;
+  const DrawingMapping& mapping = operation.state.mapping;
+  const auto at = [&](std::size_t index) { return static_cast<std::int32_t>(numbers.at(index)); };
+  const Point start = mapping.ToDevice({at(0), at(1)});
+  const Point end = mapping.ToDevice({at(0) + at(2), at(1) + at(3)});
+  const bool lastRowFirst = operation.picture.height > 0;
+  const std::int32_t height = std::abs(operation.picture.height);
+  // Rows are counted as they lie in memory: from the bottom where the last one comes first.
+  const std::int64_t top =
+      lastRowFirst ? std::int64_t{height} - numbers.at(5) - numbers.at(7) : numbers.at(5);
+  const auto across = SideOf(numbers.at(4), numbers.at(6), operation.picture.width, start.x,
+                             static_cast<double>(end.x) - start.x);
+  const auto down =
+      SideOf(top, numbers.at(7), height, start.y, static_cast<double>(end.y) - start.y);
+  if (!across || !down) {
+    return;
+  }
+  BitmapInfoHeader form = {};
+  form.biWidth = operation.picture.width;
+  form.biHeight = operation.picture.height;
+  Surface pixels(across->count, down->count);
+  CopyPixels(pixels, RowsOf(operation.bytes.data(), form),
+             {.toX = {0, across->count},
+              .toY = {0, down->count},
+              .fromX = {across->first, across->count},
+              .fromY = {down->first, down->count},
+              .sampling = Sampling::kOneOf});
+  const bool multiplies = numbers.at(8) == kRasterAnd;
+  const std::string place =
+      Join({"translate(", Number(across->start), " ", Number(down->start), ") scale(",
+            across->length < 0 ? "-1" : "1", down->length < 0 ? " -1)" : " 1)"});
+  out_ +=
+      Join({"<image", Attribute("transform", place), Attribute("width", std::abs(across->length)),
+            Attribute("height", std::abs(down->length)), Attribute("preserveAspectRatio", "none"),
+            Attribute("style", multiplies ? "image-rendering:pixelated;mix-blend-mode:multiply"
+                                          : "image-rendering:pixelated"),
+            Attribute("href", Join({"data:image/png;base64,", Base64(WritePng(pixels))})), "/>\n"});
 }
 
 }  // namespace
 
-std::string SvgPage(const PrinterDevice& device, std::span<const DrawingOperation> operations) {
-  Page page;
-  for (const DrawingOperation& operation : operations) {
-    page.Add(operation);
+std::string DrawSvg(const PrinterDevice& device, const TextMeasure& measure) {
+  constexpr double kMillimetres = 25.4;  // in an inch
+  Page page(measure);
+  for (const DrawingOperation& operation : device.operations) {
+    page.Draw(operation);
   }
-  const auto [width, height] = device.page;
-  Element document("svg");
-  document.With("xmlns", "http://www.w3.org/2000/svg");
-  document.With("width", Inches(width, device.dotsPerInch));
-  document.With("height", Inches(height, device.dotsPerInch));
-  document.With("viewBox", "0 0 " + std::to_string(width) + " " + std::to_string(height));
-  const std::string ground =
-      Element("rect").With("width", width).With("height", height).With("fill", "#ffffff").Closed();
-  return document.Around("\n" + ground + page.text());
+  const auto length = [&device](std::int32_t pixels) {
+    return Number(pixels * kMillimetres / std::max(device.dotsPerInch, 1)) + "mm";
+  };
+  const std::string width = Number(device.page.width);
+  const std::string height = Number(device.page.height);
+  const std::string whole = Join({"<rect", Attribute("width", width), Attribute("height", height)});
+  return Join({"<svg", Attribute("xmlns", "http://www.w3.org/2000/svg"),
+               Attribute("viewBox", Join({"0 0 ", width, " ", height})),
+               Attribute("width", length(device.page.width)),
+               Attribute("height", length(device.page.height)), ">\n<clipPath",
+               Attribute("id", "page"), ">", whole, "/></clipPath>\n<g",
+               Attribute("clip-path", "url(#page)"), ">\n", whole, Fill(0xFFFFFF), "/>\n",
+               page.Take(), "</g>\n</svg>\n"});
 }
 
 }  // namespace ostrel::headless

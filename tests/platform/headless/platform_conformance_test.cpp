@@ -1,6 +1,8 @@
-// The in-memory platform under the suite that the real one passes too.
+// The in-memory platform under the suites that the real one passes too.
 #include "conformance/platform_conformance.h"
 
+#include "conformance/computer_conformance.h"
+#include "conformance/drawing_conformance.h"
 #include "support/test_world.h"
 
 #include <string>
@@ -14,6 +16,7 @@ class HeadlessHost {
   std::u16string printerName() { return test::kPrinterName; }
   std::u16string driverName() { return test::kDriverName; }
   std::u16string languageLibrary() { return test::kEnglishLibraryPath; }
+  std::u16string knownFont() { return u"arial"; }
   std::u16string newFile() { return u"conformance.bin"; }
   std::u16string newFolder() { return u"C:\\conformance"; }
 
@@ -22,6 +25,8 @@ class HeadlessHost {
 };
 
 INSTANTIATE_TYPED_TEST_SUITE_P(Headless, PlatformConformance, HeadlessHost);
+INSTANTIATE_TYPED_TEST_SUITE_P(Headless, DrawingConformance, HeadlessHost);
+INSTANTIATE_TYPED_TEST_SUITE_P(Headless, ComputerConformance, HeadlessHost);
 
 }  // namespace
 }  // namespace ostrel
