@@ -91,9 +91,9 @@ inline constexpr FactoryWatermarks kFactoryWatermarkRecords = [] {
   return records;
 }();
 
-// Gives a field of such a record its text in the user's language, cut at `mostCharacters`, while it
-// still holds the untranslated word: a later language in the same process keeps the first one's
-// text. Without a text in the library the word stays, until a library has it.
+// Gives a field of such a record its text in the user's language, cut at `mostCharacters` (32 at
+// most), while it still holds the untranslated word: a later language in the same process keeps the
+// first one's text. Without a text in the library the word stays, until a library has it.
 void TranslateFactoryText(std::span<char16_t> field, std::u16string_view untranslated,
                           ModuleHandle module, std::uint32_t stringId, std::size_t mostCharacters);
 

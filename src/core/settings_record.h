@@ -58,20 +58,20 @@ struct WatermarkData {
   char16_t PageWMText[65];         // 70; the text printed, at most 64 characters
   char16_t PageWMTypeface[32];     // 200; font family, at most 31 characters
   char16_t PageWMFileName[260];    // 264; image file, for the image type only
-  std::int16_t PageWMSize;         // 784; points, 6..600
+  std::int16_t PageWMSize;         // 784; points, 6..600, else 72
   std::int16_t PageWMBold;         // 786; 0, 1
   std::int16_t PageWMItalic;       // 788; 0, 1
-  std::int16_t PageWMTransparent;  // 790; 1 draws through, 0 opaque
+  std::int16_t PageWMTransparent;  // 790; 0, 1; 1 draws through, 0 is opaque
   std::int16_t PageWMBorder;       // 792; frame around the text, 0..2
   std::int16_t PageWMAngle;        // 794; degrees, -90..90
   std::int16_t PageWMScale;        // 796; percent, image type, 0..1000
   std::int16_t PageWMPosition;     // 798; 0..10, 5 centre, 10 by the offsets below
-  std::int16_t PageWMRepeat;       // 800; 1 repeats over the page
-  std::int16_t WMFontChosen;       // 802; 1 when the user picked a typeface; read by nothing
-  std::uint32_t PageWMColor;       // 804; bytes red, green, blue, 0..0xFFFFFF
+  std::int16_t PageWMRepeat;       // 800; 0, 1; 1 repeats over the page
+  std::int16_t WMFontChosen;       // 802; 0; 1 when the user picked a typeface; read by nothing
+  std::uint32_t PageWMColor;       // 804; bytes red, green, blue, 0..0xFFFFFF, else 13311
   std::int16_t WMReserved;         // 808; 0..7
-  std::int16_t WMOffsetX;          // 810; percent of the page
-  std::int16_t WMOffsetY;          // 812; percent of the page
+  std::int16_t WMOffsetX;          // 810; percent of the page, 0..100
+  std::int16_t WMOffsetY;          // 812; percent of the page, 0..100
   std::int16_t WMGrayLevel;        // 814; 0..4
   std::int16_t WMStampOn;          // 816; 0, 1; 1 adds the items below to the text
   std::int16_t WMStampDate;        // 818; 0, 1; current date
@@ -79,7 +79,7 @@ struct WatermarkData {
   std::int16_t WMStampPage;        // 822; 0, 1; page number
   char16_t WMStampFormat[260];     // 824; text of the page number item
   std::int16_t WMStampComputer;    // 1344; 0, 1; computer name
-  std::int16_t WMStampUser;        // 1346; 0, 1; user name
+  std::int16_t WMStampUser;        // 1346; 0, 1; user name, at most 20 characters
 };
 static_assert(sizeof(WatermarkData) == 1348);
 static_assert(offsetof(WatermarkData, PageWMIndex) == 0);

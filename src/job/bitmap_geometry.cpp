@@ -1,7 +1,5 @@
 #include "job/bitmap_geometry.h"
 
-#include "job/watermark_geometry.h"
-
 #include <algorithm>
 #include <iterator>
 
@@ -121,12 +119,6 @@ std::int64_t TimesOnPage(std::int64_t pagePixels, float tile) {
 
 }  // namespace
 
-Rect PlatformRect(std::int64_t left, std::int64_t top, std::int64_t width, std::int64_t height) {
-  const std::int32_t x = Coordinate(left);
-  const std::int32_t y = Coordinate(top);
-  return {x, y, x + Coordinate(width), y + Coordinate(height)};
-}
-
 void FitBitmapRect(Rect& place, Rect& from, const WatermarkData& record) {
   const double longerSide = LongerSide(place);
   const float width = FittedLength(Across(from), longerSide, record.PageWMScale);
@@ -170,17 +162,12 @@ BitmapDrawing BitmapDrawingAt(std::int16_t position, const Rect& page, Size bitm
 
 BitmapTiles BitmapTilesOf(const Rect& page, Size bitmap, const WatermarkData& record) {
   const double longerSide = LongerSide(page);
-  BitmapTiles tiles = {.width = TileLength(bitmap.width, longerSide, record.PageWMSize),
-                       .height = TileLength(bitmap.height, longerSide, record.PageWMSize),
-                       .columns = 1,
-                       .rows = 1};
-  const std::int64_t columns = TimesOnPage(Across(page).Length(), tiles.width);
-  const std::int64_t rows = TimesOnPage(Down(page).Length(), tiles.height);
-  if (columns <= kMostTiles && rows <= kMostTiles && columns * rows <= kMostTiles) {
-    tiles.columns = columns;
-    tiles.rows = rows;
-  }
-  return tiles;
+  const float width = TileLength(bitmap.width, longerSide, record.PageWMSize);
+  const float height = TileLength(bitmap.height, longerSide, record.PageWMSize);
+  return {.width = width,
+          .height = height,
+          .count = CappedTiles(TimesOnPage(Across(page).Length(), width),
+                               TimesOnPage(Down(page).Length(), height))};
 }
 
 }  // namespace ostrel

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "core/settings_record.h"
+#include "job/watermark_geometry.h"
 #include "platform/window_types.h"
 
 #include <cstdint>
@@ -33,14 +34,10 @@ BitmapDrawing BitmapDrawingAt(std::int16_t position, const Rect& page, Size bitm
 struct BitmapTiles {
   float width;
   float height;
-  std::int64_t columns;
-  std::int64_t rows;
+  TileCount count;
 
-  bool IsSingle() const { return columns == 1 && rows == 1; }
+  bool IsSingle() const { return count.columns == 1 && count.rows == 1; }
 };
 BitmapTiles BitmapTilesOf(const Rect& page, Size bitmap, const WatermarkData& record);
-
-// A rectangle of the platform's; what is beyond any page is held at its edge.
-Rect PlatformRect(std::int64_t left, std::int64_t top, std::int64_t width, std::int64_t height);
 
 }  // namespace ostrel

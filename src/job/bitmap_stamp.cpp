@@ -73,8 +73,8 @@ void DrawTiles(DeviceContext hdc, const Rect& page, const BitmapPixels& pixels,
       PlatformRect(page.left, page.top, Cut(tiles.width), Cut(tiles.height)),
       {0, 0, pixels.size().width, pixels.size().height}};
   TileRegion tile = {};
-  for (std::int64_t column = 0; column < tiles.columns; ++column) {
-    for (std::int64_t row = 0; row < tiles.rows; ++row) {
+  for (std::int64_t column = 0; column < tiles.count.columns; ++column) {
+    for (std::int64_t row = 0; row < tiles.count.rows; ++row) {
       tile.Column = Coordinate(column);
       tile.Row = Coordinate(row);
       tile.ImageOffsetX = Coordinate(Cut(static_cast<double>(column) * double{tiles.width}));

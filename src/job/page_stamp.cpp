@@ -74,15 +74,18 @@ Size Measured(DeviceContext hdc, const StampText& text) {
   return size;
 }
 
-// Render drivers don't take tiles that are larger. Result: whether the text was too long.
-bool ShortenToTile(DeviceContext hdc, StampText& text, Size& measured) {
+// Render drivers don't take tiles that are larger. Result: whether the text was too large, also one
+// that stays so because there is nothing left to drop.
+bool CutToTile(DeviceContext hdc, StampText& text, Size& measured) {
   constexpr std::int32_t kLongest = 24000;
-  bool isShortened = false;
-  while ((measured.width > kLongest || measured.height > kLongest) && text.Shorten()) {
-    isShortened = true;
+  const auto isTooLarge = [&measured] {
+    return measured.width > kLongest || measured.height > kLongest;
+  };
+  const bool isCut = isTooLarge();
+  while (isTooLarge() && text.Shorten()) {
     measured = Measured(hdc, text);
   }
-  return isShortened;
+  return isCut;
 }
 
 GdiObject MakeShadeBrush(const WatermarkData& record) {
@@ -167,11 +170,11 @@ void DrawTile(const TextStamp& stamp, const TileRegion* textTile, const TileRegi
   }
 }
 
-void DrawTiles(const TextStamp& stamp, const StampShape& shape, const StampPlaces& places,
+void DrawTiles(const TextStamp& stamp, const StampShape& shape, TileCount tiles,
                LentObject& brush) {
   Blackening blackening(brush);
-  for (std::int64_t column = 0; column < places.columns; ++column) {
-    for (std::int64_t row = 0; row < places.rows; ++row) {
+  for (std::int64_t column = 0; column < tiles.columns; ++column) {
+    for (std::int64_t row = 0; row < tiles.rows; ++row) {
       const TileRegion textTile = TextTile(shape, column, row);
       const TileRegion frameTile = FrameTile(shape, column, row);
       DrawTile(stamp, &textTile, stamp.frame == StampFrame::kNone ? nullptr : &frameTile,
@@ -219,8 +222,8 @@ void DrawTextStamp(BorrowedContext& context, const Rect& page, const WatermarkDa
   context.states.SetBkColor(kWhite);
   context.states.SetTextColor(record.PageWMColor);
   Size measured = Measured(hdc, text);
-  const bool isShortened = record.PageWMRepeat != 0 && ShortenToTile(hdc, text, measured);
-  if (isShortened && pageState == kMovesText) {
+  const bool isCut = record.PageWMRepeat != 0 && CutToTile(hdc, text, measured);
+  if (isCut && pageState == kMovesText) {
     text.MoveLeft();
   }
 
@@ -229,14 +232,14 @@ void DrawTextStamp(BorrowedContext& context, const Rect& page, const WatermarkDa
   const StampPlaces places = PlacesOf(record, angle, shape, extent);
   TextStamp stamp = StampAt(context, page, record, angle, shape, places.anchor);
   stamp.text = text.view();
-  if (isShortened) {
+  if (isCut) {
     stamp.origin = {0, 0};
   }
   if (!context.brush.Select(MakeShadeBrush(record))) {
     return;
   }
   if (record.PageWMRepeat != 0) {
-    DrawTiles(stamp, shape, places, context.brush);
+    DrawTiles(stamp, shape, places.tiles, context.brush);
   } else {
     Blackening blackening(context.brush);
     DrawTile(stamp, nullptr, nullptr, blackening);

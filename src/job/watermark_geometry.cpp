@@ -181,6 +181,12 @@ std::int32_t Coordinate(std::int64_t number) {
   return static_cast<std::int32_t>(std::clamp(number, -kFarthest, kFarthest));
 }
 
+Rect PlatformRect(std::int64_t left, std::int64_t top, std::int64_t width, std::int64_t height) {
+  const std::int32_t x = Coordinate(left);
+  const std::int32_t y = Coordinate(top);
+  return {x, y, x + Coordinate(width), y + Coordinate(height)};
+}
+
 // ---- The text -----------------------------------------------------------------------------------
 
 std::int32_t StampHeight(std::int16_t sizePoints, double scale) {
@@ -284,27 +290,24 @@ StampShape ShapeOf(const WatermarkData& record, const StampAngle& angle, Size me
 
 // ---- Places -------------------------------------------------------------------------------------
 
+TileCount CappedTiles(std::int64_t columns, std::int64_t rows) {
+  const bool areTooMany = columns > kMostTiles || rows > kMostTiles || columns * rows > kMostTiles;
+  return areTooMany ? TileCount{} : TileCount{columns, rows};
+}
+
 StampPlaces PlacesOf(const WatermarkData& record, const StampAngle& angle, const StampShape& shape,
                      const StampExtent& page) {
   const StampExtent& cell = shape.cell;
   if (record.PageWMRepeat != 0) {
-    StampPlaces places = {
-        .anchor = {2 * shape.margin + (angle.IsTurned() ? cell.width : 0), shape.margin},
-        .columns = TimesOnPage(page.width, cell.width),
-        .rows = TimesOnPage(page.height, cell.height)};
-    if (places.columns > kMostTiles || places.rows > kMostTiles ||
-        places.columns * places.rows > kMostTiles) {
-      places.columns = 1;
-      places.rows = 1;
-    }
-    return places;
+    return {.anchor = {2 * shape.margin + (angle.IsTurned() ? cell.width : 0), shape.margin},
+            .tiles = CappedTiles(TimesOnPage(page.width, cell.width),
+                                 TimesOnPage(page.height, cell.height))};
   }
   const auto* found = std::ranges::find(kAnchors, record.PageWMPosition, &AnchorRow::position);
   const AnchorRow& row = found == std::end(kAnchors) ? kCentred : *found;
   return {.anchor = {AnchorX(row, angle.IsTurned(), shape.margin, cell.width, page.width),
                      AnchorY(row, shape.margin, cell.height, page.height)},
-          .columns = 1,
-          .rows = 1};
+          .tiles = {}};
 }
 
 PagePoint TextOrigin(const StampAngle& angle, const StampShape& shape, PagePoint anchor,

@@ -22,12 +22,15 @@ inline constexpr std::int64_t kFarthest = 0x3FFFFFFF;
 
 // The whole part of a number, held within kFarthest; 0 for what is no number.
 std::int64_t Cut(double number);
-// The nearest whole number of one that isn't negative, as 0.5 more and the cut make it.
+// 0.5 more, and the cut: the nearest whole number of one that isn't negative. Below zero the cut
+// goes the other way, so that -2.0 gives -1.
 inline std::int64_t CutRounded(double number) {
   return Cut(number + 0.5);
 }
 // What the platform takes as a coordinate or a length.
 std::int32_t Coordinate(std::int64_t number);
+// The same of a rectangle; its size stays what it is where its place is beyond any page.
+Rect PlatformRect(std::int64_t left, std::int64_t top, std::int64_t width, std::int64_t height);
 
 // A place. In 64 bits, so that sums of coordinates never overflow.
 struct PagePoint {
@@ -97,11 +100,18 @@ StampShape ShapeOf(const WatermarkData& record, const StampAngle& angle, Size me
 // read is that small.
 inline constexpr std::int64_t kMostTiles = 100'000;
 
+// How often a stamp stands beside itself and below itself.
+struct TileCount {
+  std::int64_t columns = 1;
+  std::int64_t rows = 1;
+};
+// These columns and rows, or one of each when they are more tiles than a page takes.
+TileCount CappedTiles(std::int64_t columns, std::int64_t rows);
+
 // The anchor is the upper left corner of the stamp's cell; of a turned text the upper right one.
 struct StampPlaces {
   PagePoint anchor;
-  std::int64_t columns;
-  std::int64_t rows;
+  TileCount tiles;
 };
 StampPlaces PlacesOf(const WatermarkData& record, const StampAngle& angle, const StampShape& shape,
                      const StampExtent& page);

@@ -134,18 +134,13 @@ struct Dialog {
   void Show(std::int32_t control, bool shown) const { ShowControl(window, control, shown); }
 };
 
-std::intptr_t SendTo(const DlgControl& control, std::uint32_t message, std::intptr_t place) {
-  return World().windows.SendMessageW(control.window(), message, static_cast<std::uintptr_t>(place),
-                                      0);
-}
-
 // ---- Showing the snapshot -----------------------------------------------------------------------
 
 // A place that the list doesn't have selects nothing: not every window system sees to that.
 void SelectSourceRow(const Dialog& dialog, std::int32_t place) {
   const DlgControl& combo = dialog.state.sourceCombo;
-  const bool listed = place < SendTo(combo, kCbGetCount, 0);
-  SendTo(combo, kCbSetCurSel, listed ? place : kCbErr);
+  const bool listed = place < combo.Send(kCbGetCount, 0, 0);
+  combo.Send(kCbSetCurSel, static_cast<std::uintptr_t>(listed ? place : kCbErr), 0);
 }
 
 bool IsSourceSelected(const Dialog& dialog) {
@@ -203,7 +198,7 @@ void ShowMedia(const Dialog& dialog) {
     }
   } else {
     dialog.state.mediaCombo.Enable(false);
-    SendTo(dialog.state.mediaCombo, kCbSetCurSel, 0);
+    dialog.state.mediaCombo.Send(kCbSetCurSel, 0, 0);
   }
   dialog.Show(kMediaIcon, !dialog.state.coverMediaFree);
 }

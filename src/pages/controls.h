@@ -39,11 +39,13 @@ class DlgControl {
   WindowHandle window() const { return window_; }
   WindowHandle dialog() const { return dialog_; }
 
+  // Sends the control's window a message.
+  std::intptr_t Send(std::uint32_t message, std::uintptr_t wParam, std::intptr_t lParam) const;
+
  protected:
   void EnableOwnWindow(bool enable) const;
   // Gives the control the focus. A control that isn't there takes it from no other.
   void Focus() const;
-  std::intptr_t Send(std::uint32_t message, std::uintptr_t wParam, std::intptr_t lParam) const;
 
  private:
   std::int32_t id_ = kNoControl;

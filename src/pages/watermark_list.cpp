@@ -5,27 +5,19 @@
 #include "watermark/watermark_record.h"
 
 namespace ostrel {
-namespace {
-
-std::intptr_t Send(const WatermarkPageState& state, std::uint32_t message, std::intptr_t wParam,
-                   std::intptr_t lParam) {
-  return World().windows.SendMessageW(state.list.window(), message,
-                                      static_cast<std::uintptr_t>(wParam), lParam);
-}
-
-}  // namespace
 
 void FillWatermarkList(const WatermarkPageState& state) {
+  InitSettingsFile();
   const WatermarkList list = ReadWatermarkList();
   const WatermarkOrder order = SortByIndex(list);
-  Send(state, kLbResetContent, 0, 0);
+  state.list.Send(kLbResetContent, 0, 0);
   std::intptr_t row = 0;
   for (const std::size_t place : order.all()) {
     const WatermarkData& record = list.records()[place];
-    std::array<char16_t, std::size(WatermarkData{}.PageWMName) + 1> name;
-    CopyText(name, FieldText(record.PageWMName));
-    if (Send(state, kLbInsertString, row, reinterpret_cast<std::intptr_t>(name.data())) == row) {
-      Send(state, kLbSetItemData, row, record.PageWMIndex);
+    const TerminatedName name = NameOf(record);
+    const auto at = static_cast<std::uintptr_t>(row);
+    if (state.list.Send(kLbInsertString, at, reinterpret_cast<std::intptr_t>(name.data())) == row) {
+      state.list.Send(kLbSetItemData, at, record.PageWMIndex);
       ++row;
     }
   }
@@ -34,20 +26,17 @@ void FillWatermarkList(const WatermarkPageState& state) {
 
 bool SelectWatermark(const WatermarkPageState& state, std::int16_t index) {
   const UIContext* context = PageContext(state.dialog);
-  if (context == nullptr) {
+  if (context == nullptr || state.list.window() == nullptr) {
     return false;
   }
   const WatermarkData inForce = WatermarkInForce(*context);
   const WatermarkList list = ReadWatermarkList();
-  for (std::size_t place = 0; place < list.count; ++place) {
-    const WatermarkData& record = list.records()[place];
-    if (list.isPresent[place] && record.PageWMIndex == index &&
-        FieldText(record.PageWMName) == FieldText(inForce.PageWMName)) {
-      Send(state, kLbSetCurSel, static_cast<std::intptr_t>(place), 0);
-      return true;
-    }
-  }
-  return false;
+  const std::size_t place = FindRecord(list, [&](const WatermarkData& record) {
+    return record.PageWMIndex == index &&
+           FieldText(record.PageWMName) == FieldText(inForce.PageWMName);
+  });
+  // What a list box can't do it answers by a negative number.
+  return place < list.count && state.list.Send(kLbSetCurSel, place, 0) >= 0;
 }
 
 }  // namespace ostrel

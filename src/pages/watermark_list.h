@@ -17,12 +17,12 @@ struct WatermarkPageState final : PageState {
   WindowHandle tooltip = nullptr;  // of icon 1465
 };
 
-// Fills the list box from the store, which is brought into the same order when it has another. A
-// row that can't be added is left out.
+// Fills the list box from the store, making the settings file first if need be. The store is
+// brought into the same order when it has another. A row that can't be added is left out.
 void FillWatermarkList(const WatermarkPageState& state);
 
 // Selects the row of the first stored watermark that has this id and bears the name of the one in
-// force in the page's record. Result: whether there is one.
+// force in the page's record. Result: whether it is selected; else the selection stays.
 bool SelectWatermark(const WatermarkPageState& state, std::int16_t index);
 
 }  // namespace ostrel

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <numeric>
+#include <utility>
 
 namespace ostrel {
 namespace {
@@ -16,18 +17,30 @@ std::span<const std::byte> BytesOf(const WatermarkData& record) {
   return std::as_bytes(std::span(&record, 1));
 }
 
-// A terminated copy; a field that is full to its end gives a name that the store refuses.
-using RecordName = std::array<char16_t, std::size(WatermarkData{}.PageWMName) + 1>;
-
-RecordName NameOf(const WatermarkData& record) {
-  RecordName name;
-  CopyText(name, FieldText(record.PageWMName));
-  return name;
+// Reads what is stored under a name: twice, since a file that can't be read just now has no record
+// either.
+bool ReadStored(const char16_t* name, WatermarkData& stored) {
+  const WatermarkStore store;
+  const std::span bytes = std::as_writable_bytes(std::span(&stored, 1));
+  return store.Read(name, bytes) || store.Read(name, bytes);
 }
 
 bool IsStored(const char16_t* name) {
   WatermarkData stored;
-  return WatermarkStore().Read(name, std::as_writable_bytes(std::span(&stored, 1)));
+  return ReadStored(name, stored);
+}
+
+// Deletes until no record of the name is left: a file that can't be written counts as written, and
+// one from elsewhere may have a second record of the name. Result: whether none is left.
+bool DeleteStored(const char16_t* name) {
+  constexpr int kTries = 3;
+  for (int tries = 0; tries < kTries; ++tries) {
+    WatermarkStore().Delete(name);
+    if (!IsStored(name)) {
+      return true;
+    }
+  }
+  return false;
 }
 
 void StoreFactoryRecords() {
@@ -49,16 +62,6 @@ bool IsTaken(const WatermarkList& list, std::u16string_view name) {
   return false;
 }
 
-// The first record that `matches`; `count` when none does.
-template <typename Matches>
-std::size_t FindRecord(const WatermarkList& list, Matches matches) {
-  std::size_t place = 0;
-  while (place < list.count && !(list.isPresent[place] && matches(list.records()[place]))) {
-    ++place;
-  }
-  return place;
-}
-
 // Saves those records of a list that are stored no more. Result: whether all were there.
 bool PutBackMissing(const WatermarkList& list, std::span<const std::size_t> places) {
   bool wereThere = true;
@@ -78,6 +81,19 @@ void EnsureStored(const WatermarkList& list, std::span<const std::size_t> places
   constexpr int kPasses = 3;
   for (int pass = 0; pass < kPasses && !PutBackMissing(list, places); ++pass) {
   }
+}
+
+// Drops each name that has come before. Result: how many are left.
+std::size_t DropRepeatedNames(NameList& names, std::size_t count) {
+  const auto textOf = [](const auto& row) { return FieldText(row); };
+  const auto rows = names.rows.begin();
+  auto kept = rows;
+  for (auto row = rows; row != rows + static_cast<std::ptrdiff_t>(count); ++row) {
+    if (std::ranges::find(rows, kept, FieldText(*row), textOf) == kept) {
+      *kept++ = *row;
+    }
+  }
+  return static_cast<std::size_t>(kept - rows);
 }
 
 WatermarkName FirstFreeName(const WatermarkList& list, std::u16string_view wanted) {
@@ -116,14 +132,20 @@ void LocaliseDefaults(const UIContext& context) {
 
 // ---- The collection -----------------------------------------------------------------------------
 
+TerminatedName NameOf(const WatermarkData& record) {
+  TerminatedName name;
+  CopyText(name, FieldText(record.PageWMName));
+  return name;
+}
+
 WatermarkList ReadWatermarkList() {
   const WatermarkStore store;
   WatermarkList list;
-  InitSettingsFile();
   // The names that are there count: a damaged file may announce any number. A file that can't be
   // read just now has none either, so "none" is believed when it is told twice.
   int count = store.List(list.names);
   if (count <= 0) {
+    InitSettingsFile();
     count = store.List(list.names);
   }
   if (count <= 0) {
@@ -133,7 +155,9 @@ WatermarkList ReadWatermarkList() {
   if (count <= 0) {
     return list;
   }
-  const auto found = static_cast<std::size_t>(count);
+  list.isWhole = count < static_cast<int>(NameList::kRows) ||
+                 store.Count() <= static_cast<int>(NameList::kRows);
+  const std::size_t found = DropRepeatedNames(list.names, static_cast<std::size_t>(count));
   list.block = HeapBlock<WatermarkData>(found * sizeof(WatermarkData));
   if (!list.block) {
     return list;
@@ -141,8 +165,9 @@ WatermarkList ReadWatermarkList() {
   list.count = found;
   const std::span records(list.block.get(), found);
   for (std::size_t place = 0; place < found; ++place) {
-    list.isPresent[place] =
-        store.Read(list.storedName(place), std::as_writable_bytes(records.subspan(place, 1)));
+    // The store would cut a longer name, and find the record of another one.
+    list.isPresent[place] = FieldText(list.names.rows[place]).size() < kStoreNameUnits &&
+                            ReadStored(list.storedName(place), records[place]);
   }
   return list;
 }
@@ -153,15 +178,23 @@ bool AddWatermark(const WatermarkData& record) {
 
 bool ReplaceWatermark(const WatermarkData& record) {
   const WatermarkList list = ReadWatermarkList();
+  if (list.count == 0) {
+    return false;  // added to what can't be read, it might stand beside the one before
+  }
   const std::size_t place = FindRecord(list, [&record](const WatermarkData& stored) {
     return stored.PageWMIndex == record.PageWMIndex;
   });
   if (place == list.count) {
     return AddWatermark(record);
   }
-  WatermarkStore().Delete(list.storedName(place));
-  if (AddWatermark(record) && IsStored(NameOf(record).data())) {
-    return true;
+  if (!DeleteStored(list.storedName(place))) {
+    return false;
+  }
+  if (AddWatermark(record)) {
+    if (IsStored(NameOf(record).data())) {
+      return true;
+    }
+    DeleteStored(NameOf(record).data());  // should it be there all the same
   }
   EnsureStored(list, SortByIndex(list).all());
   return false;
@@ -174,8 +207,14 @@ WatermarkOrder SortByIndex(const WatermarkList& list) {
   order.count = list.count;
   const auto places = std::span(order.places).first(order.count);
   std::iota(places.begin(), places.end(), std::size_t{0});
-  const auto isSmaller = [records = list.records()](std::size_t left, std::size_t right) {
-    return records[left].PageWMIndex < records[right].PageWMIndex;
+  if (!list.isWhole) {
+    return order;
+  }
+  const auto key = [&list](std::size_t place) {
+    return std::pair(list.isPresent[place], list.records()[place].PageWMIndex);
+  };
+  const auto isSmaller = [&key](std::size_t left, std::size_t right) {
+    return key(left) < key(right);
   };
   for (auto sorted = places.begin(); sorted != places.end(); ++sorted) {
     // The first of the smallest comes forward, and the others keep their order.

@@ -139,6 +139,16 @@ TEST(StampFailures, WithoutAFontOrABrush_NoTextIsDrawn) {
   }
 }
 
+TEST(StampFailures, WithoutBrushesOfAnyColour_OnlyShadesAreDrawn) {
+  for (const std::int16_t level : std::initializer_list<std::int16_t>{-1, 1}) {
+    StampScene scene;
+    scene.record.WMGrayLevel = level;
+    scene.world.platform.faults.FailOperation("CreateBrushIndirect");
+    scene.Stamp();
+    EXPECT_EQ(scene.Count(DrawingCall::kExtTextOutW), level < 0 ? 0U : 1U) << level;
+  }
+}
+
 TEST(StampFailures, EscapesThatAllFail_StopNothing) {
   StampScene scene;
   scene.record.PageWMRepeat = 1;
@@ -199,6 +209,22 @@ TEST_F(BitmapFiles, AGoodOne_IsDrawnWithItsPixels) {
   }
 }
 
+TEST_F(BitmapFiles, AreLoadedAsBitmapsLikeTheScreensAndReadInRowsOf24Bits) {
+  const headless::HeadlessGraphics& graphics = scene_.world.platform.graphics;
+  for (const Size size : {Size{3, 2}, Size{4, 5}, Size{5, 1}}) {
+    scene_.PutBitmap(size.width, size.height);
+    EXPECT_EQ(Draw(), 1);
+    EXPECT_EQ(graphics.lastLoadFlags, 0x50U);
+    ASSERT_TRUE(graphics.lastForm);
+    EXPECT_EQ(graphics.lastForm->biSize, 44U);
+    EXPECT_EQ(graphics.lastForm->biPlanes, 1);
+    EXPECT_EQ(graphics.lastForm->biBitCount, 24);
+    EXPECT_EQ(graphics.lastForm->biCompression, 0U);
+    const std::uint32_t rowBytes = size.width == 5 ? 16 : 12;
+    EXPECT_EQ(graphics.lastForm->biSizeImage, rowBytes * static_cast<std::uint32_t>(size.height));
+  }
+}
+
 TEST_F(BitmapFiles, OfWhichThereAreNone_GiveZero) {
   SetText(scene_.record.PageWMFileName, u"");
   EXPECT_EQ(Draw(), 0);
@@ -215,11 +241,15 @@ TEST_F(BitmapFiles, OfWhichThereAreNone_GiveZero) {
   }
 }
 
-TEST_F(BitmapFiles, CutAnywhere_DrawNothingOrTheirPixels) {
+// The platform fills up rows that a file lacks.
+TEST_F(BitmapFiles, CutAnywhere_DrawNothingOrAllTheirRows) {
+  constexpr std::size_t kHeaders = 14 + 40;
   const std::vector<std::byte> whole = BitmapFile(5, 4);
   for (std::size_t length = 0; length < whole.size(); ++length) {
     scene_.PutFile({whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(length)});
-    EXPECT_EQ(Draw(), Pictures() == 0 ? 0 : 1) << length;
+    const int result = Draw();
+    EXPECT_EQ(result, length < kHeaders ? 0 : 1) << length;
+    EXPECT_EQ(Pictures(), static_cast<std::size_t>(result)) << length;
   }
 }
 
@@ -269,6 +299,11 @@ TEST(HostileStamps, RecordsOfRandomBytes_EndWithTheStatesAsTheyWere) {
   StampScene scene;
   scene.device.records = false;
   scene.PutBitmap(8, 8);
+  World().graphics.SetWindowOrgEx(scene.hdc, 11, 12, nullptr);
+  World().graphics.SetViewportOrgEx(scene.hdc, 13, 14, nullptr);
+  World().graphics.SetTextColor(scene.hdc, 0x123456);
+  World().graphics.SetPolyFillMode(scene.hdc, kFillWinding);
+  World().graphics.SetStretchBltMode(scene.hdc, 2);
   constexpr std::uint32_t kRounds = 400;
   for (std::uint32_t seed = 0; seed < kRounds; ++seed) {
     SetBytes(scene.record, RandomBytes(sizeof(scene.record), seed));
@@ -288,7 +323,14 @@ TEST(HostileStamps, RecordsOfRandomBytes_EndWithTheStatesAsTheyWere) {
     scene.page = kPages[seed % std::size(kPages)];
     scene.pageState = static_cast<std::int32_t>(seed % 2);
     scene.scale = seed % 11 == 0 ? 1e18 : 1.0;
+    const headless::DrawingState before = scene.State();
     scene.Stamp();
+    headless::DrawingState after = scene.State();
+    const bool isImage = scene.record.PageWMFlag == 2 && scene.record.PageWMScale >= 2;
+    if (isImage && FieldText(scene.record.PageWMFileName) != kBitmapPath) {
+      after.mapping = before.mapping;  // of a file that can't be opened it stays
+    }
+    ASSERT_EQ(after, before) << seed;
     ASSERT_EQ(scene.LiveObjects(), 0U) << seed;
   }
 }

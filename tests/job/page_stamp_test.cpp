@@ -55,6 +55,19 @@ class PageStamp : public testing::Test {
     return texts.empty() ? u"nothing" : texts.front().text;
   }
 
+  // The words of the escapes that have some.
+  std::vector<TileRegion> Tiles() const {
+    std::vector<TileRegion> tiles;
+    for (const DrawingOperation& operation : Of(DrawingCall::kExtEscape)) {
+      TileRegion tile = {};
+      if (operation.bytes.size() == sizeof(tile)) {
+        std::memcpy(&tile, operation.bytes.data(), sizeof(tile));
+        tiles.push_back(tile);
+      }
+    }
+    return tiles;
+  }
+
   StampScene scene_;
 };
 
@@ -118,8 +131,12 @@ TEST_F(PageStamp, TransparentTiles_StayBlackFromTheFirstSecondPassOn) {
   }
 }
 
-// All that can be put back, in a context whose every state is another one than usual.
-TEST_F(PageStamp, StatesOfTheCaller_AreAllPutBack) {
+class PageStampStates : public PageStamp, public testing::WithParamInterface<bool> {};
+
+// All that can be put back, in a context whose every state is another one than usual. With a device
+// that takes the number of no raster operation, and with one that doesn't.
+TEST_P(PageStampStates, OfTheCaller_AreAllPutBack) {
+  const bool takesAnyRasterMode = GetParam();
   Graphics& graphics = World().graphics;
   LogFont wanted = {};
   wanted.lfHeight = -33;
@@ -135,19 +152,28 @@ TEST_F(PageStamp, StatesOfTheCaller_AreAllPutBack) {
   graphics.SetBkColor(scene_.hdc, 0x654321);
   graphics.SetStretchBltMode(scene_.hdc, 4);
   scene_.PutBitmap(40, 30);
+  scene_.world.platform.graphics.takesAnyRasterMode = takesAnyRasterMode;
   const headless::DrawingState before = scene_.State();
   for (const std::int16_t type : std::initializer_list<std::int16_t>{0, 1, 2}) {
     for (const std::int16_t border : std::initializer_list<std::int16_t>{0, 1, 2}) {
       scene_.record.PageWMFlag = type;
       scene_.record.PageWMBorder = border;
+      scene_.device.operations.clear();
       scene_.Stamp();
       EXPECT_EQ(scene_.State(), before) << type << ", " << border;
+      const auto texts = Of(DrawingCall::kExtTextOutW);
+      EXPECT_EQ(texts.size(), type == 2 ? 0U : 1U);
+      for (const DrawingOperation& text : texts) {
+        EXPECT_EQ(text.state.rasterMode, takesAnyRasterMode ? 240 : 7);
+      }
     }
   }
   graphics.DeleteDC(scene_.hdc);
   EXPECT_TRUE(graphics.DeleteObject(font));
   EXPECT_TRUE(graphics.DeleteObject(brush));
 }
+
+INSTANTIATE_TEST_SUITE_P(RasterModes, PageStampStates, testing::Bool());
 
 TEST_F(PageStamp, ABitmapFileThatCannotBeOpened_LeavesTheMappingAndNoMark) {
   scene_.record.PageWMFlag = 2;
@@ -175,10 +201,11 @@ TEST_F(PageStamp, ABitmapBelowTwoPercent_DrawsNothingAndPutsTheMappingBack) {
 
 TEST_F(PageStamp, PageSize_HasNoInfluence) {
   const std::string lines = scene_.Lines();
-  scene_.device.operations.clear();
-  DrawPrintStamp(scene_.hdc, scene_.page, scene_.record, 0, 1.0, {1, -7});
-  EXPECT_EQ(scene_.device.operations.size(),
-            static_cast<std::size_t>(std::ranges::count(lines, '\n')));
+  EXPECT_FALSE(lines.empty());
+  for (const Size size : {Size{1, -7}, Size{0, 0}, Size{10000, 20000}}) {
+    scene_.pageSize = size;
+    EXPECT_EQ(scene_.Lines(), lines);
+  }
 }
 
 // ---- Texts that are too long for a tile ---------------------------------------------------------
@@ -190,20 +217,25 @@ struct LongTextRow {
   std::int32_t state;
   const char16_t* text;
   const char16_t* drawn;
+  bool isCut;
 };
 // clang-format off
 const LongTextRow kLongTexts[] = {
-    // Name, Character's width, height, State, Text, Drawn
-    {"AtTheLimit",                6000,   100, 1, u"ABCD",  u"ABCD"},
-    {"OneAbove",                  24001,  100, 0, u"ABC",   u"B"},
-    {"OneAboveStopsAtOne",        24001,  100, 0, u"A",     u"A"},
-    {"ShortenedTwice",            8000,   100, 0, u"ABCDEFG", u"CDE"},
-    {"ShortenedAndMoved",         8000,   100, 1, u"ABCDEFG", u"DEE"},
-    {"ShortenedInAnotherState",   8000,   100, 2, u"ABCDEFG", u"CDE"},
-    {"EvenToNothing",             13000,  100, 1, u"AB",    u""},
-    {"OneLeftIsMovedOntoItself",  13000,  100, 1, u"ABC",   u"B"},
-    {"TooHighAtAnyLength",        10,   24001, 1, u"ABCDE", u"C"},
-    {"HighAtTheLimit",            10,   24000, 1, u"ABCDE", u"ABCDE"},
+    // Name, Character's width, height, State, Text, Drawn, Cut
+    {"AtTheLimit",                6000,   100, 1, u"ABCD",    u"ABCD",  false},
+    {"OneAbove",                  24001,  100, 0, u"ABC",     u"B",     true},
+    {"OneCharacterAbove",         24001,  100, 0, u"A",       u"A",     true},
+    {"OneCharacterAboveMoved",    24001,  100, 1, u"A",       u"A",     true},
+    {"OneCharacterTooHigh",       10,   24001, 0, u"A",       u"A",     true},
+    {"OneCharacterAtTheLimit",    24000,  100, 1, u"A",       u"A",     false},
+    {"NothingTooHigh",            10,   24001, 0, u"",        u"",      true},
+    {"ShortenedTwice",            8000,   100, 0, u"ABCDEFG", u"CDE",   true},
+    {"ShortenedAndMoved",         8000,   100, 1, u"ABCDEFG", u"DEE",   true},
+    {"ShortenedInAnotherState",   8000,   100, 2, u"ABCDEFG", u"CDE",   true},
+    {"EvenToNothing",             13000,  100, 1, u"AB",      u"",      true},
+    {"OneLeftIsMovedOntoItself",  13000,  100, 1, u"ABC",     u"B",     true},
+    {"TooHighAtAnyLength",        10,   24001, 1, u"ABCDE",   u"C",     true},
+    {"HighAtTheLimit",            10,   24000, 1, u"ABCDE",   u"ABCDE", false},
 };
 // clang-format on
 
@@ -225,8 +257,7 @@ TEST_P(LongText, Repeated_IsShortenedAtBothEnds) {
     if (operation.call == DrawingCall::kExtTextOutW) {
       ++texts;
       EXPECT_EQ(operation.text, row.drawn);
-      const bool isShortened = std::u16string_view(row.text).size() > operation.text.size();
-      EXPECT_EQ(operation.numbers[0] == 0 && operation.numbers[1] == 0, isShortened);
+      EXPECT_EQ(operation.numbers[0] == 0 && operation.numbers[1] == 0, row.isCut);
     }
   }
   EXPECT_GT(texts, 0U);
@@ -236,18 +267,40 @@ INSTANTIATE_TEST_SUITE_P(Texts, LongText, testing::ValuesIn(kLongTexts), CaseNam
 
 // ---- The words of a tile ------------------------------------------------------------------------
 
+// Letters of different widths: 24300 in all, 300 without both ends, 400 after the move, which
+// nobody measures.
+TEST_F(PageStamp, TilesOfAMovedText_AreAsWideAsBeforeTheMove) {
+  scene_.world.platform.graphics.measureText = [](const LogFont& /*font*/,
+                                                  std::u16string_view text) {
+    Size size = {0, 100};
+    for (const char16_t letter : text) {
+      size.width += letter == u'a' ? 100 : letter == u'b' ? 200 : 12000;
+    }
+    return size;
+  };
+  SetText(scene_.record.PageWMText, u"WabW");
+  scene_.record.PageWMRepeat = 1;
+  for (const std::int32_t state : {0, 1}) {
+    scene_.device.operations.clear();
+    scene_.pageState = state;
+    scene_.Stamp();
+    EXPECT_EQ(DrawnText(), state == 1 ? u"bb" : u"ab");
+    // Each tile tells of its text, then of a frame that it hasn't.
+    EXPECT_EQ(Tiles().size(), (1U + 4960 / 300) * (1U + 7015 / 100));
+    for (const TileRegion& tile : Tiles()) {
+      EXPECT_EQ(tile.Width, 300);
+      EXPECT_EQ(tile.Height, 100);
+    }
+  }
+}
+
 TEST_F(PageStamp, TilesOfARing_CountColumnsOutsideAndRowsInside) {
   scene_.record.PageWMRepeat = 1;
   scene_.record.PageWMBorder = 1;
   scene_.record.PageWMSize = 250;
   scene_.Stamp();
-  std::vector<TileRegion> tiles;
-  for (const DrawingOperation& operation : Of(DrawingCall::kExtEscape)) {
-    ASSERT_EQ(operation.bytes.size(), sizeof(TileRegion));
-    TileRegion tile = {};
-    std::memcpy(&tile, operation.bytes.data(), sizeof(tile));
-    tiles.push_back(tile);
-  }
+  const std::vector<TileRegion> tiles = Tiles();
+  ASSERT_EQ(tiles.size(), Of(DrawingCall::kExtEscape).size());
   ASSERT_GE(tiles.size(), 4U);
   for (std::size_t i = 0; i < tiles.size(); i += 2) {
     const TileRegion& text = tiles[i];

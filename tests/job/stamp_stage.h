@@ -14,6 +14,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace ostrel::test {
@@ -61,6 +62,7 @@ struct StampScene {
     record.PageWMFlag = 1;
     record.PageWMSize = 72;
     SetText(record.PageWMText, u"Draft");
+    world.platform.locale.dateFormat = u"MM/dd/yyyy";
     device.onEscape = [this](std::int32_t code, std::span<const std::byte> /*input*/,
                              std::span<std::byte> output) {
       if (code != kEscapePageNumber || output.size() != sizeof(pageNumber)) {
@@ -84,7 +86,7 @@ struct StampScene {
 
   void Stamp() {
     world.process.RightToLeftLanguage = rightToLeft;
-    DrawPrintStamp(hdc, page, record, pageState, scale, device.page);
+    DrawPrintStamp(hdc, page, record, pageState, scale, pageSize);
   }
   std::string Lines() {
     device.operations.clear();
@@ -104,9 +106,11 @@ struct StampScene {
   }
   // What the context goes by: the state that one more operation would be written down with.
   headless::DrawingState State() {
+    const bool recordsElse = std::exchange(device.records, true);
     World().graphics.ExtEscape(hdc, 0, 0, nullptr, 0, nullptr);
     const headless::DrawingState state = device.operations.back().state;
     device.operations.pop_back();
+    device.records = recordsElse;
     return state;
   }
   // Objects that are left of a stamp.
@@ -120,6 +124,7 @@ struct StampScene {
   headless::PrinterDevice device = {.page = {4960, 7015}};
   WatermarkData record = kFactoryWatermarkRecords[kNoWatermark];
   Rect page = {0, 0, 4960, 7015};
+  Size pageSize = {4960, 7015};
   std::int32_t pageState = 0;
   std::int32_t pageNumber = 7;
   double scale = 1.0;

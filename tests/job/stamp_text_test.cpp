@@ -2,7 +2,7 @@
 #include "job/stamp_text.h"
 
 #include "job/stamp_stage.h"
-#include "support/case_name.h"
+#include "support/call_recorder.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>
@@ -73,6 +73,31 @@ TEST_F(StampTextItems, TheDate_IsInTheUsersForm) {
   scene_.record.WMStampDate = 1;
   scene_.world.platform.locale.dateFormat = u"dd.MM.yyyy";
   EXPECT_EQ(Text(), u"09.03.2026");
+}
+
+TEST_F(StampTextItems, DateAndTime_AreAskedForInTheUsersLocale) {
+  scene_.record.WMStampDate = scene_.record.WMStampTime = 1;
+  CallRecorder recorder(scene_.world);
+  EXPECT_EQ(Text(), u"03/09/2026 14:05:07");
+  EXPECT_EQ(recorder.calls, (Calls{"GetDateFormatW locale 1024, flags 0, no format",
+                                   "GetTimeFormatW locale 1024, flags 8, HH:mm:ss"}));
+}
+
+TEST_F(StampTextItems, LongNames_FitIntoTheirBuffers) {
+  std::u16string& computer = scene_.world.platform.system.computerName;
+  scene_.record.WMStampComputer = 1;
+  for (const std::size_t units : {200U, 255U}) {
+    computer = std::u16string(units, u'c');
+    EXPECT_EQ(Text(), computer);
+  }
+  computer = std::u16string(256, u'c');
+  EXPECT_EQ(Text(), u"");
+  scene_.record.WMStampComputer = 0;
+  scene_.record.WMStampUser = 1;
+  for (const std::size_t units : {900U, 999U, 1000U}) {
+    scene_.SetUser(std::u16string(units, u'u').c_str());
+    EXPECT_EQ(Text(), units < 1000 ? std::u16string(20, u'u') : u"");
+  }
 }
 
 TEST_F(StampTextItems, TheUsersName_IsCutToTwentyCharacters) {

@@ -84,10 +84,14 @@ TEST_F(WatermarkFont, CharacterSet_IsTheFirstOfTheFaceOrTheDefaultOne) {
   EXPECT_EQ(Made(u"Greek", 100).lfCharSet, 161);
   EXPECT_EQ(Made(u"Signs", 100).lfCharSet, 2);
   EXPECT_EQ(Made(u"Nowhere", 100).lfCharSet, kDefaultCharSet);
-  EXPECT_EQ(Made(u"", 100).lfCharSet, kDefaultCharSet);
-  EXPECT_EQ(Made(nullptr, 100).lfCharSet, kDefaultCharSet);
+  // Under no face the system tells of all of them.
+  EXPECT_EQ(Made(u"", 100).lfCharSet, 161);
+  EXPECT_EQ(Made(nullptr, 100).lfCharSet, 161);
   scene_.world.platform.faults.FailOperation("EnumFontFamiliesExW");
   EXPECT_EQ(Made(u"Greek", 100).lfCharSet, kDefaultCharSet);
+  scene_.world.platform.faults.Clear();
+  fonts.clear();
+  EXPECT_EQ(Made(u"", 100).lfCharSet, kDefaultCharSet);
 }
 
 TEST_F(WatermarkFont, AFaceThatIsTooLong_IsCutAndTerminated) {

@@ -53,8 +53,8 @@ TEST(WatermarkGeometry, EveryPositionDirectionAndFrame_StandsWhereTheModelSays) 
     EXPECT_EQ(shape.margin, row.margin);
     EXPECT_EQ(shape.cell, (StampExtent{row.cellWidth, row.cellHeight}));
     EXPECT_EQ(places.anchor, (PagePoint{row.anchorX, row.anchorY}));
-    EXPECT_EQ(places.columns, row.columns);
-    EXPECT_EQ(places.rows, row.rows);
+    EXPECT_EQ(places.tiles.columns, row.columns);
+    EXPECT_EQ(places.tiles.rows, row.rows);
     EXPECT_EQ(origin.x + offset.x, row.textX);
     EXPECT_EQ(origin.y + offset.y, row.textY);
   }
@@ -168,9 +168,21 @@ TEST(WatermarkGeometry, Cut_DropsTheFractionAndHoldsWhatIsTooFar) {
   EXPECT_EQ(Cut(1e12), kFarthest);
   EXPECT_EQ(Cut(-1e12), -kFarthest);
   EXPECT_EQ(CutRounded(2.5), 3);
+  EXPECT_EQ(CutRounded(-2.0), -1);
+  EXPECT_EQ(CutRounded(-2.5), -2);
   EXPECT_EQ(Coordinate(std::numeric_limits<std::int64_t>::min()), -kFarthest);
   EXPECT_EQ(Coordinate(std::numeric_limits<std::int64_t>::max()), kFarthest);
   EXPECT_EQ(Coordinate(-17), -17);
+}
+
+TEST(WatermarkGeometry, PlatformRect_KeepsItsSizeWhereverItIs) {
+  EXPECT_EQ(PlatformRect(1, 2, 3, 4), (Rect{1, 2, 4, 6}));
+  const Rect far =
+      PlatformRect(std::int64_t{1} << 40, -(std::int64_t{1} << 40), 5, std::int64_t{1} << 40);
+  EXPECT_EQ(far.left, kFarthest);
+  EXPECT_EQ(far.top, -kFarthest);
+  EXPECT_EQ(far.Width(), 5);
+  EXPECT_EQ(far.Height(), kFarthest);
 }
 
 struct AngleRow {
@@ -389,20 +401,36 @@ constexpr TileCountRow kTileCounts[] = {
 };
 // clang-format on
 
-class TileCount : public testing::TestWithParam<TileCountRow> {};
+class TileCounts : public testing::TestWithParam<TileCountRow> {};
 
-TEST_P(TileCount, IsOneMoreThanFits) {
+TEST_P(TileCounts, AreOneMoreThanFit) {
   const TileCountRow& row = GetParam();
   WatermarkData record = Record(0);
   record.PageWMRepeat = 1;
   StampShape shape = {};
   shape.cell = row.cell;
   const StampPlaces places = PlacesOf(record, AngleOf(0), shape, row.page);
-  EXPECT_EQ(places.columns, row.columns);
-  EXPECT_EQ(places.rows, row.rows);
+  EXPECT_EQ(places.tiles.columns, row.columns);
+  EXPECT_EQ(places.tiles.rows, row.rows);
 }
 
-INSTANTIATE_TEST_SUITE_P(Cells, TileCount, testing::ValuesIn(kTileCounts), CaseName());
+INSTANTIATE_TEST_SUITE_P(Cells, TileCounts, testing::ValuesIn(kTileCounts), CaseName());
+
+TEST(WatermarkGeometry, TilesAboveTheCap_AreOne) {
+  struct Row {
+    TileCount wished;
+    TileCount given;
+  };
+  constexpr std::int64_t kHuge = std::numeric_limits<std::int64_t>::max();
+  for (const Row& row : {Row{{1000, 100}, {1000, 100}}, Row{{100000, 1}, {100000, 1}},
+                         Row{{11, 9091}, {1, 1}},  // 100001
+                         Row{{100001, 1}, {1, 1}}, Row{{-3, 100000}, {-3, 100000}},
+                         Row{{-3, 100001}, {1, 1}}, Row{{kHuge, kHuge}, {1, 1}}}) {
+    const TileCount tiles = CappedTiles(row.wished.columns, row.wished.rows);
+    EXPECT_EQ(tiles.columns, row.given.columns) << row.wished.columns << ", " << row.wished.rows;
+    EXPECT_EQ(tiles.rows, row.given.rows) << row.wished.columns << ", " << row.wished.rows;
+  }
+}
 
 TEST(WatermarkGeometry, WordsOfATile_AddMarginsOnlyWithAFrame) {
   StampShape shape = {};

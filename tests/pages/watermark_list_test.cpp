@@ -168,6 +168,83 @@ TEST(WatermarkListBox, ShowsAnEmptyRowForWhatIsNoRecord) {
   EXPECT_EQ(stage.Rows(), (Texts{u"", u"A"}));
 }
 
+// The second filling finds the store in order: the file is made sure of, and nothing else written.
+TEST(WatermarkListBox, LeavesAStoreOfOddValuesInOrder) {
+  for (const std::vector<std::string>& records :
+       {std::vector{Stored(Mark(0, u"None")), Stored(Mark(1, u"A")), Record("Short", "x")},
+        std::vector{Record("Short", "x"), Stored(Mark(-1, u"X"))}}) {
+    ListStage stage;
+    test::PutSettings(stage.world, StoreOf(records));
+    stage.Fill();
+    const Texts rows = stage.Rows();
+    const std::string file = test::Settings(stage.world);
+    EXPECT_EQ(rows.front(), u"");
+    stage.world.platform.faults.StartTrace();
+    stage.Fill();
+    EXPECT_EQ(stage.Rows(), rows);
+    EXPECT_SETTINGS(stage.world, file);
+    EXPECT_EQ(test::CallsOf(stage.world, "WriteFile"), 1U);
+  }
+}
+
+TEST(WatermarkListBox, MakesTheSettingsFileWhole) {
+  ListStage stage;
+  const std::string marks = test::Container("watermarksetting", {Stored(Mark(4, u"A"))});
+  test::PutSettings(stage.world, test::Container("cfgobj", {test::Version(),
+                                                            test::Container("UIParam", {marks})}));
+  stage.Fill();
+  EXPECT_EQ(stage.Rows(), (Texts{u"A"}));
+  EXPECT_NE(test::Settings(stage.world).find("cuspapersetting"), std::string::npos);
+}
+
+TEST(WatermarkListBox, ShowsTheFirstOfTwoOfTheSameName) {
+  ListStage stage;
+  test::PutSettings(stage.world,
+                    StoreOf({test::StoredAs(u"Same", Mark(5, u"First")),
+                             test::StoredAs(u"Same", Mark(7, u"Second")), Stored(Mark(8, u"B"))}));
+  stage.Fill();
+  EXPECT_EQ(stage.Rows(), (Texts{u"First", u"B"}));
+  stage.PutInForce(Mark(8, u"B"));
+  EXPECT_TRUE(SelectWatermark(stage.state(), 8));
+  EXPECT_EQ(stage.Selected(), 1);
+}
+
+// A rewrite would bring what a list doesn't hold to the front, and the next one the rest.
+TEST(WatermarkListBox, ShowsAStoreOfMoreThanItReadsAsItIs) {
+  ListStage stage;
+  std::vector<WatermarkFacts> marks;
+  for (std::int16_t i = 0; i < 40; ++i) {
+    const char16_t letter[] = {static_cast<char16_t>(u'A' + i), u'\0'};
+    marks.push_back(Mark(static_cast<std::int16_t>(40 - i), letter));
+  }
+  stage.Put(marks);
+  for (int pass = 0; pass < 2; ++pass) {
+    stage.Fill();
+    ASSERT_EQ(stage.Rows().size(), 32U);
+    EXPECT_EQ(stage.Rows().front(), u"A");
+    EXPECT_EQ(stage.Ids().front(), 40U);
+    EXPECT_SETTINGS(stage.world, StoreOf(marks));
+  }
+  stage.PutInForce(marks[2]);
+  EXPECT_TRUE(SelectWatermark(stage.state(), 38));
+  EXPECT_EQ(stage.Selected(), 2);
+}
+
+// As many as a list holds can be sorted.
+TEST(WatermarkListBox, PutsAStoreOfAsManyAsItReadsInOrder) {
+  ListStage stage;
+  std::vector<WatermarkFacts> marks;
+  for (std::int16_t i = 0; i < 32; ++i) {
+    const char16_t letter[] = {static_cast<char16_t>(u'A' + i), u'\0'};
+    marks.push_back(Mark(static_cast<std::int16_t>(32 - i), letter));
+  }
+  stage.Put(marks);
+  stage.Fill();
+  EXPECT_EQ(stage.Ids().front(), 1U);
+  std::ranges::reverse(marks);
+  EXPECT_SETTINGS(stage.world, StoreOf(marks));
+}
+
 TEST(WatermarkListBox, HoldsSixteen) {
   ListStage stage;
   std::vector<WatermarkFacts> marks;
@@ -234,14 +311,10 @@ void PrintTo(const SelectCase& row, std::ostream* out) {
 }
 
 const SelectCase kSelections[] = {
-    {"First", 0, u"None", true, 0},
-    {"BothAgree", 4, u"Draft", true, 2},
-    {"SecondOfTheId", 4, u"Copy", true, 3},
-    {"OtherId", 5, u"Draft", false, -1},
-    {"OtherName", 4, u"Secret", false, -1},
-    {"OtherCase", 4, u"draft", false, -1},
-    {"NameOfAnotherId", 0, u"Draft", false, -1},
-    {"EmptyNameIsNoRecord", 0, u"", false, -1},
+    {"BehindWhatIsNoRecord", 0, u"None", true, 1}, {"BothAgree", 4, u"Draft", true, 2},
+    {"SecondOfTheId", 4, u"Copy", true, 3},        {"OtherId", 5, u"Draft", false, -1},
+    {"OtherName", 4, u"Secret", false, -1},        {"OtherCase", 4, u"draft", false, -1},
+    {"NameOfAnotherId", 0, u"Draft", false, -1},   {"EmptyNameIsNoRecord", 0, u"", false, -1},
 };
 
 class WatermarkSelection : public testing::TestWithParam<SelectCase> {};
@@ -256,6 +329,51 @@ TEST_P(WatermarkSelection, GoesByIdAndByTheNameInForce) {
   stage.PutInForce(Mark(9, GetParam().nameInForce));
   EXPECT_EQ(SelectWatermark(stage.state(), GetParam().index), GetParam().found);
   EXPECT_EQ(stage.Selected(), GetParam().row);
+}
+
+TEST(WatermarkSelectionOfOddStores, IsTheRowOfTheRecord) {
+  ListStage stage;
+  test::PutSettings(stage.world, StoreOf({Stored(Mark(0, u"None")), Stored(Mark(1, u"A")),
+                                          Record("Short", "x")}));
+  stage.Fill();
+  EXPECT_EQ(stage.Rows(), (Texts{u"", u"None", u"A"}));
+  EXPECT_EQ(stage.Ids(), (Ids{0, 0, 1}));
+  stage.PutInForce(Mark(0, u"None"));
+  EXPECT_TRUE(SelectWatermark(stage.state(), 0));
+  EXPECT_EQ(stage.Selected(), 1);
+  test::PutSettings(stage.world, StoreOf({Record("Short", "x"), Stored(Mark(-1, u"X"))}));
+  stage.Fill();
+  EXPECT_EQ(stage.Rows(), (Texts{u"", u"X"}));
+  stage.PutInForce(Mark(-1, u"X"));
+  EXPECT_TRUE(SelectWatermark(stage.state(), -1));
+  EXPECT_EQ(stage.Selected(), 1);
+}
+
+TEST(WatermarkSelectionThatIsMissed, LeavesTheOneBefore) {
+  ListStage stage;
+  stage.Put({Mark(1, u"A"), Mark(2, u"B"), Mark(3, u"C")});
+  stage.Fill();
+  stage.PutInForce(Mark(2, u"B"));
+  EXPECT_TRUE(SelectWatermark(stage.state(), 2));
+  EXPECT_FALSE(SelectWatermark(stage.state(), 3));
+  EXPECT_EQ(stage.Selected(), 1);
+}
+
+TEST(WatermarkSelectionThatIsMissed, IsARowThatTheBoxLacks) {
+  ListStage stage;
+  stage.Put({Mark(1, u"A")});
+  stage.Fill();
+  stage.Put({Mark(1, u"A"), Mark(2, u"B")});
+  stage.PutInForce(Mark(2, u"B"));
+  EXPECT_FALSE(SelectWatermark(stage.state(), 2));
+}
+
+TEST(WatermarkSelectionThatIsMissed, IsAnyOfADialogWithoutTheBox) {
+  ListStage stage;
+  stage.Put({Mark(1, u"A")});
+  stage.state().list.Attach(stage.page, 1);
+  stage.PutInForce(Mark(1, u"A"));
+  EXPECT_FALSE(SelectWatermark(stage.state(), 1));
 }
 
 // The row is the place in the store, which a full list box has too.

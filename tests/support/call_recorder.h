@@ -172,12 +172,12 @@ class CallRecorder final : public PrintSystem,
   }
   int GetDateFormatW(std::uint32_t locale, std::uint32_t flags, const SystemTime& time,
                      const char16_t* format, char16_t* buffer, int units) override {
-    calls.emplace_back("GetDateFormatW");
+    calls.push_back(TimeCall("GetDateFormatW", locale, flags, format));
     return world_.platform.locale.GetDateFormatW(locale, flags, time, format, buffer, units);
   }
   int GetTimeFormatW(std::uint32_t locale, std::uint32_t flags, const SystemTime& time,
                      const char16_t* format, char16_t* buffer, int units) override {
-    calls.emplace_back("GetTimeFormatW");
+    calls.push_back(TimeCall("GetTimeFormatW", locale, flags, format));
     return world_.platform.locale.GetTimeFormatW(locale, flags, time, format, buffer, units);
   }
   void CharUpperW(char16_t* text) override {
@@ -291,6 +291,11 @@ class CallRecorder final : public PrintSystem,
  private:
   static const char* AskedForWhat(const void* buffer) {
     return buffer == nullptr ? ", size" : ", block";
+  }
+  static std::string TimeCall(const char* name, std::uint32_t locale, std::uint32_t flags,
+                              const char16_t* format) {
+    return std::string(name) + " locale " + std::to_string(locale) + ", flags " +
+           std::to_string(flags) + ", " + (format == nullptr ? "no format" : Ascii(format));
   }
 
   TestWorld& world_;

@@ -121,5 +121,85 @@ TEST_P(WatermarkFailures, LoseNoRecordAndLeaveNothingBehind) {
   EXPECT_LT(n, kMostCalls);
 }
 
+// ---- Replacing ----------------------------------------------------------------------------------
+
+// Two records of one id, the old one and the new one, are never left, and what is told is so.
+void ExpectOneOfThem(const test::TestWorld& world, bool replaced, const WatermarkFacts& before,
+                     const WatermarkFacts& after) {
+  const std::string left = test::Settings(world);
+  EXPECT_FALSE(Holds(left, before) && Holds(left, after)) << test::Readable(left);
+  if (replaced) {
+    EXPECT_TRUE(Holds(left, after)) << test::Readable(left);
+  } else {
+    EXPECT_FALSE(Holds(left, after)) << test::Readable(left);
+  }
+}
+
+class ReplacedUnderFailures : public testing::TestWithParam<std::u16string> {};
+INSTANTIATE_TEST_SUITE_P(Names, ReplacedUnderFailures, testing::Values(u"A", u"D"),
+                         testing::PrintToStringParamName());
+
+TEST_P(ReplacedUnderFailures, LeavesTheOldOrTheNew) {
+  const WatermarkFacts before = Mark(4, u"A");
+  WatermarkFacts after = Mark(4, GetParam());
+  after.text = u"New text";
+  constexpr std::size_t kMostCalls = 2000;
+  std::size_t n = 1;
+  for (bool fired = true; fired && n < kMostCalls; ++n) {
+    SCOPED_TRACE(n);
+    test::TestWorld world;
+    test::PutSettings(world, StoreOf({before, Mark(5, u"B")}));
+    world.platform.faults.FailCall(n);
+    const bool replaced = ReplaceWatermark(RecordOf(after));
+    ExpectOneOfThem(world, replaced, before, after);
+    fired = world.platform.faults.fired();
+  }
+  EXPECT_GT(n, 40U);
+  EXPECT_LT(n, kMostCalls);
+}
+
+// Any two openings behind the reading of the list fail, for reading or for writing.
+TEST_P(ReplacedUnderFailures, LeavesTheOldOrTheNewWhenTwoOpeningsFail) {
+  const WatermarkFacts before = Mark(4, u"A");
+  WatermarkFacts after = Mark(4, GetParam());
+  after.text = u"New text";
+  constexpr std::size_t kFirstOpening = 4;  // the names and two records are read before
+  constexpr std::size_t kOpenings = 24;
+  std::size_t refused = 0;
+  for (std::size_t first = kFirstOpening; first < kOpenings; ++first) {
+    for (std::size_t second = first + 1; second <= kOpenings; ++second) {
+      SCOPED_TRACE(std::to_string(first) + " and " + std::to_string(second));
+      test::TestWorld world;
+      test::PutSettings(world, StoreOf({before, Mark(5, u"B")}));
+      world.platform.faults.FailOperation("CreateFileW", first);
+      world.platform.faults.FailOperation("CreateFileW", second);
+      const bool replaced = ReplaceWatermark(RecordOf(after));
+      ExpectOneOfThem(world, replaced, before, after);
+      refused += replaced ? 0U : 1U;
+    }
+  }
+  EXPECT_GT(refused, 0U);
+}
+
+// A file that is read but can't be written any more keeps the old one, and it is told.
+TEST(ReplacedInAFileThatCannotBeWritten, IsRefused) {
+  test::TestWorld world;
+  const std::string file = StoreOf({Mark(4, u"A"), Mark(5, u"B")});
+  test::PutSettings(world, file);
+  headless::FaultPlan& faults = world.platform.faults;
+  // The file is looked for before it is opened for reading, and not before it is written.
+  std::string last;
+  faults.onAsked = [&](std::string_view operation) {
+    if (operation == "CreateFileW" && last != "GetFileAttributesW") {
+      faults.FailCall(1);
+    }
+    last = operation;
+  };
+  EXPECT_FALSE(ReplaceWatermark(RecordOf(Mark(4, u"D"))));
+  EXPECT_TRUE(faults.fired());
+  faults.onAsked = nullptr;
+  EXPECT_SETTINGS(world, file);
+}
+
 }  // namespace
 }  // namespace ostrel

@@ -101,6 +101,29 @@ TEST(NewNameOfAnyLength, OfAFullNameStaysTheNameWhenItIsTaken) {
   EXPECT_EQ(Unique(kNew, full + u"y"), full);
 }
 
+// A name of 32 characters has the place of its first 31 in the store: all forms of a text that long
+// share one, and the later record takes the earlier one's place.
+TEST(NewNameOfAnyLength, OfA32ndCharacterHasThePlaceOfThe31Before) {
+  test::TestWorld world;
+  const std::u16string longest(31, u'x');
+  test::PutSettings(world, StoreOf({Mark(4, longest)}));
+  EXPECT_EQ(Unique(kNew, longest), longest + u"~");
+  EXPECT_EQ(Unique(kNew, longest + u"y"), longest + u"y");
+  const WatermarkFacts later = Mark(5, longest + u"~");
+  EXPECT_TRUE(AddWatermark(test::RecordOf(later)));
+  EXPECT_SETTINGS(world, StoreOf({test::StoredAs(longest, later)}));
+}
+
+TEST(NameThatIsAskedFor, WritesNothing) {
+  test::TestWorld world;
+  test::PutSettings(world, StoreOf({Mark(4, u"Draft")}));
+  world.platform.faults.StartTrace();
+  EXPECT_EQ(Unique(kNew, u"Draft"), u"Draft~1");
+  EXPECT_EQ(Unique({false, 4}, u"Other"), u"Other");
+  EXPECT_EQ(test::CallsOf(world, "WriteFile"), 0U);
+  EXPECT_GT(test::CallsOf(world, "CreateFileW"), 0U);
+}
+
 TEST(NewNameCase, Counts) {
   test::TestWorld world;
   test::PutSettings(world, StoreOf({Mark(4, u"draft")}));

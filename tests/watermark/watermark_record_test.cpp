@@ -267,6 +267,40 @@ TEST(WatermarkCollection, OfMoreThanAListHoldsIsReadUpToThat) {
   EXPECT_SETTINGS(world, StoreOf(records));
 }
 
+// A collection that is there is read without writing.
+TEST(WatermarkCollection, IsNotWrittenByReading) {
+  test::TestWorld world;
+  for (const std::string& file : {StoreOf({Mark(4, u"A")}), StoreOf({Record("Short", "x")})}) {
+    test::PutSettings(world, file);
+    world.platform.faults.StartTrace();
+    ReadWatermarkList();
+    EXPECT_EQ(test::CallsOf(world, "WriteFile"), 0U);
+    EXPECT_GT(test::CallsOf(world, "CreateFileW"), 0U);
+  }
+}
+
+TEST(WatermarkCollection, HasTheFirstOfTwoOfTheSameName) {
+  test::TestWorld world;
+  const std::string file =
+      StoreOf({test::StoredAs(u"Same", Mark(5, u"First")), Stored(Mark(6, u"B")),
+               test::StoredAs(u"Same", Mark(7, u"Second"))});
+  test::PutSettings(world, file);
+  ExpectRecords(ReadWatermarkList(),
+                {WatermarkBytes(Mark(5, u"First")), WatermarkBytes(Mark(6, u"B"))});
+  EXPECT_SETTINGS(world, file);
+}
+
+// The store would cut the first name to the second.
+TEST(WatermarkCollection, HasNoRecordUnderANameThatTheStoreCannotAskFor) {
+  test::TestWorld world;
+  const std::u16string longest(31, u'x');
+  test::PutSettings(world, StoreOf({test::StoredAs(longest + u"y", Mark(5, u"A")),
+                                    test::StoredAs(longest, Mark(6, u"B"))}));
+  const WatermarkList list = ReadWatermarkList();
+  ExpectRecords(list, {ByteRecord(1348), WatermarkBytes(Mark(6, u"B"))});
+  EXPECT_EQ(list.isPresent.to_ullong(), 0b10U);
+}
+
 TEST(WatermarkCollection, WithoutAFileThatCanBeMadeIsEmpty) {
   test::TestWorld world;
   world.platform.faults.FailOperation("CreateFileW");
@@ -307,7 +341,10 @@ TEST(AddWatermark, RefusesANameWithoutAnEnd) {
   WatermarkData record = RecordOf(Mark(5, u"B"));
   std::ranges::fill(record.PageWMName, u'n');  // 33 characters
   record.PageWMText[0] = u'\0';
+  world.platform.faults.StartTrace();
   EXPECT_FALSE(AddWatermark(record));
+  // Neither a box for the user nor an opening of the file.
+  EXPECT_TRUE(world.platform.faults.trace().empty());
   EXPECT_SETTINGS(world, StoreOf({Mark(4, u"A")}));
 }
 
@@ -367,6 +404,84 @@ TEST(ReplaceWatermark, ThatIsRefusedPutsTheOldOneBack) {
   std::ranges::fill(record.PageWMName, u'n');
   EXPECT_FALSE(ReplaceWatermark(record));
   EXPECT_SETTINGS(world, StoreOf({Mark(5, u"B"), Mark(4, u"A")}));
+}
+
+TEST(ReplaceWatermark, ByANameOfAnotherTakesThatPlaceToo) {
+  test::TestWorld world;
+  test::PutSettings(world, StoreOf({Mark(4, u"A"), Mark(5, u"B")}));
+  WatermarkFacts renamed = Mark(4, u"B");
+  renamed.text = u"A";
+  EXPECT_TRUE(ReplaceWatermark(RecordOf(renamed)));
+  EXPECT_SETTINGS(world, StoreOf({renamed}));
+}
+
+TEST(ReplaceWatermark, ByANameThatTheStoreCutsSucceeds) {
+  test::TestWorld world;
+  test::PutSettings(world, StoreOf({Mark(4, u"A"), Mark(5, u"B")}));
+  const WatermarkFacts renamed = Mark(4, std::u16string(32, u'n'));
+  EXPECT_TRUE(ReplaceWatermark(RecordOf(renamed)));
+  EXPECT_SETTINGS(
+      world, StoreOf({Stored(Mark(5, u"B")), test::StoredAs(std::u16string(31, u'n'), renamed)}));
+}
+
+WatermarkFacts WithText(std::u16string_view text) {
+  WatermarkFacts facts = Mark(4, u"A");
+  facts.text = text;
+  return facts;
+}
+
+TEST(ReplaceWatermark, WithoutANewNameStoresTheNewBytes) {
+  test::TestWorld world;
+  test::PutSettings(world, StoreOf({Mark(4, u"A"), Mark(5, u"B")}));
+  EXPECT_TRUE(ReplaceWatermark(RecordOf(WithText(u"Other text"))));
+  EXPECT_SETTINGS(world, StoreOf({Mark(5, u"B"), WithText(u"Other text")}));
+}
+
+// The last opening is the look at what was stored.
+TEST(ReplaceWatermark, WithoutANewNameStoresTheNewBytesWhenALookAtThemFails) {
+  std::size_t openings = 0;
+  for (const bool fails : {false, true}) {
+    test::TestWorld world;
+    test::PutSettings(world, StoreOf({Mark(4, u"A"), Mark(5, u"B")}));
+    world.platform.faults.StartTrace();
+    if (fails) {
+      world.platform.faults.FailOperation("CreateFileW", openings);
+    }
+    EXPECT_TRUE(ReplaceWatermark(RecordOf(WithText(u"Other text"))));
+    EXPECT_EQ(world.platform.faults.fired(), fails);
+    EXPECT_SETTINGS(world, StoreOf({Mark(5, u"B"), WithText(u"Other text")}));
+    openings = test::CallsOf(world, "CreateFileW");
+  }
+}
+
+TEST(ReplaceWatermark, WithoutAListAddsNothing) {
+  test::TestWorld world;
+  test::PutSettings(world, StoreOf({Mark(4, u"A")}));
+  world.platform.faults.StartTrace();
+  ReadWatermarkList();
+  // The list's own block is taken behind those of the file's names.
+  std::vector<std::string> left;
+  const std::size_t blocks = test::CallsOf(world, "HeapAlloc");
+  for (std::size_t n = 1; n <= blocks; ++n) {
+    test::PutSettings(world, StoreOf({Mark(4, u"A")}));
+    world.platform.faults.FailOperation("HeapAlloc", n);
+    const bool replaced = ReplaceWatermark(RecordOf(Mark(4, u"B")));
+    EXPECT_TRUE(world.platform.faults.fired()) << n;
+    EXPECT_SETTINGS(world, StoreOf({Mark(4, replaced ? u"B" : u"A")})) << n;
+    if (!replaced) {
+      left.push_back(test::Settings(world));
+    }
+  }
+  EXPECT_EQ(left.size(), 1U);  // everything else is asked for again
+}
+
+TEST(ReplaceWatermark, TakesAllOfTheOldName) {
+  test::TestWorld world;
+  test::PutSettings(world,
+                    StoreOf({test::StoredAs(u"Same", Mark(4, u"First")),
+                             test::StoredAs(u"Same", Mark(5, u"Second")), Stored(Mark(6, u"B"))}));
+  EXPECT_TRUE(ReplaceWatermark(RecordOf(Mark(4, u"C"))));
+  EXPECT_SETTINGS(world, StoreOf({Mark(6, u"B"), Mark(4, u"C")}));
 }
 
 // ---- Order --------------------------------------------------------------------------------------
@@ -461,6 +576,41 @@ TEST(WatermarkOrder, LeavesWhatIsNoRecordAlone) {
   const WatermarkList list = ReadWatermarkList();
   KeepInOrder(list, SortByIndex(list));
   EXPECT_SETTINGS(world, StoreOf({odd, Stored(Mark(1, u"A")), Stored(Mark(3, u"C"))}));
+}
+
+// What is no record stands in front, where a rewrite puts it, and is in order there.
+class WatermarkOrderOfOddStores : public testing::TestWithParam<std::size_t> {};
+INSTANTIATE_TEST_SUITE_P(Stores, WatermarkOrderOfOddStores, testing::Range<std::size_t>(0, 3),
+                         testing::PrintToStringParamName());
+
+TEST_P(WatermarkOrderOfOddStores, IsKeptByTheFirstRewrite) {
+  const std::string odd = Record("Short", "x");
+  const auto none = Stored(Mark(0, u"None"));
+  const auto first = Stored(Mark(1, u"A"));
+  const auto below = Stored(Mark(-1, u"X"));
+  const std::vector<std::string> before[] = {{none, first, odd}, {odd, below}, {below, odd, none}};
+  const std::vector<std::string> after[] = {{odd, none, first}, {odd, below}, {odd, below, none}};
+  test::TestWorld world;
+  test::PutSettings(world, StoreOf(before[GetParam()]));
+  for (int pass = 0; pass < 2; ++pass) {
+    const WatermarkList list = ReadWatermarkList();
+    const WatermarkOrder order = SortByIndex(list);
+    world.platform.faults.StartTrace();
+    KeepInOrder(list, order);
+    EXPECT_SETTINGS(world, StoreOf(after[GetParam()])) << pass;
+  }
+  EXPECT_TRUE(world.platform.faults.trace().empty());
+}
+
+TEST(WatermarkOrder, OfTwoOfTheSameNameKeepsTheFirst) {
+  test::TestWorld world;
+  test::PutSettings(world,
+                    StoreOf({test::StoredAs(u"Same", Mark(5, u"First")),
+                             test::StoredAs(u"Same", Mark(7, u"Second")), Stored(Mark(4, u"B"))}));
+  const WatermarkList list = ReadWatermarkList();
+  KeepInOrder(list, SortByIndex(list));
+  EXPECT_SETTINGS(world,
+                  StoreOf({Stored(Mark(4, u"B")), test::StoredAs(u"Same", Mark(5, u"First"))}));
 }
 
 TEST(WatermarkOrder, KeepsRecordsUnderTheNamesThatTheyAreStoredUnder) {

@@ -152,6 +152,7 @@ int HeadlessGraphics::EnumFontFamiliesExW(DeviceContext context, const LogFont& 
 }
 
 GdiObject HeadlessGraphics::LoadImageW(const char16_t* path, std::uint32_t flags) {
+  lastLoadFlags = flags;
   const HeadlessFiles::Content* content = path == nullptr ? nullptr : files_.Get(path);
   if (faults_.ShouldFail("LoadImageW") || content == nullptr || (flags & kLoadFromFile) == 0) {
     Fail(kErrorFileNotFound);
@@ -287,7 +288,7 @@ int HeadlessGraphics::SetBkMode(DeviceContext context, std::int32_t mode) {
 int HeadlessGraphics::SetROP2(DeviceContext context, std::int32_t operation) {
   constexpr std::int32_t kLast = 16;  // R2_WHITE
   return SetWord("SetROP2", context, DrawingCall::kSetROP2, &DrawingState::rasterMode, operation,
-                 operation >= 1 && operation <= kLast, 0);
+                 takesAnyRasterMode || (operation >= 1 && operation <= kLast), 0);
 }
 
 int HeadlessGraphics::SetPolyFillMode(DeviceContext context, std::int32_t mode) {

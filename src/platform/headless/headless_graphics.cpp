@@ -382,6 +382,7 @@ int HeadlessGraphics::GetDIBits(DeviceContext context, GdiObject bitmap, std::ui
       form == nullptr) {
     return Fail(kErrorInvalidParameter);
   }
+  lastForm = *form;
   if (form->biBitCount == 0 && pixels == nullptr) {
     DescribeScreenForm(found->pixels, form);
     return 1;

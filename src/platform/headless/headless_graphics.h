@@ -146,6 +146,11 @@ class HeadlessGraphics final : public Graphics {
   // Whether a new context in memory has the layout of its model: systems differ.
   bool memoryTakesLayout = true;
   std::uint32_t mostRowsRead = 0xFFFFFFFF;  // by one GetDIBits
+  // The header as the last GetDIBits was given it, and the flags of the last LoadImageW.
+  std::optional<BitmapInfoHeader> lastForm;
+  std::uint32_t lastLoadFlags = 0;
+  // Whether SetROP2 takes any number, also one that is no raster operation.
+  bool takesAnyRasterMode = false;
   // The size of a text in a font that was made.
   std::function<Size(const LogFont& font, std::u16string_view text)> measureText = {};
   // The computer's fonts: the character sets of each face.

@@ -186,19 +186,6 @@ Window& HeadlessWindows::Add(const std::u16string& className) {
   return added;
 }
 
-WindowHandle HeadlessWindows::CreatePlayedWindow(
-    Rect place, std::function<std::intptr_t(std::uint32_t, std::uintptr_t, std::intptr_t)> answerer,
-    const std::u16string& className) {
-  Window& window = Add(kDialogClass);
-  if (!className.empty()) {
-    window.className = className;
-  }
-  window.style = kStylePopup | kStyleVisible;
-  window.screenPlace = place;
-  window.answerer = std::move(answerer);
-  return window.handle;
-}
-
 namespace {
 
 // The classes that user32 and comctl32 register, as far as a dialog has them, in lower case.
@@ -310,35 +297,6 @@ std::intptr_t HeadlessWindows::Deliver(WindowHandle window, std::uint32_t messag
 std::intptr_t HeadlessWindows::SendMessageW(WindowHandle window, std::uint32_t message,
                                             std::uintptr_t wParam, std::intptr_t lParam) {
   return Take("SendMessageW", window) == nullptr ? 0 : Deliver(window, message, wParam, lParam);
-}
-
-bool HeadlessWindows::PostMessageW(WindowHandle window, std::uint32_t message,
-                                   std::uintptr_t wParam, std::intptr_t lParam) {
-  if (Take("PostMessageW", window) == nullptr) {
-    return false;
-  }
-  posted_.push_back({window, message, wParam, lParam});
-  return true;
-}
-
-void HeadlessWindows::DeliverPosted() {
-  const std::vector<PostedMessage> messages = std::exchange(posted_, {});
-  for (const PostedMessage& message : messages) {
-    IfAlive(message.window, [&](Window&) {
-      Deliver(message.window, message.message, message.wParam, message.lParam);
-    });
-  }
-}
-
-WindowHandle HeadlessWindows::FindWindowW(const char16_t* className) {
-  if (faults_.ShouldFail("FindWindowW") || className == nullptr) {
-    return nullptr;
-  }
-  const auto found = std::ranges::find_if(windows_, [&](const auto& entry) {
-    const Window& window = *entry.second;
-    return window.parent == nullptr && LowerCase(window.className) == LowerCase(className);
-  });
-  return found == windows_.end() ? nullptr : found->first;
 }
 
 void HeadlessWindows::NotifyParent(const Window& control, std::uint16_t code) {

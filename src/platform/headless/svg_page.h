@@ -19,7 +19,9 @@ namespace ostrel::headless {
 // Without it they are as wide as the viewer's own font makes them.
 using TextMeasure = std::function<Size(const LogFont& font, std::u16string_view text)>;
 
-// Operations that make no sense together (a path filled that was never ended) leave nothing.
+// The document, in UTF-8, of the operations that the device keeps. It measures what the page
+// measures on paper. Operations that make no sense together (a path filled that was never ended)
+// leave nothing.
 std::string DrawSvg(const PrinterDevice& device, const TextMeasure& measure = {});
 
 }  // namespace ostrel::headless

@@ -72,6 +72,9 @@ SEQUENCES = [
     Case("CutTextMoved", PageWMRepeat=1, PageWMSize=600, PageWMText="ABCDEFGHIJKLMNOP", state=1),
     Case("CutTextOtherState", PageWMRepeat=1, PageWMSize=600, PageWMText="ABCDEFGHIJKLMNOP",
          state=2),
+    *(Case(f"CutTextPosition10{frame}", PageWMRepeat=1, PageWMSize=600,
+           PageWMText="ABCDEFGHIJKLMNOP", PageWMPosition=10, WMOffsetX=25, WMOffsetY=90,
+           PageWMBorder=border) for frame, border in (("Ring", RING), ("Box", BOX))),
     Case("WideTextNotRepeated", PageWMSize=600, PageWMText="ABCDEFGHIJKLMNOP", state=1),
     Case("WideItalic", PageWMSize=600, PageWMText="ABCDEFGHIJKLMNOPQRSTUVWXYZABC", PageWMItalic=1),
     Case("ShortTextMoved", PageWMRepeat=1, PageWMSize=300, state=1),
@@ -96,8 +99,10 @@ SEQUENCES = [
       for level in (-2, 0, 1, 2, 3, 4, 5, 6, 7, 32767)),
     *(Case(f"Bitmap{position}" if position >= 0 else "BitmapBelow", bitmap=(40, 30),
            PageWMScale=200, PageWMPosition=position) for position in (-1, *range(12))),
-    *(Case(f"BitmapBeyondPage{position}", bitmap=(40, 30), PageWMScale=1000,
-           PageWMPosition=position, page=(0, 0, 990, 700)) for position in range(1, 10)),
+    *(Case(f"BitmapBeyondPage{position}", bitmap=(400, 300), PageWMScale=1000,
+           PageWMPosition=position, page=(100, 50, 1090, 750)) for position in range(1, 10)),
+    *(Case(f"BitmapWithinPage{position}", bitmap=(40, 30), PageWMScale=1000,
+           PageWMPosition=position, page=(100, 50, 1090, 750)) for position in range(1, 10)),
     Case("BitmapTransparent", bitmap=(40, 30), PageWMTransparent=1),
     Case("BitmapBelowTransparent", bitmap=(40, 30), PageWMTransparent=-1),
     Case("BitmapScale1", bitmap=(40, 30), PageWMScale=1),
@@ -107,7 +112,10 @@ SEQUENCES = [
          PageWMScale=30, PageWMTransparent=1),
     Case("BitmapOneTile", bitmap=(700, 900), PageWMRepeat=1, PageWMSize=150, PageWMPosition=9,
          PageWMScale=50),
-    Case("BitmapPageNotAtOrigin", bitmap=(40, 30), page=(100, 50, 1090, 750), PageWMPosition=9),
+    Case("BitmapRepeatedPageNotAtOrigin", bitmap=(400, 300), PageWMRepeat=1,
+         page=(100, 50, 5060, 7065)),
+    Case("BitmapOneTilePageNotAtOrigin", bitmap=(700, 900), PageWMRepeat=1, PageWMSize=150,
+         PageWMPosition=9, PageWMScale=50, page=(100, 50, 5060, 7065)),
     Case("BitmapMissing", PageWMFlag=2, PageWMFileName="C:\\\\nowhere.bmp"),
 ]
 
@@ -147,7 +155,7 @@ def frame_rows():
 
 def fit_rows():
     rows = []
-    for page in (A4, (0, 0, 990, 700), (-20, 30, 1201, 803)):
+    for page in (A4, (0, 0, 990, 700), (-20, 30, 1201, 803), (-1201, -803, 20, -30)):
         for bitmap in ((40, 30), (401, 299), (1, 1)):
             for scale in (2, 100, 333, 1000):
                 place, part = model.fit(page, (0, 0, *bitmap), scale)

@@ -325,9 +325,9 @@ class Page:
 
         was_cut = False
         if r["PageWMRepeat"]:
+            was_cut = max(measure()) >= 24001
             while max(measure()) >= 24001 and len(text) >= 2:
                 text = text[1:-1]
-                was_cut = True
         cx, cy = measure()
         if was_cut and case.state == 1:
             text = text[1:] + text[-1]

@@ -15,7 +15,7 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
 
-class SvgPage : public PrinterStage {
+class PageAsSvg : public PrinterStage {
  protected:
   // The elements on the page, behind its white ground.
   std::string Elements(const TextMeasure& measure = {}) {
@@ -60,7 +60,7 @@ class SvgPage : public PrinterStage {
   }
 };
 
-TEST_F(SvgPage, APageIsWhiteInItsSizeAndCutsWhatReachesBeyondIt) {
+TEST_F(PageAsSvg, APageIsWhiteInItsSizeAndCutsWhatReachesBeyondIt) {
   EXPECT_EQ(DrawSvg(device_),
             "<svg xmlns=\"http://www.w3.org/2000/svg\" viewBox=\"0 0 4960 7016\" "
             "width=\"209.97mm\" height=\"297.01mm\">\n"
@@ -73,7 +73,7 @@ TEST_F(SvgPage, APageIsWhiteInItsSizeAndCutsWhatReachesBeyondIt) {
 
 // ---- Texts --------------------------------------------------------------------------------------
 
-TEST_F(SvgPage, ATextHasItsFontItsAngleAndItsColour) {
+TEST_F(PageAsSvg, ATextHasItsFontItsAngleAndItsColour) {
   LogFont font = FontOf(u"Arial", -200);
   font.lfEscapement = 455;
   font.lfWeight = 700;
@@ -87,7 +87,7 @@ TEST_F(SvgPage, ATextHasItsFontItsAngleAndItsColour) {
             "font-style=\"italic\" xml:space=\"preserve\" fill=\"#010203\">Draft</text>\n");
 }
 
-TEST_F(SvgPage, ATextOutOfAPathHasTheBrushesColour) {
+TEST_F(PageAsSvg, ATextOutOfAPathHasTheBrushesColour) {
   SelectFont(FontOf(u"Arial", -200));
   graphics_.SetTextColor(page_, 0xFF);
   SelectBrush(0xB4B4B4);
@@ -100,7 +100,7 @@ TEST_F(SvgPage, ATextOutOfAPathHasTheBrushesColour) {
   EXPECT_EQ(Elements(), text + "\"#b4b4b4\">Draft</text>\n" + text + "\"#000000\">Draft</text>\n");
 }
 
-TEST_F(SvgPage, AFontsFurtherWishesAreAttributes) {
+TEST_F(PageAsSvg, AFontsFurtherWishesAreAttributes) {
   struct Wish {
     LogFont font;
     const char* attribute;
@@ -131,7 +131,7 @@ TEST_F(SvgPage, AFontsFurtherWishesAreAttributes) {
   }
 }
 
-TEST_F(SvgPage, ATextsOwnPointLiesWhereItsAlignmentPutsIt) {
+TEST_F(PageAsSvg, ATextsOwnPointLiesWhereItsAlignmentPutsIt) {
   struct Alignment {
     std::uint32_t align;
     std::uint32_t options;
@@ -163,19 +163,19 @@ TEST_F(SvgPage, ATextsOwnPointLiesWhereItsAlignmentPutsIt) {
   }
 }
 
-TEST_F(SvgPage, LettersAreWrittenAsXmlHasThem) {
+TEST_F(PageAsSvg, LettersAreWrittenAsXmlHasThem) {
   Write(0, 0, u"<a> & \"b\" \u00E9\u05D0\U0001F5A8\x01\xD800.\xDC00\xFFFF");
   EXPECT_THAT(Elements(),
               HasSubstr(">&lt;a&gt; &amp; &quot;b&quot; \xC3\xA9\xD7\x90\xF0\x9F\x96\xA8"
                         "\xEF\xBF\xBD\xEF\xBF\xBD.\xEF\xBF\xBD\xEF\xBF\xBD<"));
 }
 
-TEST_F(SvgPage, ATextWithoutLettersIsNone) {
+TEST_F(PageAsSvg, ATextWithoutLettersIsNone) {
   Write(0, 0, u"");
   EXPECT_THAT(Elements(), IsEmpty());
 }
 
-TEST_F(SvgPage, AnOpaqueTextWithAPlaceHasAGround) {
+TEST_F(PageAsSvg, AnOpaqueTextWithAPlaceHasAGround) {
   const Rect place = {10, 20, 40, 60};
   graphics_.SetBkColor(page_, 0x00FF00);
   EXPECT_TRUE(graphics_.ExtTextOutW(page_, 0, 0, kTextOpaque, &place, u"", 0));
@@ -183,7 +183,7 @@ TEST_F(SvgPage, AnOpaqueTextWithAPlaceHasAGround) {
   EXPECT_EQ(Elements(), "<rect x=\"10\" y=\"20\" width=\"30\" height=\"40\" fill=\"#00ff00\"/>\n");
 }
 
-TEST_F(SvgPage, ATextIsAsWideAsItWasMeasured) {
+TEST_F(PageAsSvg, ATextIsAsWideAsItWasMeasured) {
   SelectFont(FontOf(u"Arial", -200));
   Write(0, 0, u"Draft");
   const auto measure = [](const LogFont& font, std::u16string_view text) {
@@ -196,7 +196,7 @@ TEST_F(SvgPage, ATextIsAsWideAsItWasMeasured) {
 
 // ---- Shapes -------------------------------------------------------------------------------------
 
-TEST_F(SvgPage, APathsShapesAreOneOutlineUnderItsRule) {
+TEST_F(PageAsSvg, APathsShapesAreOneOutlineUnderItsRule) {
   SelectBrush(0x0000FF);
   FillPathOf(kFillAlternate, [this] {
     graphics_.Ellipse(page_, {10, 20, 110, 220});
@@ -214,7 +214,7 @@ TEST_F(SvgPage, APathsShapesAreOneOutlineUnderItsRule) {
             "<path d=\"M1 2L3 4L-5 6ZM7 8H9V10H7Z\" fill=\"#ff0000\" fill-rule=\"nonzero\"/>\n");
 }
 
-TEST_F(SvgPage, APathThatIsNotFilledLeavesNothing) {
+TEST_F(PageAsSvg, APathThatIsNotFilledLeavesNothing) {
   EXPECT_TRUE(graphics_.BeginPath(page_));
   graphics_.Ellipse(page_, {10, 20, 110, 220});
   EXPECT_TRUE(graphics_.EndPath(page_));
@@ -223,7 +223,7 @@ TEST_F(SvgPage, APathThatIsNotFilledLeavesNothing) {
   EXPECT_THAT(Elements(), IsEmpty());
 }
 
-TEST_F(SvgPage, AShapeOnThePageIsFilledAndFramed) {
+TEST_F(PageAsSvg, AShapeOnThePageIsFilledAndFramed) {
   SelectBrush(0xFF0000);
   Select(graphics_.CreatePen(kPenSolid, 4, 0x00FF00));
   graphics_.Rectangle(page_, {1, 2, 3, 4});
@@ -236,14 +236,14 @@ TEST_F(SvgPage, AShapeOnThePageIsFilledAndFramed) {
             "stroke-width=\"4\"/>\n<path d=\"M1 2H3V4H1Z\" fill=\"none\"/>\n");
 }
 
-TEST_F(SvgPage, ARectangleIsFilledWithItsBrush) {
+TEST_F(PageAsSvg, ARectangleIsFilledWithItsBrush) {
   const GdiObject hollow = graphics_.CreateBrushIndirect({1, 0, 0});
   graphics_.FillRect(page_, {1, 2, 31, 42}, graphics_.CreateSolidBrush(0x123456));
   graphics_.FillRect(page_, {1, 2, 31, 42}, hollow);
   EXPECT_EQ(Elements(), "<rect x=\"1\" y=\"2\" width=\"30\" height=\"40\" fill=\"#563412\"/>\n");
 }
 
-TEST_F(SvgPage, EverythingMovesWithTheOrigins) {
+TEST_F(PageAsSvg, EverythingMovesWithTheOrigins) {
   graphics_.SetWindowOrgEx(page_, 10, 10, nullptr);
   graphics_.SetViewportOrgEx(page_, 100, 200, nullptr);
   graphics_.MoveDeviceOrigin(page_, {1000, 2000});
@@ -261,7 +261,7 @@ TEST_F(SvgPage, EverythingMovesWithTheOrigins) {
 
 // ---- Pictures -----------------------------------------------------------------------------------
 
-TEST_F(SvgPage, APictureLiesInTheFile) {
+TEST_F(PageAsSvg, APictureLiesInTheFile) {
   Picture({10, 20, 110, 220}, {0, 0, 2, 2}, 2);
   EXPECT_EQ(Elements(),
             "<image transform=\"translate(10 20) scale(1 1)\" width=\"100\" height=\"200\" "
@@ -273,7 +273,7 @@ TEST_F(SvgPage, APictureLiesInTheFile) {
   EXPECT_THAT(Elements(), HasSubstr("mix-blend-mode:multiply"));
 }
 
-TEST_F(SvgPage, APartOfAPictureIsCountedInRowsOfMemory) {
+TEST_F(PageAsSvg, APartOfAPictureIsCountedInRowsOfMemory) {
   struct Part {
     Rect place;
     Rect from;
@@ -303,7 +303,7 @@ TEST_F(SvgPage, APartOfAPictureIsCountedInRowsOfMemory) {
        "width=\"20\" height=\"20\"",
        {0x00FF00, 0xFFFFFF, 0x0000FF, 0xFF0000},
        2},
-      // Turned by the place, by the part, and by both.
+      // Turned by the place, by what is taken of the picture, and by both.
       {{50, 60, 30, 40},
        {0, 0, 2, 2},
        "(50 60) scale(-1 -1)",
@@ -334,7 +334,7 @@ TEST_F(SvgPage, APartOfAPictureIsCountedInRowsOfMemory) {
   }
 }
 
-TEST_F(SvgPage, AnEmptyPartOrPlaceOfAPictureLeavesNothing) {
+TEST_F(PageAsSvg, AnEmptyPartOrPlaceOfAPictureLeavesNothing) {
   Picture({0, 0, 10, 10}, {2, 0, 4, 2}, 2);
   Picture({0, 0, 10, 10}, {0, 0, 0, 2}, 2);
   Picture({0, 0, 10, 10}, {0, -5, 2, 0}, 2);
