@@ -17,6 +17,7 @@
 #include "print_system_setup.h"
 #include "render_driver_link.h"
 #include "sample_document.h"
+#include "testers_values.h"
 #include "text_table.h"
 
 #include <windows.h>
@@ -176,6 +177,20 @@ class Press {
   bool allPrinted_ = true;
 };
 
+// What the status monitor's stand-in was told: the first document starts it, the others send it
+// the printer's name. It is closed then.
+std::string MonitorText() {
+  const TestersValues monitor(L"StatusMonitor");
+  const HWND window = FindWindowW(L"OSTRELStatusMonitor", nullptr);
+  if (window != nullptr) {
+    SendMessageTimeoutW(window, WM_CLOSE, 0, 0, SMTO_ABORTIFHUNG, 5000, nullptr);
+  }
+  return report::Heading("Status monitor: started " + std::to_string(monitor.Number(L"Starts")) +
+                         " time(s) with \"" + Utf8(monitor.Text(L"Arguments")) + "\", told " +
+                         std::to_string(monitor.Number(L"Records")) + " time(s) of \"" +
+                         Utf8(monitor.Text(L"LastName")) + "\"");
+}
+
 std::wstring StemOf(const std::wstring& path) {
   const std::wstring file = path.substr(path.find_last_of(L'\\') + 1);
   return file.substr(0, file.find_last_of(L'.'));
@@ -195,6 +210,7 @@ int Run(int count, wchar_t** arguments) {
   }
   InstallDriver(OstrelPackage(), ProgramFolder());
   InstallCompanion();
+  InstallStatusMonitor();
   AddPrinterWithDriver(kPrinterName, kOstrelDriverName);
   Press press;
   if (asksUser) {
@@ -206,6 +222,7 @@ int Run(int count, wchar_t** arguments) {
     press.Print(RecordOfFile(press.printer(), path), StemOf(path), folder);
   }
   std::fputs(press.Table().c_str(), stdout);
+  std::fputs(MonitorText().c_str(), stdout);
   return press.allPrinted() ? 0 : 1;
 }
 

@@ -137,7 +137,9 @@ void ExpectOneOfThem(const test::TestWorld& world, bool replaced, const Watermar
 
 class ReplacedUnderFailures : public testing::TestWithParam<std::u16string> {};
 INSTANTIATE_TEST_SUITE_P(Names, ReplacedUnderFailures, testing::Values(u"A", u"D"),
-                         testing::PrintToStringParamName());
+                         [](const testing::TestParamInfo<std::u16string>& row) {
+                           return std::string(row.param == u"A" ? "TheSame" : "Another");
+                         });
 
 TEST_P(ReplacedUnderFailures, LeavesTheOldOrTheNew) {
   const WatermarkFacts before = Mark(4, u"A");
