@@ -42,34 +42,33 @@ int AnswerPageNumber(std::int32_t code, std::span<const std::byte> /*input*/,
 }
 
 // A bitmap file of 24 bits a pixel whose bytes all differ from their neighbours'.
-std::vector<std::byte> PictureFile() {
+std::string PictureFile() {
   constexpr std::uint16_t kMark = 0x4D42;  // "BM"
   constexpr std::uint32_t kRows = 14 + sizeof(BitmapInfoHeader);
+  constexpr std::uint32_t kRowsBytes = kPicture.width * 3 * kPicture.height;
   BitmapInfoHeader header = {};
   header.biSize = sizeof(header);
   header.biWidth = kPicture.width;
   header.biHeight = kPicture.height;
   header.biPlanes = 1;
   header.biBitCount = 24;
-  std::vector<std::byte> file;
+  std::string file;
   const auto append = [&file](const auto& value) {
-    const auto bytes = std::as_bytes(std::span(&value, 1));
-    file.insert(file.end(), bytes.begin(), bytes.end());
+    file.append(reinterpret_cast<const char*>(&value), sizeof(value));
   };
-  const auto rowBytes = static_cast<std::uint32_t>(kPicture.width * 3);
   append(kMark);
-  append(kRows + rowBytes * static_cast<std::uint32_t>(kPicture.height));
+  append(kRows + kRowsBytes);
   append(std::uint32_t{0});
   append(kRows);
   append(header);
-  for (std::uint32_t i = 0; i < rowBytes * static_cast<std::uint32_t>(kPicture.height); ++i) {
-    file.push_back(static_cast<std::byte>(i * 7));
+  for (std::uint32_t i = 0; i < kRowsBytes; ++i) {
+    file += static_cast<char>(i * 7);
   }
   return file;
 }
 
 void PutPicture(Files& files) {
-  const std::vector<std::byte> file = PictureFile();
+  const std::string file = PictureFile();
   const FileHandle handle = files.CreateFileW(kPicturePath, Files::Access::kCreateAlwaysForWriting);
   std::uint32_t written = 0;
   ASSERT_NE(handle, nullptr);
@@ -123,13 +122,18 @@ std::vector<DrawingOperation> DrawnByTheSystem(const Stamp& stamp) {
 }
 
 std::vector<DrawingOperation> DrawnInTheMemory(const Stamp& stamp) {
-  return RecordedByMetafiles(
-      DrawnInMemory({.page = {kPage.right, kPage.bottom}, .onEscape = AnswerPageNumber},
-                    [&](Platform& platform, DeviceContext page) {
-                      test::FixedMetrics graphics(platform.graphics, Measured);
-                      graphics.onEscape = AnswerPageNumber;
-                      Draw(stamp, platform, graphics, page);
-                    }));
+  return RecordedByMetafiles(DrawnInMemory(
+      {.page = {kPage.right, kPage.bottom}}, [&](Platform& platform, DeviceContext page) {
+        test::FixedMetrics graphics(platform.graphics, Measured);
+        graphics.onEscape = AnswerPageNumber;
+        graphics.onRecord = [&](DeviceContext, const DrawingOperation& escape) {
+          platform.graphics.ExtEscape(page, static_cast<std::int32_t>(escape.numbers[0]),
+                                      static_cast<std::int32_t>(escape.bytes.size()),
+                                      escape.bytes.data(),
+                                      static_cast<std::int32_t>(escape.numbers[1]), nullptr);
+        };
+        Draw(stamp, platform, graphics, page);
+      }));
 }
 
 // clang-format off
