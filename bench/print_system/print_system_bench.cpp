@@ -17,6 +17,7 @@
 #include "sheet_cost.h"
 #include "stamp_cost.h"
 #include "store_cost.h"
+#include "timing.h"
 
 #include <windows.h>
 #include <winspool.h>
@@ -33,6 +34,7 @@
 namespace {
 
 using namespace ostrel::print_system;
+using ostrel::bench::Median;
 
 constexpr wchar_t kOurPrinter[] = L"Ours";
 constexpr wchar_t kTheirPrinter[] = L"Theirs";
@@ -50,23 +52,12 @@ constexpr std::size_t kBufferBytes = 256 * 1024;  // enough for any list and any
 using Call = std::function<std::int32_t()>;
 
 double Nanoseconds(const Call& call, int calls) {
-  LARGE_INTEGER start = {};
-  LARGE_INTEGER end = {};
-  LARGE_INTEGER perSecond = {};
-  QueryPerformanceFrequency(&perSecond);
-  QueryPerformanceCounter(&start);
-  for (int index = 0; index < calls; ++index) {
-    call();
-  }
-  QueryPerformanceCounter(&end);
-  const auto ticks = static_cast<double>(end.QuadPart - start.QuadPart);
-  return ticks * 1e9 / static_cast<double>(perSecond.QuadPart) / calls;
-}
-
-double Median(std::vector<double> samples) {
-  const auto middle = samples.begin() + static_cast<std::ptrdiff_t>(samples.size() / 2);
-  std::nth_element(samples.begin(), middle, samples.end());
-  return *middle;
+  const double all_us = ostrel::bench::Microseconds([&] {
+    for (int index = 0; index < calls; ++index) {
+      call();
+    }
+  });
+  return all_us * 1e3 / calls;
 }
 
 // ---- Questions ----------------------------------------------------------------------------------

@@ -2,6 +2,7 @@
 
 #include "driver_exports.h"
 #include "print_system_setup.h"
+#include "timing.h"
 
 #include <windows.h>
 #include <winspool.h>
@@ -174,12 +175,6 @@ class OwnPart {
   Printer printer_;
   print_system::DriverExports driver_;
 };
-
-double Median(std::vector<double> samples) {
-  const auto middle = samples.begin() + static_cast<std::ptrdiff_t>(samples.size() / 2);
-  std::nth_element(samples.begin(), middle, samples.end());
-  return *middle;
-}
 
 void PrintRow(const char* name, const std::vector<double>& ours,
               const std::vector<double>& theirs) {

@@ -5,6 +5,7 @@
 #include "job/page_stamp.h"
 #include "job/render_driver_escapes.h"
 #include "job/watermark_geometry.h"
+#include "timing.h"
 
 #include <windows.h>
 
@@ -177,24 +178,14 @@ class DirectStamp {
   StampBox box_ = {};
 };
 
-double Microseconds(const std::function<void()>& work) {
-  LARGE_INTEGER start = {};
-  LARGE_INTEGER end = {};
-  LARGE_INTEGER perSecond = {};
-  QueryPerformanceFrequency(&perSecond);
-  QueryPerformanceCounter(&start);
-  for (int i = 0; i < kStampsInARound; ++i) {
-    work();
-  }
-  QueryPerformanceCounter(&end);
-  return static_cast<double>(end.QuadPart - start.QuadPart) * 1e6 /
-         static_cast<double>(perSecond.QuadPart) / kStampsInARound;
-}
-
-double Median(std::vector<double> samples) {
-  const auto middle = samples.begin() + static_cast<std::ptrdiff_t>(samples.size() / 2);
-  std::nth_element(samples.begin(), middle, samples.end());
-  return *middle;
+// Of one stamp, over a round of them.
+double MicrosecondsOfStamp(const std::function<void()>& stamp) {
+  const double round = Microseconds([&] {
+    for (int i = 0; i < kStampsInARound; ++i) {
+      stamp();
+    }
+  });
+  return round / kStampsInARound;
 }
 
 void MeasureOne(const OpenPage& page, const char* name, const WatermarkData& record) {
@@ -204,10 +195,10 @@ void MeasureOne(const OpenPage& page, const char* name, const WatermarkData& rec
   std::vector<double> ours;
   std::vector<double> theirs;
   for (int round = 0; round < kRounds; ++round) {
-    ours.push_back(Microseconds([&] {
+    ours.push_back(MicrosecondsOfStamp([&] {
       DrawPrintStamp(context, place, record, 0, 1.0, {place.right, place.bottom});
     }));
-    theirs.push_back(Microseconds([&] { direct.Draw(); }));
+    theirs.push_back(MicrosecondsOfStamp([&] { direct.Draw(); }));
   }
   std::printf("%-24s %10.0f %18.0f %8.3f\n", name, Median(ours), Median(theirs),
               Median(ours) / Median(theirs));

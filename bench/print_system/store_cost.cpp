@@ -5,6 +5,7 @@
 #include "core/ui_context.h"
 #include "driver_words.h"
 #include "print_system_setup.h"
+#include "timing.h"
 
 #include <windows.h>
 
@@ -68,24 +69,6 @@ std::size_t ReadPlainly(const wchar_t* path) {
   }
   CloseHandle(file);
   return total;
-}
-
-double Microseconds(const std::function<void()>& work) {
-  LARGE_INTEGER start = {};
-  LARGE_INTEGER end = {};
-  LARGE_INTEGER perSecond = {};
-  QueryPerformanceFrequency(&perSecond);
-  QueryPerformanceCounter(&start);
-  work();
-  QueryPerformanceCounter(&end);
-  return static_cast<double>(end.QuadPart - start.QuadPart) * 1e6 /
-         static_cast<double>(perSecond.QuadPart);
-}
-
-double Median(std::vector<double> samples) {
-  const auto middle = samples.begin() + static_cast<std::ptrdiff_t>(samples.size() / 2);
-  std::nth_element(samples.begin(), middle, samples.end());
-  return *middle;
 }
 
 struct Row {

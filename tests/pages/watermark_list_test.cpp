@@ -209,14 +209,20 @@ TEST(WatermarkListBox, ShowsTheFirstOfTwoOfTheSameName) {
   EXPECT_EQ(stage.Selected(), 1);
 }
 
+// Marks named A, B and so on, whose ids go down from their number to 1.
+std::vector<WatermarkFacts> MarksCountingDown(std::int16_t count) {
+  std::vector<WatermarkFacts> marks;
+  for (std::int16_t i = 0; i < count; ++i) {
+    const char16_t letter[] = {static_cast<char16_t>(u'A' + i), u'\0'};
+    marks.push_back(Mark(static_cast<std::int16_t>(count - i), letter));
+  }
+  return marks;
+}
+
 // A rewrite would bring what a list doesn't hold to the front, and the next one the rest.
 TEST(WatermarkListBox, ShowsAStoreOfMoreThanItReadsAsItIs) {
   ListStage stage;
-  std::vector<WatermarkFacts> marks;
-  for (std::int16_t i = 0; i < 40; ++i) {
-    const char16_t letter[] = {static_cast<char16_t>(u'A' + i), u'\0'};
-    marks.push_back(Mark(static_cast<std::int16_t>(40 - i), letter));
-  }
+  const std::vector<WatermarkFacts> marks = MarksCountingDown(40);
   stage.Put(marks);
   for (int pass = 0; pass < 2; ++pass) {
     stage.Fill();
@@ -233,11 +239,7 @@ TEST(WatermarkListBox, ShowsAStoreOfMoreThanItReadsAsItIs) {
 // As many as a list holds can be sorted.
 TEST(WatermarkListBox, PutsAStoreOfAsManyAsItReadsInOrder) {
   ListStage stage;
-  std::vector<WatermarkFacts> marks;
-  for (std::int16_t i = 0; i < 32; ++i) {
-    const char16_t letter[] = {static_cast<char16_t>(u'A' + i), u'\0'};
-    marks.push_back(Mark(static_cast<std::int16_t>(32 - i), letter));
-  }
+  std::vector<WatermarkFacts> marks = MarksCountingDown(32);
   stage.Put(marks);
   stage.Fill();
   EXPECT_EQ(stage.Ids().front(), 1U);
