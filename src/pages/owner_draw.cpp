@@ -1,7 +1,7 @@
 #include "pages/owner_draw.h"
 
-#include "core/process_state.h"
 #include "core/graphics_objects.h"
+#include "core/process_state.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 #include "pages/preview.h"
 
-#include "core/heap_block.h"
 #include "core/graphics_objects.h"
+#include "core/heap_block.h"
 #include "pages/page_record.h"
 #include "pages/preview_pixels.h"
 
