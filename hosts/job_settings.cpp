@@ -1,5 +1,6 @@
 #include "job_settings.h"
 
+#include "config/utf8.h"
 #include "record_fields.h"
 
 #include <charconv>
@@ -24,29 +25,10 @@ std::string_view Trimmed(std::string_view text) {
              : text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
 }
 
-// UTF-8 to UTF-16. What isn't UTF-8 becomes U+FFFD.
 std::u16string Widened(std::string_view text) {
-  constexpr char32_t kReplacement = 0xFFFD;
-  std::u16string out;
-  for (std::size_t i = 0; i < text.size();) {
-    const auto lead = static_cast<unsigned char>(text[i++]);
-    const int more = lead < 0x80 ? 0 : lead >= 0xF0 ? 3 : lead >= 0xE0 ? 2 : lead >= 0xC0 ? 1 : -1;
-    char32_t letter = more <= 0 ? lead : lead & (0x3F >> more);
-    bool isGood = more >= 0;
-    for (int k = 0; k < more; ++k) {
-      const bool follows = i < text.size() && (static_cast<unsigned char>(text[i]) & 0xC0) == 0x80;
-      isGood = isGood && follows;
-      letter = follows ? letter << 6 | (static_cast<unsigned char>(text[i++]) & 0x3F) : letter;
-    }
-    letter = isGood ? letter : kReplacement;
-    if (letter > 0xFFFF) {
-      out += static_cast<char16_t>(0xD7C0 + (letter >> 10));
-      out += static_cast<char16_t>(0xDC00 + (letter & 0x3FF));
-    } else {
-      out += static_cast<char16_t>(letter);
-    }
-  }
-  return out;
+  std::u16string wide(text.size() + 1, u'\0');  // no letter takes more units than it has bytes
+  wide.resize(Utf8ToWide(text, wide));
+  return wide;
 }
 
 bool IsFullPath(std::u16string_view path) {

@@ -3,8 +3,6 @@
 namespace ostrel {
 namespace {
 
-constexpr std::int32_t kEventRefused = -1;  // DOCUMENTEVENT_FAILURE
-
 bool PrintPage(JobSystem& system, DeviceContext context, int page,
                const std::function<void(DeviceContext context, int page)>& draw) {
   system.Raise(JobEvent::kStartPage, context);
@@ -18,7 +16,7 @@ bool PrintPage(JobSystem& system, DeviceContext context, int page,
 
 JobResult PrintDocument(JobSystem& system, DeviceContext context, int pages,
                         const std::function<void(DeviceContext context, int page)>& draw) {
-  if (system.Raise(JobEvent::kStartDoc, context) == kEventRefused) {
+  if (system.Raise(JobEvent::kStartDoc, context) == kDocumentEventRefused) {
     return JobResult::kRefused;
   }
   if (!system.BeginDocument(context)) {
@@ -39,7 +37,7 @@ JobResult PrintDocument(JobSystem& system, DeviceContext context, int pages,
 
 JobResult PrintJob(JobSystem& system, int pages,
                    const std::function<void(DeviceContext context, int page)>& draw) {
-  if (system.Raise(JobEvent::kCreateContextPre, nullptr) == kEventRefused) {
+  if (system.Raise(JobEvent::kCreateContextPre, nullptr) == kDocumentEventRefused) {
     return JobResult::kRefused;
   }
   const DeviceContext context = system.CreateContext();

@@ -4,6 +4,7 @@
 // stands behind JobSystem.
 #pragma once
 
+#include "job/document_events.h"
 #include "platform/window_types.h"
 
 #include <cstdint>
@@ -11,17 +12,18 @@
 
 namespace ostrel {
 
-// Events of a document, DOCUMENT_EVENT_....
+// Events of a document, DOCUMENT_EVENT_...: those that the driver knows, and others that a print
+// system raises too.
 enum class JobEvent : std::int32_t {
-  kCreateContextPre = 1,  // no context yet
+  kCreateContextPre = kDocumentCreateDcPre,  // no context yet
   kCreateContextPost = 2,
-  kStartDoc = 5,  // before it; the driver can refuse the job
-  kStartPage = 6,
-  kEndPage = 7,  // before the page is given up
+  kStartDoc = kDocumentStartDoc,  // before it; the driver can refuse the job
+  kStartPage = kDocumentStartPage,
+  kEndPage = kDocumentEndPage,  // before the page is given up
   kEndDocPre = 8,
   kDeleteContext = 10,
   kEndDocPost = 12,
-  kStartDocPost = 13,
+  kStartDocPost = kDocumentStartDocPost,
 };
 
 // The system that prints. Calls answer whether they have succeeded.

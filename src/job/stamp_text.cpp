@@ -10,22 +10,21 @@
 namespace ostrel {
 namespace {
 
-constexpr std::uint32_t kUserLocale = 1024;      // LOCALE_USER_DEFAULT
-constexpr std::uint32_t kForce24HourFormat = 8;  // TIME_FORCE24HOURFORMAT
 constexpr std::size_t kItemUnits = StampText::kMostUnits + 1;
 using ItemBuffer = std::array<char16_t, kItemUnits>;
 
 void AddDate(StampText& text, const SystemTime& now) {
   ItemBuffer item = {};
-  if (World().locale.GetDateFormatW(kUserLocale, 0, now, nullptr, item.data(), item.size()) > 0) {
+  if (World().locale.GetDateFormatW(kLocaleUserDefault, 0, now, nullptr, item.data(), item.size()) >
+      0) {
     text.AddItem(FieldText(item));
   }
 }
 
 void AddTime(StampText& text, const SystemTime& now) {
   ItemBuffer item = {};
-  if (World().locale.GetTimeFormatW(kUserLocale, kForce24HourFormat, now, u"HH:mm:ss", item.data(),
-                                    item.size()) > 0) {
+  if (World().locale.GetTimeFormatW(kLocaleUserDefault, kTimeForce24Hours, now, u"HH:mm:ss",
+                                    item.data(), item.size()) > 0) {
     text.AddItem(FieldText(item));
   }
 }
